@@ -1,0 +1,44 @@
+#include "QtScheduler.h"
+
+#include <QCoreApplication>
+#include <QPointer>
+#include <QTimer>
+
+namespace ostrel {
+
+QtScheduler::QtScheduler() { m_clock.start(); }
+
+Scheduler::Duration QtScheduler::now() const { return Duration(m_clock.elapsed()); }
+
+QDateTime QtScheduler::wallNow() const { return QDateTime::currentDateTime(); }
+
+TimerHandle QtScheduler::after(Duration delay, QObject* context, Job job) {
+    return start(delay, true, context, std::move(job));
+}
+
+TimerHandle QtScheduler::every(Duration interval, QObject* context, Job job) {
+    return start(interval, false, context, std::move(job));
+}
+
+TimerHandle QtScheduler::start(Duration interval, bool singleShot, QObject* context, Job job) {
+    // Parenting the timer to the context ties its life to the context's.
+    QObject* owner = context ? context : QCoreApplication::instance();
+    auto* timer = new QTimer(owner);
+    timer->setSingleShot(singleShot);
+    timer->setTimerType(Qt::PreciseTimer);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, singleShot, job = std::move(job)] {
+        if (singleShot)
+            timer->deleteLater();
+        job();
+    });
+    timer->start(interval);
+    QPointer<QTimer> guard(timer);
+    return TimerHandle([guard] {
+        if (guard) {
+            guard->stop();
+            guard->deleteLater();
+        }
+    });
+}
+
+} // namespace ostrel

@@ -1,0 +1,54 @@
+#!/usr/bin/env bash
+# One entry point for developers and CI.
+#   tools/dev.sh test    install missing Debian packages, build everything, run every test
+#   tools/dev.sh deps    only install missing Debian packages
+# Set BUILD_DIR to build elsewhere (default: build/ in the checkout).
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+build_dir=${BUILD_DIR:-$root/build}
+
+packages=(
+    cmake ninja-build g++ pkg-config ccache git python3
+    qt6-base-dev qt6-connectivity-dev qt6-svg-dev qt6-tools-dev qt6-tools-dev-tools
+    qt6-l10n-tools libplist-dev libplist-utils
+    libgtest-dev libgmock-dev libbenchmark-dev
+    clang libclang-rt-14-dev
+    dbus dbus-daemon xvfb xauth xdotool libxcb1-dev
+)
+
+install_missing() {
+    local missing=() pkg
+    for pkg in "${packages[@]}"; do
+        dpkg-query -W -f='${Status}' "$pkg" 2>/dev/null | grep -q 'install ok installed' ||
+            missing+=("$pkg")
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    echo "Installing missing packages: ${missing[*]}"
+    local sudo=()
+    [ "$(id -u)" -eq 0 ] || sudo=(sudo)
+    "${sudo[@]}" apt-get update -qq
+    "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends "${missing[@]}"
+}
+
+configure_and_build() {
+    cmake -S "$root" -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+        -DOSTREL_WERROR=ON "$@"
+    cmake --build "$build_dir"
+}
+
+case "${1:-}" in
+deps)
+    install_missing
+    ;;
+test)
+    install_missing
+    configure_and_build
+    ctest --test-dir "$build_dir" --output-on-failure -j "$(nproc)"
+    ;;
+*)
+    echo "usage: $0 test|deps" >&2
+    exit 2
+    ;;
+esac
