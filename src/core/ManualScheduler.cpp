@@ -4,17 +4,21 @@ namespace ostrel {
 
 ManualScheduler::ManualScheduler(QDateTime wallStart) : m_wallStart(std::move(wallStart)) {}
 
-QDateTime ManualScheduler::wallNow() const { return m_wallStart.addMSecs(m_now.count()); }
+QDateTime ManualScheduler::wallNow() const {
+    return m_wallStart.addMSecs(m_now.count());
+}
 
 TimerHandle ManualScheduler::after(Duration delay, QObject* context, Job job) {
-    auto entry = std::make_shared<Entry>(Entry{context, context != nullptr, delay, false, std::move(job)});
+    auto entry =
+        std::make_shared<Entry>(Entry{context, context != nullptr, delay, false, std::move(job)});
     return schedule(m_now + delay, std::move(entry));
 }
 
 TimerHandle ManualScheduler::every(Duration interval, QObject* context, Job job) {
     // A zero interval would never let time advance.
     const Duration step = std::max(interval, Duration(1));
-    auto entry = std::make_shared<Entry>(Entry{context, context != nullptr, step, true, std::move(job)});
+    auto entry =
+        std::make_shared<Entry>(Entry{context, context != nullptr, step, true, std::move(job)});
     return schedule(m_now + step, std::move(entry));
 }
 

@@ -6,11 +6,17 @@
 
 namespace ostrel {
 
-QtScheduler::QtScheduler() { m_clock.start(); }
+QtScheduler::QtScheduler() {
+    m_clock.start();
+}
 
-Scheduler::Duration QtScheduler::now() const { return Duration(m_clock.elapsed()); }
+Scheduler::Duration QtScheduler::now() const {
+    return Duration(m_clock.elapsed());
+}
 
-QDateTime QtScheduler::wallNow() const { return QDateTime::currentDateTime(); }
+QDateTime QtScheduler::wallNow() const {
+    return QDateTime::currentDateTime();
+}
 
 TimerHandle QtScheduler::after(Duration delay, QObject* context, Job job) {
     return start(delay, true, context, std::move(job));
