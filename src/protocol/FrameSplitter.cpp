@@ -1,0 +1,68 @@
+#include "FrameSplitter.h"
+
+#include <algorithm>
+
+namespace ostrel {
+namespace {
+
+constexpr std::uint8_t kHead = 0x9B;
+constexpr std::uint8_t kFoot = 0x9D;
+
+// Index one past the frame starting at `at`, or 0 when none starts there (yet).
+std::size_t frameEnd(const Bytes& buffer, std::size_t at) {
+    if (buffer[at] != kHead || at + 1 >= buffer.size())
+        return 0;
+    const std::size_t footAt = at + 1 + buffer[at + 1];
+    return footAt < buffer.size() && buffer[footAt] == kFoot ? footAt + 1 : 0;
+}
+
+// A head whose frame would end beyond the buffer may still be completed by later bytes.
+bool canStillStartFrame(const Bytes& buffer, std::size_t at) {
+    return buffer[at] == kHead &&
+           (at + 1 >= buffer.size() || at + 1 + buffer[at + 1] >= buffer.size());
+}
+
+} // namespace
+
+FrameSplitter::FrameSplitter(std::size_t maxBuffered)
+    : m_maxBuffered(std::max(maxBuffered, kMaxFrameSize)) {}
+
+void FrameSplitter::append(const Bytes& chunk,
+                           const std::function<void(const Bytes& frame)>& onFrame) {
+    m_buffer.insert(m_buffer.end(), chunk.begin(), chunk.end());
+    std::size_t consumed = 0;
+    std::size_t i = 0;
+    while (i < m_buffer.size()) {
+        const std::size_t end = frameEnd(m_buffer, i);
+        if (end == 0) {
+            ++i;
+            continue;
+        }
+        m_frame.assign(m_buffer.begin() + static_cast<std::ptrdiff_t>(i),
+                       m_buffer.begin() + static_cast<std::ptrdiff_t>(end));
+        onFrame(m_frame);
+        consumed = i = end;
+    }
+    m_buffer.erase(m_buffer.begin(), m_buffer.begin() + static_cast<std::ptrdiff_t>(consumed));
+    dropOverflow();
+}
+
+void FrameSplitter::dropOverflow() {
+    if (m_buffer.size() <= m_maxBuffered)
+        return;
+    // Any head that can still start a frame lies within the last kMaxFrameSize bytes.
+    std::size_t keepFrom = m_buffer.size() - kMaxFrameSize;
+    while (keepFrom < m_buffer.size() && !canStillStartFrame(m_buffer, keepFrom))
+        ++keepFrom;
+    m_buffer.erase(m_buffer.begin(), m_buffer.begin() + static_cast<std::ptrdiff_t>(keepFrom));
+}
+
+void FrameSplitter::clear() {
+    m_buffer.clear();
+}
+
+std::size_t FrameSplitter::bufferedSize() const {
+    return m_buffer.size();
+}
+
+} // namespace ostrel

@@ -1,0 +1,48 @@
+#include "protocol/CRC16.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+namespace ostrel {
+namespace {
+
+// Straight bit-by-bit CRC-16/MODBUS, independent of the table method under test.
+std::uint16_t bitwiseModbus(const Bytes& data) {
+    std::uint16_t crc = 0xFFFF;
+    for (std::uint8_t byte : data) {
+        crc ^= byte;
+        for (int bit = 0; bit < 8; ++bit)
+            crc = (crc & 1) ? static_cast<std::uint16_t>((crc >> 1) ^ 0xA001) : crc >> 1;
+    }
+    return crc;
+}
+
+TEST(CRC16Test, KnownValuesAndHighByteFirstOnTheWire) {
+    const Bytes check{'1', '2', '3', '4', '5', '6', '7', '8', '9'};
+    EXPECT_EQ(CRC16::crc16(check), 0x4B37);
+    EXPECT_EQ(CRC16::crc16(Bytes{}), 0xFFFF);
+    EXPECT_EQ(CRC16::appendCRC16(Bytes{0x05, 0x03, 0x82}), (Bytes{0x05, 0x03, 0x82, 0x50, 0xE1}));
+    EXPECT_EQ(CRC16::appendCRC16(Bytes{0x06, 0x02, 0x00, 0x00}),
+              (Bytes{0x06, 0x02, 0x00, 0x00, 0x6C, 0xA1}));
+    EXPECT_EQ(CRC16::appendCRC16(Bytes{}), (Bytes{0xFF, 0xFF}));
+}
+
+TEST(CRC16Test, MatchesBitwiseReferenceOnRandomInputs) {
+    std::mt19937 random(1234);
+    for (int round = 0; round < 2000; ++round) {
+        Bytes data(random() % 300);
+        for (auto& byte : data)
+            byte = static_cast<std::uint8_t>(random());
+        ASSERT_EQ(CRC16::crc16(data), bitwiseModbus(data)) << "length " << data.size();
+    }
+}
+
+TEST(CRC16Test, CountsOnlyTheFirst65535Bytes) {
+    Bytes data(65535, 0x5A);
+    const std::uint16_t capped = CRC16::crc16(data);
+    data.push_back(0x01);
+    EXPECT_EQ(CRC16::crc16(data), capped);
+}
+
+} // namespace
+} // namespace ostrel

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "protocol/Bytes.h"
+#include "protocol/CRC16.h"
+
+#include <sstream>
+#include <string>
+
+namespace ostrel::test {
+
+// "9B 06 02" -> bytes; written independently of the converter under test.
+inline Bytes hexBytes(const std::string& text) {
+    std::istringstream in(text);
+    Bytes out;
+    unsigned value = 0;
+    while (in >> std::hex >> value)
+        out.push_back(static_cast<std::uint8_t>(value));
+    return out;
+}
+
+// A valid desk frame of `type` carrying `payload`.
+inline Bytes deskFrame(std::uint8_t type, const Bytes& payload) {
+    Bytes body{static_cast<std::uint8_t>(payload.size() + 4), type};
+    body.insert(body.end(), payload.begin(), payload.end());
+    Bytes frame{0x9B};
+    for (std::uint8_t byte : CRC16::appendCRC16(body))
+        frame.push_back(byte);
+    frame.push_back(0x9D);
+    return frame;
+}
+
+} // namespace ostrel::test
