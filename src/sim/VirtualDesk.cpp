@@ -1,0 +1,442 @@
+#include "sim/VirtualDesk.h"
+
+#include "core/Scheduler.h"
+#include "protocol/BluetoothProtocol.h"
+#include "protocol/BluetoothResultHandle.h"
+#include "protocol/CRC16.h"
+#include "protocol/FrameSplitter.h"
+
+#include <algorithm>
+#include <cmath>
+
+using namespace std::chrono_literals;
+
+namespace ostrel {
+
+namespace {
+
+// Frame types and command opcodes of the desk link.
+constexpr std::uint8_t kKeyFrame = 0x02;
+constexpr std::uint8_t kCommandFrame = 0x03;
+constexpr std::uint8_t kPollFrame = 0x11;
+constexpr std::uint8_t kDisplayFrame = 0x12;
+constexpr std::uint8_t kTargetHeightCommand = 0x80;
+constexpr std::uint8_t kDeviceInfoCommand = 0x82;
+constexpr std::uint8_t kThicknessCommand = 0x86;
+constexpr std::uint8_t kAntiCollisionCommand = 0x89;
+constexpr std::uint8_t kLightStripCommand = 0x9F;
+constexpr int kCustomColourMode = 9;
+
+// Key bitmap of a key frame: first byte | second byte << 8.
+constexpr int kNoKey = 0;
+constexpr int kUpKey = 0x01;
+constexpr int kDownKey = 0x02;
+constexpr int kMemorySetKey = 0x20;
+constexpr std::array<int, 4> kMemoryKeys{0x04, 0x08, 0x10, 0x100};
+
+constexpr auto kMemorySetWindow = 5s;
+constexpr auto kPowerOnShown = 1s;
+constexpr int kHighestError = 37;
+constexpr int kObstacleBackOff = 20; // tenths of a cm
+constexpr double kCmPerInch = 2.54;
+
+// Head, length, type, two CRC bytes and foot around every payload.
+constexpr std::size_t kEnvelopeSize = 6;
+
+Bytes deskFrame(std::uint8_t type, const Bytes& payload) {
+    Bytes body(payload.size() + 2);
+    body[0] = static_cast<std::uint8_t>(payload.size() + 4); // counts type, payload and CRC
+    body[1] = type;
+    std::copy(payload.begin(), payload.end(), body.begin() + 2);
+    return BluetoothProtocol::appendHeadAndFoot(CRC16::appendCRC16(body));
+}
+
+std::uint8_t byteAt(int value, int index) {
+    return static_cast<std::uint8_t>((value >> (8 * index)) & 0xFF);
+}
+
+int memorySlot(int keys) {
+    const auto* found = std::find(kMemoryKeys.begin(), kMemoryKeys.end(), keys);
+    return found == kMemoryKeys.end() ? -1 : static_cast<int>(found - kMemoryKeys.begin());
+}
+
+} // namespace
+
+VirtualDesk::VirtualDesk(VirtualDeskConfig config, QObject* parent)
+    : QObject(parent), m_config(std::move(config)),
+      m_motor(m_config.speedCmPerSecond, m_config.minHeight, m_config.maxHeight,
+              m_config.startHeight),
+      m_splitter(std::make_unique<FrameSplitter>()), m_sensitivity(m_config.sensitivity),
+      m_thickness(m_config.tableThickness) {
+    // A zero period would make the poll timer spin.
+    m_config.pollPeriod = std::max(m_config.pollPeriod, std::chrono::milliseconds(1));
+}
+
+VirtualDesk::~VirtualDesk() = default;
+
+QString VirtualDesk::name() const {
+    return QString::fromStdString(m_config.name);
+}
+
+// Type 1 desks use one characteristic both ways; every other type has the type 2 layout.
+QString VirtualDesk::serviceUuid() const {
+    return m_config.bluetoothType == 1 ? QStringLiteral("FFF0") : QStringLiteral("180D");
+}
+
+QString VirtualDesk::notifyUuid() const {
+    return m_config.bluetoothType == 1 ? QStringLiteral("FFF1") : QStringLiteral("2A37");
+}
+
+QString VirtualDesk::writeUuid() const {
+    return m_config.bluetoothType == 1 ? QStringLiteral("FFF1") : QStringLiteral("2A39");
+}
+
+int VirtualDesk::heightTenths() const {
+    return static_cast<int>(std::lround(m_motor.height()));
+}
+
+// ---- Link ----
+
+void VirtualDesk::setSubscribed(bool subscribed) {
+    subscribed = subscribed && isAdvertising();
+    if (subscribed == m_subscribed)
+        return;
+    m_subscribed = subscribed;
+    if (!subscribed)
+        handleKeys(kNoKey);
+    updateTicking();
+}
+
+void VirtualDesk::writeFromHost(const Bytes& bytes) {
+    if (!isAdvertising())
+        return;
+    m_splitter->append(bytes, [this](const Bytes& frame) { handleFrame(frame); });
+}
+
+// The controller's heartbeat: it runs while someone listens or the columns move, so a one-touch
+// move finishes even with nobody connected.
+void VirtualDesk::updateTicking() {
+    const bool needed = m_powered && (m_subscribed || m_motor.isMoving());
+    if (needed && m_ticker.isNull()) {
+        m_ticker = Scheduler::instance().every(m_config.pollPeriod, this, [this] { tick(); });
+    } else if (!needed && !m_ticker.isNull()) {
+        m_ticker.cancel();
+        m_ticker = {};
+    }
+}
+
+void VirtualDesk::tick() {
+    m_motor.update();
+    // An unanswered poll is as good as a released key: a lost or frozen host must not keep the
+    // desk moving.
+    const auto silence = Scheduler::instance().now() - m_lastKeysAt;
+    if (m_heldKeys != kNoKey && silence >= 2 * m_config.pollPeriod)
+        handleKeys(kNoKey);
+    finishResetAtBottom();
+    if (m_subscribed) {
+        send(deskFrame(kPollFrame, {}));
+        sendDisplay();
+    }
+    updateTicking();
+}
+
+void VirtualDesk::send(const Bytes& frame) {
+    if (m_subscribed)
+        emit notified(frame);
+}
+
+// Replies leave after the host's write has returned, as from a real controller; this also keeps
+// the host's receive path from being re-entered while it is still writing.
+void VirtualDesk::sendSoon(Bytes frame) {
+    Scheduler::instance().after(0ms, this, [this, frame = std::move(frame)] { send(frame); });
+}
+
+void VirtualDesk::sendDisplay() {
+    if (m_announcePowerOn) {
+        m_announcePowerOn = false;
+        m_powerOnShownUntil = Scheduler::instance().now() + kPowerOnShown;
+    }
+    const SegmentCodes codes = currentDisplay();
+    send(deskFrame(kDisplayFrame, Bytes(codes.begin(), codes.end())));
+}
+
+SegmentCodes VirtualDesk::currentDisplay() const {
+    if (m_error != 0)
+        return SegmentDisplay::error(m_error);
+    if (m_slideDown)
+        return SegmentDisplay::kSlideDown;
+    if (m_resetNeeded)
+        return SegmentDisplay::kReset;
+    if (m_childLock)
+        return SegmentDisplay::kChildLock;
+    if (Scheduler::instance().now() < m_powerOnShownUntil)
+        return SegmentDisplay::kPowerOn;
+    if (m_memorySetMode)
+        return SegmentDisplay::kMemorySet;
+    return SegmentDisplay::height(toDisplayUnit(heightTenths()));
+}
+
+// Limits always go out in tenths of a cm; the unit byte tells how the display counts.
+void VirtualDesk::sendDeviceInfo() {
+    const int maxHeight = m_motor.maxHeight();
+    const int minHeight = m_motor.minHeight();
+    const Bytes payload{
+        static_cast<std::uint8_t>(m_config.inchDisplay ? 1 : 0),
+        byteAt(maxHeight, 0),
+        byteAt(maxHeight, 1),
+        byteAt(minHeight, 0),
+        byteAt(minHeight, 1),
+        byteAt(m_sensitivity, 0),
+        static_cast<std::uint8_t>(m_config.supportChildLock ? 1 : 0),
+        0,
+        0,
+        0,
+        0,
+        byteAt(m_thickness, 0),
+    };
+    sendSoon(deskFrame(kDeviceInfoCommand, payload));
+    // The strip's state follows, so a host learns that the desk has one.
+    if (m_config.hasLightStrip)
+        sendLightStrip();
+}
+
+void VirtualDesk::sendLightStrip() {
+    const Bytes payload{byteAt(m_light.switchStatus, 0), byteAt(m_light.mode, 0),
+                        byteAt(m_light.green, 0), byteAt(m_light.red, 0), byteAt(m_light.blue, 0)};
+    sendSoon(deskFrame(kLightStripCommand, payload));
+}
+
+// ---- Host frames ----
+
+void VirtualDesk::handleFrame(const Bytes& frame) {
+    if (frame.size() < kEnvelopeSize || !BluetoothResultHandle::crcCheck(frame))
+        return;
+    const Bytes payload(frame.begin() + 3, frame.end() - 3);
+    if (frame[2] == kKeyFrame && payload.size() >= 2)
+        handleKeys(payload[0] | payload[1] << 8);
+    else if (frame[2] == kCommandFrame && !payload.empty())
+        handleCommand(payload);
+    // Anything else (the key-display frame, unknown types) means nothing to the controller.
+}
+
+void VirtualDesk::handleCommand(const Bytes& payload) {
+    const std::size_t arguments = payload.size() - 1;
+    switch (payload[0]) {
+    case kDeviceInfoCommand:
+        sendDeviceInfo();
+        break;
+    case kTargetHeightCommand:
+        if (arguments >= 2)
+            moveTo(fromDisplayUnit(payload[1] | payload[2] << 8));
+        break;
+    case kThicknessCommand:
+        if (arguments >= 1)
+            m_thickness = payload[1];
+        break;
+    case kAntiCollisionCommand:
+        if (arguments >= 1)
+            m_sensitivity = payload[1];
+        break;
+    case kLightStripCommand:
+        if (arguments >= 2)
+            setLight(payload);
+        break;
+    default:
+        break;
+    }
+}
+
+void VirtualDesk::setLight(const Bytes& payload) {
+    if (!m_config.hasLightStrip)
+        return;
+    m_light.switchStatus = payload[1];
+    m_light.mode = payload[2];
+    if (m_light.mode == kCustomColourMode && payload.size() >= 6) {
+        m_light.green = payload[3];
+        m_light.red = payload[4];
+        m_light.blue = payload[5];
+    }
+    sendLightStrip();
+}
+
+// ---- Keys ----
+
+void VirtualDesk::handleKeys(int keys) {
+    m_lastKeysAt = Scheduler::instance().now();
+    const int previous = m_heldKeys;
+    m_heldKeys = keys;
+    if (keys == kNoKey)
+        m_latched = false;
+    else if (keys != previous)
+        handleKeyPress(keys);
+    applyHeldKey();
+}
+
+// What a key does at the moment it goes down; holding it only matters for Up and Down.
+void VirtualDesk::handleKeyPress(int keys) {
+    if (keysBlocked() || m_resetNeeded)
+        return;
+    if (m_motor.isAutomatic()) {
+        // Any key ends a one-touch move, and only that.
+        m_motor.stop();
+        m_latched = true;
+        return;
+    }
+    const int slot = memorySlot(keys);
+    if (keys == kMemorySetKey) {
+        enterMemorySet();
+    } else if (slot >= 0 && m_memorySetMode) {
+        m_memory[static_cast<std::size_t>(slot)] = heightTenths();
+        leaveMemorySet();
+    } else if (slot >= 0) {
+        if (m_memory[static_cast<std::size_t>(slot)] > 0)
+            moveTo(m_memory[static_cast<std::size_t>(slot)]);
+    } else {
+        leaveMemorySet();
+    }
+}
+
+void VirtualDesk::applyHeldKey() {
+    if (!m_motor.isAutomatic()) {
+        int direction = 0;
+        if (!m_latched && !keysBlocked()) {
+            // During a reset only Down works: the desk must be driven to the bottom.
+            if (m_heldKeys == kUpKey && !m_resetNeeded)
+                direction = 1;
+            else if (m_heldKeys == kDownKey)
+                direction = -1;
+        }
+        m_motor.run(direction);
+    }
+    updateTicking();
+}
+
+void VirtualDesk::moveTo(int heightTenths) {
+    if (keysBlocked() || m_resetNeeded)
+        return;
+    m_motor.runTo(heightTenths);
+    updateTicking();
+}
+
+bool VirtualDesk::keysBlocked() const {
+    return m_error != 0 || m_childLock || m_slideDown;
+}
+
+void VirtualDesk::enterMemorySet() {
+    m_memorySetMode = true;
+    m_memorySetTimeout.cancel();
+    m_memorySetTimeout =
+        Scheduler::instance().after(kMemorySetWindow, this, [this] { m_memorySetMode = false; });
+}
+
+void VirtualDesk::leaveMemorySet() {
+    m_memorySetMode = false;
+    m_memorySetTimeout.cancel();
+}
+
+// Holding Down at the bottom completes a reset; the controller forgets its presets with it.
+void VirtualDesk::finishResetAtBottom() {
+    if (m_resetNeeded && m_heldKeys == kDownKey && heightTenths() <= m_motor.minHeight()) {
+        m_resetNeeded = false;
+        m_memory.fill(0);
+    }
+}
+
+// ---- Units ----
+
+int VirtualDesk::toDisplayUnit(int tenthsCm) const {
+    return m_config.inchDisplay ? static_cast<int>(std::lround(tenthsCm / kCmPerInch)) : tenthsCm;
+}
+
+int VirtualDesk::fromDisplayUnit(int tenths) const {
+    return m_config.inchDisplay ? static_cast<int>(std::lround(tenths * kCmPerInch)) : tenths;
+}
+
+// ---- Faults ----
+
+void VirtualDesk::injectError(int code) {
+    if (code < 0 || code > kHighestError)
+        return;
+    m_error = code;
+    applyFault(code != 0);
+}
+
+void VirtualDesk::setChildLock(bool locked) {
+    m_childLock = locked;
+    applyFault(locked);
+}
+
+void VirtualDesk::setResetNeeded(bool needed) {
+    m_resetNeeded = needed;
+    applyFault(needed);
+}
+
+void VirtualDesk::setSlideDown(bool sliding) {
+    m_slideDown = sliding;
+    applyFault(sliding);
+}
+
+// A fault stops the columns; keys held across it take effect again once it clears.
+void VirtualDesk::applyFault(bool raised) {
+    if (raised) {
+        m_motor.stop();
+        leaveMemorySet();
+    }
+    applyHeldKey();
+}
+
+void VirtualDesk::setPowered(bool powered) {
+    if (powered == m_powered)
+        return;
+    if (powered) {
+        m_announcePowerOn = true;
+    } else {
+        send(deskFrame(kDisplayFrame,
+                       Bytes(SegmentDisplay::kPowerOff.begin(), SegmentDisplay::kPowerOff.end())));
+        m_motor.stop();
+        leaveMemorySet();
+    }
+    setReachable(powered, m_inRange);
+}
+
+void VirtualDesk::setInRange(bool inRange) {
+    setReachable(m_powered, inRange);
+}
+
+void VirtualDesk::setReachable(bool powered, bool inRange) {
+    const bool wasAdvertising = isAdvertising();
+    m_powered = powered;
+    m_inRange = inRange;
+    if (wasAdvertising == isAdvertising())
+        return;
+    if (!isAdvertising())
+        endLink();
+    updateTicking();
+    emit advertisingChanged(isAdvertising());
+}
+
+void VirtualDesk::dropLink() {
+    endLink();
+}
+
+void VirtualDesk::endLink() {
+    m_subscribed = false;
+    m_splitter->clear();
+    handleKeys(kNoKey);
+    emit linkDropped();
+}
+
+void VirtualDesk::placeObstacle() {
+    m_motor.update();
+    if (!m_motor.isMoving())
+        return;
+    const int direction = m_motor.direction();
+    m_motor.stop();
+    m_latched = m_heldKeys != kNoKey;
+    // With anti-collision on the controller backs off to free whatever it hit.
+    if (m_sensitivity > 0)
+        m_motor.runTo(heightTenths() - direction * kObstacleBackOff);
+    updateTicking();
+}
+
+} // namespace ostrel

@@ -1,0 +1,151 @@
+#pragma once
+
+#include "core/TimerHandle.h"
+#include "protocol/Bytes.h"
+#include "sim/DeskMotor.h"
+#include "sim/SegmentDisplay.h"
+
+#include <QObject>
+#include <QString>
+#include <array>
+#include <chrono>
+#include <memory>
+#include <string>
+
+namespace ostrel {
+
+class FrameSplitter;
+
+struct VirtualDeskConfig {
+    std::string name = "QWJ-0001"; // advertised local name
+    int bluetoothType = 2;         // GATT layout: 2 = 180D/2A37 notify/2A39 write, 1 = FFF0/FFF1
+    std::chrono::milliseconds pollPeriod{50};
+    double speedCmPerSecond = 3.8;
+    int minHeight = 600; // tenths of a centimetre
+    int maxHeight = 1200;
+    int startHeight = 720;
+    bool inchDisplay = false; // display (and device info unit) in inches
+    int rssi = -55;
+    // Additions beyond the carriers' needs, reported in the device-information frame:
+    int sensitivity = 2;     // anti-collision sensitivity, 0 = off
+    int tableThickness = 25; // tabletop thickness, millimetres
+    bool supportChildLock = true;
+    bool hasLightStrip = true; // a desk without one ignores light commands and never reports
+};
+
+// A model of the desk controller, so the application can be driven, tested and shown without
+// hardware. It behaves as the controller box does: once the host subscribes it polls the host's
+// keypad every poll period and mirrors its seven-segment display after each poll; keys exist only
+// as answers to those polls. Everything is timed through Scheduler::instance().
+//
+// Heights are tenths of a centimetre throughout, except the target-height command and the
+// display, which use the display unit (tenths of an inch in inch mode), as the controller does.
+class VirtualDesk : public QObject {
+    Q_OBJECT
+public:
+    explicit VirtualDesk(VirtualDeskConfig config = {}, QObject* parent = nullptr);
+    ~VirtualDesk() override;
+
+    const VirtualDeskConfig& config() const { return m_config; }
+    QString name() const; // advertised name
+    // "180D"/"2A37"/"2A39" for type 2, "FFF0"/"FFF1"/"FFF1" for type 1.
+    QString serviceUuid() const;
+    QString notifyUuid() const;
+    QString writeUuid() const;
+    bool isAdvertising() const { return m_powered && m_inRange; }
+
+    // ---- Link side: called by the carrier ----
+
+    // The host enabled or disabled notifications; polls run only while subscribed.
+    void setSubscribed(bool subscribed);
+    // One write to the write characteristic, cut into pieces of any size.
+    void writeFromHost(const Bytes& bytes);
+
+    // ---- Observation for tests and the demo ----
+
+    int heightTenths() const; // true height, tenths of a cm
+    bool isMoving() const { return m_motor.isMoving(); }
+    bool isSubscribed() const { return m_subscribed; } // addition
+
+    // ---- Fault injection ----
+
+    void injectError(int code); // E01..E37; 0 clears; other codes are ignored
+    void setChildLock(bool locked);
+    void setResetNeeded(bool needed); // shows RST; holding Down to the bottom completes the reset
+    void setSlideDown(bool sliding);
+    void setPowered(bool powered); // off: shows OFF, ends the link; on: shows On for a moment
+    void placeObstacle();          // hit while moving: stops, and backs off if anti-collision is on
+    void setInRange(bool inRange);
+    void dropLink();
+
+signals:
+    void notified(const ostrel::Bytes& value); // one notification value to the host
+    void advertisingChanged(bool advertising);
+    void linkDropped(); // the desk side ended the link (dropLink, out of range, power off)
+
+private:
+    static constexpr int kMemorySlots = 4;
+
+    void tick();
+    void updateTicking();
+    void send(const Bytes& frame);
+    void sendSoon(Bytes frame);
+    void sendDisplay();
+    void sendDeviceInfo();
+    void sendLightStrip();
+    SegmentCodes currentDisplay() const;
+
+    void handleFrame(const Bytes& frame);
+    void handleCommand(const Bytes& payload);
+    void handleKeys(int keys);
+    void handleKeyPress(int keys);
+    void applyHeldKey();
+    void moveTo(int heightTenths);
+    void setLight(const Bytes& payload);
+    bool keysBlocked() const;
+    void applyFault(bool raised);
+    void enterMemorySet();
+    void leaveMemorySet();
+    void finishResetAtBottom();
+    void setReachable(bool powered, bool inRange);
+    void endLink();
+
+    int toDisplayUnit(int tenthsCm) const;
+    int fromDisplayUnit(int tenths) const;
+
+    VirtualDeskConfig m_config;
+    DeskMotor m_motor;
+    std::unique_ptr<FrameSplitter> m_splitter;
+    TimerHandle m_ticker;
+
+    bool m_powered = true;
+    bool m_inRange = true;
+    bool m_subscribed = false;
+
+    int m_heldKeys = 0; // key bitmap of the last key frame
+    std::chrono::milliseconds m_lastKeysAt{};
+    bool m_latched = false; // a press was consumed; held keys count again after a release
+
+    bool m_memorySetMode = false;
+    TimerHandle m_memorySetTimeout;
+    std::array<int, kMemorySlots> m_memory{}; // tenths of a cm, 0 = empty
+
+    int m_error = 0;
+    bool m_childLock = false;
+    bool m_resetNeeded = false;
+    bool m_slideDown = false;
+    bool m_announcePowerOn = false;
+    std::chrono::milliseconds m_powerOnShownUntil{};
+
+    int m_sensitivity;
+    int m_thickness;
+    struct LightStrip {
+        int switchStatus = 0;
+        int mode = 1;
+        int red = 0xFF;
+        int green = 0xFF;
+        int blue = 0xFF;
+    } m_light;
+};
+
+} // namespace ostrel
