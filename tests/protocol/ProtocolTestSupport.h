@@ -18,15 +18,21 @@ inline Bytes hexBytes(const std::string& text) {
     return out;
 }
 
-// A valid desk frame of `type` carrying `payload`.
-inline Bytes deskFrame(std::uint8_t type, const Bytes& payload) {
-    Bytes body{static_cast<std::uint8_t>(payload.size() + 4), type};
-    body.insert(body.end(), payload.begin(), payload.end());
+// `body` with its CRC between head and foot, whatever its length byte says.
+inline Bytes wrapBody(const Bytes& body) {
     Bytes frame{0x9B};
     for (std::uint8_t byte : CRC16::appendCRC16(body))
         frame.push_back(byte);
     frame.push_back(0x9D);
     return frame;
+}
+
+// A valid desk frame of `type` carrying `payload`.
+inline Bytes deskFrame(std::uint8_t type, const Bytes& payload) {
+    Bytes body{static_cast<std::uint8_t>(payload.size() + 4), type};
+    for (std::uint8_t byte : payload) // a loop, since gcc 12 misreads an inlined empty insert
+        body.push_back(byte);
+    return wrapBody(body);
 }
 
 } // namespace ostrel::test
