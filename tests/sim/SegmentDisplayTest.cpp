@@ -1,0 +1,54 @@
+#include "sim/SegmentDisplay.h"
+
+#include "protocol/BluetoothProtocol.h"
+
+#include <gtest/gtest.h>
+
+using ostrel::BluetoothProtocol;
+using ostrel::SegmentCodes;
+using ostrel::SegmentDisplay;
+
+namespace {
+
+std::string heightText(const SegmentCodes& c) {
+    return BluetoothProtocol::getNumber(c[0], c[1], c[2]);
+}
+
+} // namespace
+
+// What the handset shows must read back, through the host's decoder, as the height it meant.
+TEST(SegmentDisplay, HeightsReadBackThroughTheHostDecoder) {
+    const std::vector<std::pair<int, std::string>> cases{
+        {600, "60.0"}, {725, "72.5"}, {999, "99.9"}, {283, "28.3"}, {1000, "100"},
+        {1004, "100"}, {1005, "101"}, {1200, "120"}, {-5, "00.0"},  {20000, "999"},
+    };
+    for (const auto& [tenths, text] : cases)
+        EXPECT_EQ(heightText(SegmentDisplay::height(tenths)), text) << tenths;
+}
+
+TEST(SegmentDisplay, ErrorCodesReadBackAsTheHandsetShowsThem) {
+    for (int code = 1; code <= 37; ++code) {
+        const SegmentCodes c = SegmentDisplay::error(code);
+        char expected[4];
+        std::snprintf(expected, sizeof expected, "E%02d", code);
+        EXPECT_TRUE(BluetoothProtocol::isError(c[0], c[1], c[2])) << code;
+        EXPECT_EQ(BluetoothProtocol::getError(c[0], c[1], c[2]), expected);
+    }
+}
+
+TEST(SegmentDisplay, WordsAreRecognisedAsTheirWords) {
+    using Recogniser = bool (*)(int, int, int);
+    const std::vector<std::pair<SegmentCodes, Recogniser>> words{
+        {SegmentDisplay::kReset, &BluetoothProtocol::isRST},
+        {SegmentDisplay::kChildLock, &BluetoothProtocol::isLOC},
+        {SegmentDisplay::kSlideDown, &BluetoothProtocol::isOL},
+        {SegmentDisplay::kPowerOff, &BluetoothProtocol::isOFF},
+        {SegmentDisplay::kPowerOn, &BluetoothProtocol::isOn},
+        {SegmentDisplay::kMemorySet, &BluetoothProtocol::isMemoryHeight},
+    };
+    for (const auto& [c, recognises] : words) {
+        EXPECT_TRUE(recognises(c[0], c[1], c[2])) << int(c[0]) << ' ' << int(c[1]);
+        // The slide-down word must not pass as an error, or the host reports the wrong event.
+        EXPECT_EQ(BluetoothProtocol::isError(c[0], c[1], c[2]), false);
+    }
+}
