@@ -1,0 +1,59 @@
+# Every picture of the application, one SVG per name. Listed by hand so that adding a picture is a
+# visible change; the widgets library compiles them in under ":/images/".
+set(OSTREL_IMAGE_NAMES
+    color_close
+    color_desk
+    color_open
+    common_toolbarlogo
+    connect_arrow
+    connect_bluetoothicon
+    connect_desk_D5
+    connect_desk_D5L
+    connect_desk_D5Plus
+    connect_desk_D5Pro
+    connect_desk_D5Q
+    connect_refresh
+    control_D5_deskbottom
+    control_D5_deskmid
+    control_D5_desktop
+    control_D5L_deskbottom
+    control_D5L_deskmid
+    control_D5L_desktop
+    control_D5Plus_deskbottom
+    control_D5Plus_deskmid
+    control_D5Plus_desktop
+    control_D5Pro_deskbottom
+    control_D5Pro_deskmid
+    control_D5Pro_desktop
+    control_D5Q_deskbottom
+    control_D5Q_deskmid
+    control_D5Q_desktop
+    control_down
+    control_M1_set
+    control_M1_unset
+    control_M2_set
+    control_M2_unset
+    control_set
+    control_set_normal
+    control_shortcuts_tip
+    control_sit_set
+    control_sit_unset
+    control_stand_set
+    control_stand_unset
+    control_up
+    home_error_logo
+    setting_arrow
+    setting_deviceicon
+    setting_down
+    setting_M1
+    setting_M2
+    setting_select
+    setting_sit
+    setting_sitstandicon
+    setting_stand
+    setting_switchclose
+    setting_switchopen
+    setting_syssetttingicon
+    setting_up
+)
+list(TRANSFORM OSTREL_IMAGE_NAMES APPEND ".svg" OUTPUT_VARIABLE OSTREL_IMAGE_FILES)

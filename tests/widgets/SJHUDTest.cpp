@@ -1,0 +1,62 @@
+#include "widgets/SJHUD.h"
+
+#include "WidgetTestSupport.h"
+
+#include <QPointer>
+
+using namespace ostrel;
+
+namespace {
+
+class SJHUDTest : public test::VirtualTimeTest {
+protected:
+    SJHUDTest() { view.resize(400, 300); }
+
+    QList<SJHUD*> toasts() const {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return view.findChildren<SJHUD*>();
+    }
+
+    QWidget view;
+};
+
+TEST_F(SJHUDTest, ShowsTheTextOverTheViewForTheGivenTimeOnly) {
+    QPointer<SJHUD> toast =
+        SJHUD::showMessage("Setting successful", &view, std::chrono::milliseconds(1500));
+    ASSERT_EQ(toasts(), QList<SJHUD*>{toast.data()});
+    EXPECT_EQ(toast->text(), "Setting successful");
+    EXPECT_FALSE(toast->isHidden());
+    EXPECT_NEAR(toast->geometry().center().x(), view.rect().center().x(), 1);
+    EXPECT_TRUE(view.rect().contains(toast->geometry()));
+
+    at(1499);
+    EXPECT_EQ(toasts().size(), 1);
+    at(1500);
+    EXPECT_TRUE(toasts().isEmpty());
+    EXPECT_TRUE(toast.isNull());
+}
+
+TEST_F(SJHUDTest, ANewMessageReplacesTheOldOneAndKeepsItsOwnTime) {
+    SJHUD::showMessage("Setting failed", &view, std::chrono::milliseconds(2000));
+    at(1000);
+    QPointer<SJHUD> second =
+        SJHUD::showHeightMessage("Height presets not set", &view, std::chrono::milliseconds(2000));
+    ASSERT_EQ(toasts(), QList<SJHUD*>{second.data()});
+    EXPECT_LT(second->geometry().center().y(), view.rect().center().y());
+
+    at(2000); // the first toast's time is up; it must not take the second one with it
+    EXPECT_EQ(toasts(), QList<SJHUD*>{second.data()});
+    at(3000);
+    EXPECT_TRUE(toasts().isEmpty());
+}
+
+TEST_F(SJHUDTest, AViewClosedBeforeTheTimeIsUpTakesItsToastWithIt) {
+    auto* transient = new QWidget;
+    SJHUD::showMessage("Connected successful, move the table to synchronize the height.",
+                       transient);
+    delete transient;
+    at(SJHUD::kDefaultDuration.count());
+    EXPECT_EQ(clock.pendingCount(), 0u);
+}
+
+} // namespace
