@@ -132,7 +132,6 @@ void VirtualDesk::tick() {
     const auto silence = Scheduler::instance().now() - m_lastKeysAt;
     if (m_heldKeys != kNoKey && silence >= 2 * m_config.pollPeriod)
         handleKeys(kNoKey);
-    finishResetAtBottom();
     if (m_subscribed) {
         send(deskFrame(kPollFrame, {}));
         sendDisplay();
@@ -270,6 +269,7 @@ void VirtualDesk::handleKeys(int keys) {
     else if (keys != previous)
         handleKeyPress(keys);
     applyHeldKey();
+    finishResetAtBottom();
 }
 
 // What a key does at the moment it goes down; holding it only matters for Up and Down.

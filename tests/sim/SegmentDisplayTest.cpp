@@ -26,16 +26,6 @@ TEST(SegmentDisplay, HeightsReadBackThroughTheHostDecoder) {
         EXPECT_EQ(heightText(SegmentDisplay::height(tenths)), text) << tenths;
 }
 
-TEST(SegmentDisplay, ErrorCodesReadBackAsTheHandsetShowsThem) {
-    for (int code = 1; code <= 37; ++code) {
-        const SegmentCodes c = SegmentDisplay::error(code);
-        char expected[4];
-        std::snprintf(expected, sizeof expected, "E%02d", code);
-        EXPECT_TRUE(BluetoothProtocol::isError(c[0], c[1], c[2])) << code;
-        EXPECT_EQ(BluetoothProtocol::getError(c[0], c[1], c[2]), expected);
-    }
-}
-
 TEST(SegmentDisplay, WordsAreRecognisedAsTheirWords) {
     using Recogniser = bool (*)(int, int, int);
     const std::vector<std::pair<SegmentCodes, Recogniser>> words{
