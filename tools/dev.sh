@@ -44,7 +44,7 @@ deps)
     ;;
 test)
     install_missing
-    configure_and_build
+    configure_and_build -DOSTREL_BUILD_BENCH=ON
     ctest --test-dir "$build_dir" --output-on-failure -j "$(nproc)"
     ;;
 *)
