@@ -38,8 +38,10 @@ struct VirtualDeskConfig {
 // keypad every poll period and mirrors its seven-segment display after each poll; keys exist only
 // as answers to those polls. Everything is timed through Scheduler::instance().
 //
-// Heights are tenths of a centimetre throughout, except the target-height command and the
-// display, which use the display unit (tenths of an inch in inch mode), as the controller does.
+// Heights are tenths of a centimetre throughout (the reported limits included), except the
+// target-height command and the display, which use the display unit (tenths of an inch in inch
+// mode), as the controller does. Held keys move the desk; memory keys and the target-height
+// command start moves that run by themselves until they arrive or any key is pressed.
 class VirtualDesk : public QObject {
     Q_OBJECT
 public:
@@ -58,14 +60,15 @@ public:
 
     // The host enabled or disabled notifications; polls run only while subscribed.
     void setSubscribed(bool subscribed);
-    // One write to the write characteristic, cut into pieces of any size.
+    // One write to the write characteristic, cut into pieces of any size. Frames failing their
+    // CRC are dropped; nothing arrives while the desk is off or out of range.
     void writeFromHost(const Bytes& bytes);
 
     // ---- Observation for tests and the demo ----
 
     int heightTenths() const; // true height, tenths of a cm
     bool isMoving() const { return m_motor.isMoving(); }
-    bool isSubscribed() const { return m_subscribed; } // addition
+    bool isSubscribed() const { return m_subscribed; } // (added to the carriers' interface)
 
     // ---- Fault injection ----
 
@@ -81,7 +84,9 @@ public:
 signals:
     void notified(const ostrel::Bytes& value); // one notification value to the host
     void advertisingChanged(bool advertising);
-    void linkDropped(); // the desk side ended the link (dropLink, out of range, power off)
+    // The desk side ended the link (dropLink, out of range, power off). Also emitted when no host
+    // was linked; a carrier without a link ignores it.
+    void linkDropped();
 
 private:
     static constexpr int kMemorySlots = 4;
