@@ -128,7 +128,7 @@ TEST_F(VirtualDeskTest, InchDisplayShowsTenthsOfAnInchAndTargetsUseThem) {
     EXPECT_EQ(host.currentHeight(), 394);
 }
 
-TEST_F(VirtualDeskTest, MemorySetStoresAndOneTouchRecallArrivesAndStops) {
+TEST_F(VirtualDeskTest, MemorySetStoresAndOneTouchRecallRunsUntilArrivalOrAnotherKey) {
     start({.startHeight = 800});
     int confirmations = 0;
     host.bluetoothResultHandle_Manage = [&](const std::string&) { ++confirmations; };
@@ -137,11 +137,19 @@ TEST_F(VirtualDeskTest, MemorySetStoresAndOneTouchRecallArrivesAndStops) {
     hold(kM1, 100ms);
     EXPECT_EQ(host.result(), "80.0"); // stored: the display is back to the height
 
-    hold(kDown, 2s);
-    hold(kM1, 100ms); // a short tap: the desk goes on by itself
-    scheduler.advance(5s);
-    EXPECT_FALSE(desk->isMoving());
-    EXPECT_EQ(desk->heightTenths(), 800);
+    for (bool interrupted : {false, true}) {
+        hold(kDown, 2s);
+        hold(kM1, 100ms); // a short tap: the desk goes on by itself
+        if (interrupted) {
+            hold(kUp, 500ms); // ends the move, and is held off until released
+            EXPECT_FALSE(desk->isMoving());
+        }
+        scheduler.advance(5s);
+        EXPECT_FALSE(desk->isMoving());
+        EXPECT_EQ(desk->heightTenths() == 800, !interrupted);
+    }
+    hold(kUp, 500ms); // pressed afresh, it drives again
+    EXPECT_TRUE(desk->isMoving());
 }
 
 TEST_F(VirtualDeskTest, MemorySetModeLapsesAfterFiveSeconds) {
@@ -155,20 +163,6 @@ TEST_F(VirtualDeskTest, MemorySetModeLapsesAfterFiveSeconds) {
     hold(kUp, 1s);
     hold(kM1, 100ms);
     EXPECT_FALSE(desk->isMoving());
-}
-
-TEST_F(VirtualDeskTest, AnotherKeyEndsAOneTouchMoveAndIsHeldOffUntilReleased) {
-    start();
-    hold(kMemorySet, 100ms);
-    hold(kM1, 100ms);
-    hold(kUp, 3s);
-    hold(kM1, 100ms);
-    ASSERT_TRUE(desk->isMoving());
-    hold(kDown, 500ms);
-    EXPECT_FALSE(desk->isMoving());
-    hold(kNone, 50ms);
-    hold(kDown, 500ms); // pressed afresh, it drives again
-    EXPECT_TRUE(desk->isMoving());
 }
 
 TEST_F(VirtualDeskTest, ReportsDeviceInfoAndLightStripAsConfiguredAndAsChanged) {
