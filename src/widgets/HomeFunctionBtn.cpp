@@ -1,23 +1,17 @@
 #include "widgets/HomeFunctionBtn.h"
 
-#include <QMouseEvent>
-
 namespace ostrel {
 
 void HomeFunctionBtn::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton) {
-        event->ignore();
+    if (!isLeftButton(event))
         return;
-    }
     setDown(true);
     emit touchDwon(this);
 }
 
 void HomeFunctionBtn::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton) {
-        event->ignore();
+    if (!isLeftButton(event))
         return;
-    }
     setDown(false);
     emit touchUp(this);
 }

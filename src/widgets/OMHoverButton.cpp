@@ -1,14 +1,10 @@
 #include "widgets/OMHoverButton.h"
 
-#include <QMouseEvent>
-
 namespace ostrel {
 
 void OMHoverButton::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton) {
-        event->ignore();
+    if (!isLeftButton(event))
         return;
-    }
     setDown(true);
     auto& scheduler = Scheduler::instance();
     m_longPressCheck = scheduler.after(kLongPressDelay, this, [this] {
@@ -19,10 +15,8 @@ void OMHoverButton::mousePressEvent(QMouseEvent* event) {
 }
 
 void OMHoverButton::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton) {
-        event->ignore();
+    if (!isLeftButton(event))
         return;
-    }
     setDown(false);
     m_longPressCheck.cancel();
     Scheduler::instance().after(kReportDelay, this, [this] { reportRelease(); });

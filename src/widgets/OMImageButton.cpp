@@ -2,6 +2,8 @@
 
 #include "widgets/OMImage.h"
 
+#include <QEasingCurve>
+#include <QMouseEvent>
 #include <QPainter>
 
 namespace ostrel {
@@ -27,6 +29,34 @@ void OMImageButton::setBackgroundColor(const QColor& color) {
 void OMImageButton::setRotation(qreal degrees) {
     m_rotation = degrees;
     update();
+}
+
+void OMImageButton::turnTo(qreal degrees, Scheduler::Duration duration,
+                           std::function<void()> finished) {
+    constexpr Scheduler::Duration frame{16};
+    m_turn.cancel();
+    auto& scheduler = Scheduler::instance();
+    const qreal from = m_rotation;
+    const Scheduler::Duration start = scheduler.now();
+    m_turn = scheduler.every(frame, this, [=, this, &scheduler] {
+        const auto elapsed = scheduler.now() - start;
+        const qreal progress = duration.count() > 0
+                                   ? qMin(1.0, qreal(elapsed.count()) / qreal(duration.count()))
+                                   : 1.0;
+        setRotation(from + (degrees - from) *
+                               QEasingCurve(QEasingCurve::InOutQuad).valueForProgress(progress));
+        if (progress < 1.0)
+            return;
+        m_turn.cancel();
+        if (finished)
+            finished();
+    });
+}
+
+bool OMImageButton::isLeftButton(QMouseEvent* event) {
+    const bool left = event->button() == Qt::LeftButton;
+    event->setAccepted(left);
+    return left;
 }
 
 QSize OMImageButton::sizeHint() const {

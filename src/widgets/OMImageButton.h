@@ -1,7 +1,10 @@
 #pragma once
 
+#include "core/Scheduler.h"
+
 #include <QAbstractButton>
 #include <QColor>
+#include <functional>
 
 namespace ostrel {
 
@@ -23,16 +26,22 @@ public:
     qreal rotation() const { return m_rotation; }
     // Degrees, clockwise on screen.
     void setRotation(qreal degrees);
+    // Turns to `degrees` over `duration`, easing in and out, then calls `finished`. A new turn
+    // starts from the angle reached and replaces the one under way, whose `finished` never runs.
+    void turnTo(qreal degrees, Scheduler::Duration duration, std::function<void()> finished = {});
 
     QSize sizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    // Press and release handlers act on the left button only; any other is passed on (ignored).
+    static bool isLeftButton(QMouseEvent* event);
 
 private:
     QString m_imageName;
     QColor m_background;
     qreal m_rotation = 0.0;
+    TimerHandle m_turn;
 };
 
 } // namespace ostrel
