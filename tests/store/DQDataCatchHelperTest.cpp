@@ -61,16 +61,6 @@ TEST_F(DQDataCatchHelperTest, DeletingAFolderRemovesFilesAndLinksButNeverLinkTar
     EXPECT_TRUE(QFile::exists(again.outside.filePath("dir/inner.bin")));
 }
 
-TEST_F(DQDataCatchHelperTest, CreatesFoldersAndFilesRelativeToTheGivenFolder) {
-    const QString cwd = QDir::currentPath();
-    EXPECT_TRUE(DQDataCatchHelper::createFolderWithPath(doc(), "x/y"));
-    EXPECT_TRUE(DQDataCatchHelper::createFileWithPath(doc() + "/x", "f.txt"));
-    EXPECT_TRUE(QFileInfo(docFile("x/y")).isDir());
-    EXPECT_EQ(DQDataCatchHelper::getFileSizeWithPath(docFile("x/f.txt")), 0);
-    EXPECT_EQ(DQDataCatchHelper::getDirectWithPath(docFile("x")), QStringList({"f.txt", "y"}));
-    EXPECT_EQ(QDir::currentPath(), cwd);
-}
-
 TEST_F(DQDataCatchHelperTest, ListOfDictionariesFile) {
     const QVariantMap first{{"id", "1"}, {"n", 5}};
     EXPECT_TRUE(DQDataCatchHelper::dataSaveDictWithDictSave(first, "list"));

@@ -61,13 +61,6 @@ TEST_F(OMPlistManagerTest, UsersComeAndGoWithTheirEntries) {
     EXPECT_EQ(userIdAt("system_setting", 1), "2");
     EXPECT_EQ(OMPlistManager::readPlistFileDataWithFileName("control")->size(), 2);
 
-    bool ran = false;
-    OMPlistManager::modifyUser({{"user_id", "1"}, {"is_current", "0"}, {"name", "z"}}, "1",
-                               [&] { ran = true; });
-    EXPECT_TRUE(ran);
-    EXPECT_EQ(OMPlistManager::readPlistFileDataWithFileName("user")->at(0).toMap().value("name"),
-              "z");
-
     OMPlistManager::deleteUserAllDataWithUserID("2"); // the current user
     EXPECT_EQ(OMPlistManager::getCurrentUserID(), "1");
     for (const char* list : {"user", "control", "system_setting"}) {
