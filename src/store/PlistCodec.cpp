@@ -17,6 +17,9 @@ using Node = std::unique_ptr<void, NodeDeleter>;
 
 // Property-list dates count seconds from 2001-01-01 UTC.
 constexpr qint64 kPlistEpochOffset = 978307200;
+// Far deeper than any file the application writes; a deeper file is hostile and reads as absent
+// instead of exhausting the stack.
+constexpr int kMaxDepth = 256;
 
 Node toNode(const QVariant& value);
 
@@ -88,13 +91,13 @@ Node toNode(const QVariant& value) {
     }
 }
 
-std::optional<QVariant> fromNode(void* node);
+std::optional<QVariant> fromNode(void* node, int depth);
 
-std::optional<QVariant> fromArray(void* node) {
+std::optional<QVariant> fromArray(void* node, int depth) {
     QVariantList list;
     const uint32_t size = plist_array_get_size(node);
     for (uint32_t i = 0; i < size; ++i) {
-        auto item = fromNode(plist_array_get_item(node, i));
+        auto item = fromNode(plist_array_get_item(node, i), depth);
         if (!item)
             return std::nullopt;
         list.append(*item);
@@ -102,7 +105,7 @@ std::optional<QVariant> fromArray(void* node) {
     return list;
 }
 
-std::optional<QVariant> fromDict(void* node) {
+std::optional<QVariant> fromDict(void* node, int depth) {
     QVariantMap map;
     plist_dict_iter iter = nullptr;
     plist_dict_new_iter(node, &iter);
@@ -114,15 +117,15 @@ std::optional<QVariant> fromDict(void* node) {
         std::unique_ptr<char, decltype(&std::free)> keyGuard(key, &std::free);
         if (!child)
             return map;
-        auto item = fromNode(child);
+        auto item = fromNode(child, depth);
         if (!key || !item)
             return std::nullopt;
         map.insert(QString::fromUtf8(key), *item);
     }
 }
 
-std::optional<QVariant> fromNode(void* node) {
-    if (!node)
+std::optional<QVariant> fromNode(void* node, int depth) {
+    if (!node || ++depth > kMaxDepth)
         return std::nullopt;
     switch (plist_get_node_type(node)) {
     case PLIST_BOOLEAN:
@@ -155,9 +158,9 @@ std::optional<QVariant> fromNode(void* node) {
             (qint64{seconds} + kPlistEpochOffset) * 1000 + micros / 1000, Qt::UTC));
     }
     case PLIST_ARRAY:
-        return fromArray(node);
+        return fromArray(node, depth);
     case PLIST_DICT:
-        return fromDict(node);
+        return fromDict(node, depth);
     default:
         return std::nullopt;
     }
@@ -185,7 +188,7 @@ QVariant PlistCodec::fromData(const QByteArray& data) {
     plist_t root = nullptr;
     plist_from_memory(data.constData(), static_cast<uint32_t>(data.size()), &root);
     Node guard(root);
-    return fromNode(root).value_or(QVariant());
+    return fromNode(root, 0).value_or(QVariant());
 }
 
 } // namespace ostrel

@@ -116,6 +116,10 @@ TEST_F(PlistFileTest, NoPrefixOrRandomBufferYieldsAPartialValue) {
             noise[i] = static_cast<char>(byte(random));
         EXPECT_FALSE(PlistCodec::fromData(noise).isValid()) << "round " << round;
     }
+    const QByteArray deep = "<plist version=\"1.0\">" + QByteArray("<array>").repeated(50000) +
+                            QByteArray("</array>").repeated(50000) + "</plist>";
+    EXPECT_FALSE(PlistCodec::fromData(deep).isValid())
+        << "nesting is bounded, not a stack overflow";
 }
 
 TEST_F(PlistFileTest, ValuesAPropertyListCannotHoldWriteNothing) {
