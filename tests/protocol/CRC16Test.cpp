@@ -17,13 +17,9 @@ std::uint16_t bitwiseModbus(const Bytes& data) {
     return crc;
 }
 
-TEST(CRC16Test, KnownValuesAndHighByteFirstOnTheWire) {
-    const Bytes check{'1', '2', '3', '4', '5', '6', '7', '8', '9'};
-    EXPECT_EQ(CRC16::crc16(check), 0x4B37);
-    EXPECT_EQ(CRC16::crc16(Bytes{}), 0xFFFF);
+TEST(CRC16Test, KnownValuesGoOnTheWireHighByteFirst) {
+    EXPECT_EQ(CRC16::crc16(Bytes{'1', '2', '3', '4', '5', '6', '7', '8', '9'}), 0x4B37);
     EXPECT_EQ(CRC16::appendCRC16(Bytes{0x05, 0x03, 0x82}), (Bytes{0x05, 0x03, 0x82, 0x50, 0xE1}));
-    EXPECT_EQ(CRC16::appendCRC16(Bytes{0x06, 0x02, 0x00, 0x00}),
-              (Bytes{0x06, 0x02, 0x00, 0x00, 0x6C, 0xA1}));
     EXPECT_EQ(CRC16::appendCRC16(Bytes{}), (Bytes{0xFF, 0xFF}));
 }
 
@@ -35,13 +31,6 @@ TEST(CRC16Test, MatchesBitwiseReferenceOnRandomInputs) {
             byte = static_cast<std::uint8_t>(random());
         ASSERT_EQ(CRC16::crc16(data), bitwiseModbus(data)) << "length " << data.size();
     }
-}
-
-TEST(CRC16Test, CountsOnlyTheFirst65535Bytes) {
-    Bytes data(65535, 0x5A);
-    const std::uint16_t capped = CRC16::crc16(data);
-    data.push_back(0x01);
-    EXPECT_EQ(CRC16::crc16(data), capped);
 }
 
 } // namespace
