@@ -1,0 +1,50 @@
+#include "OMAlert.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace ostrel {
+
+namespace {
+
+OMAlert::Presenter& installedPresenter() {
+    static OMAlert::Presenter presenter;
+    return presenter;
+}
+
+void showMessageBox(QWidget* parent, const OMAlertSpec& spec, const OMAlert::Done& done) {
+    auto* box = new QMessageBox(parent);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setIcon(spec.warning ? QMessageBox::Warning : QMessageBox::NoIcon);
+    box->setText(spec.message);
+    box->setInformativeText(spec.informativeText);
+    box->setWindowModality(parent ? Qt::WindowModal : Qt::ApplicationModal);
+    for (int i = 0; i < spec.buttons.size(); ++i) {
+        QPushButton* button = box->addButton(spec.buttons.at(i), QMessageBox::AcceptRole);
+        if (i == 0)
+            box->setDefaultButton(button);
+        QObject::connect(button, &QPushButton::clicked, box, [done, i] {
+            if (done)
+                done(OMAlert::kFirstButton + i);
+        });
+    }
+    box->open();
+}
+
+} // namespace
+
+void OMAlert::show(QWidget* parent, const OMAlertSpec& spec, Done done) {
+    if (const Presenter& presenter = installedPresenter()) {
+        const int response = presenter(parent, spec);
+        if (done)
+            done(response);
+        return;
+    }
+    showMessageBox(parent, spec, done);
+}
+
+OMAlert::Presenter OMAlert::setPresenter(Presenter presenter) {
+    return std::exchange(installedPresenter(), std::move(presenter));
+}
+
+} // namespace ostrel

@@ -1,0 +1,25 @@
+#include "OMWindowIdentifier.h"
+
+#include <QApplication>
+#include <QWidget>
+
+namespace ostrel {
+
+QString OMWindowIdentifier::prefix() {
+    return QStringLiteral("com.ostrel.motion");
+}
+
+void OMWindowIdentifier::assign(QWidget* window, const QString& identifier) {
+    window->setObjectName(identifier);
+}
+
+QWidget* OMWindowIdentifier::find(const QString& identifier) {
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        if (window->objectName() == identifier)
+            return window;
+    }
+    return nullptr;
+}
+
+} // namespace ostrel
