@@ -1,0 +1,90 @@
+#include "transport/BluetoothFilter.h"
+
+#include "transport/BluetoothCharacteristic.h"
+#include "transport/BluetoothModel.h"
+#include "transport/BluetoothUuid.h"
+
+#include <gtest/gtest.h>
+
+namespace ostrel {
+namespace {
+
+struct NameCase {
+    const char* name;
+    int type;
+    std::vector<int> passes; // scan rules (0-9) that accept the name
+};
+
+class NameToType : public ::testing::TestWithParam<NameCase> {};
+
+TEST_P(NameToType, ResolvesTypeAndPassesOnlyItsRules) {
+    const NameCase& c = GetParam();
+    const QString name = QString::fromUtf8(c.name);
+    EXPECT_EQ(BluetoothFilter::getBluetoothTypeWithPeriperalName(name), c.type);
+    for (int type = -1; type <= 10; ++type) {
+        const bool expected = std::find(c.passes.begin(), c.passes.end(), type) != c.passes.end();
+        EXPECT_EQ(BluetoothFilter::scanRuleWithType(type, name), expected) << "rule " << type;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Names, NameToType,
+    ::testing::Values(NameCase{"Ostrel-CN-1234", 1, {0, 1}},
+                      // Heads match anywhere in the name, not only at its start.
+                      NameCase{
+                          "Desk QXR 01", 2, {2}}, // QXR alone is left out of the all-families list
+                      NameCase{"xxKVM20", 3, {0, 3}},
+                      // QJW is tested before QJWK, so QJWK desks are driven as type 2.
+                      NameCase{"QJWK-5", 2, {0, 2, 9}}, NameCase{"QWJ-0001", 2, {0, 2}},
+                      NameCase{"RX01", 6, {0, 6}},
+                      NameCase{"qwj-0001", 0, {}}, // heads are case-sensitive
+                      NameCase{"", 0, {}}, NameCase{"Headphones", 0, {}}));
+
+TEST(BluetoothFilter, NullNameIsTypeZero) {
+    EXPECT_EQ(BluetoothFilter::getBluetoothTypeWithPeriperalName(QString()), 0);
+}
+
+TEST(BluetoothModel, OnlyTypesOneAndTwoCarryIdentifiers) {
+    const BluetoothModel all(0);
+    EXPECT_EQ(all.bluetoothHeadArray().size(), 12);
+    EXPECT_FALSE(all.bluetoothHeadArray().contains(QStringLiteral("QXR")));
+
+    const BluetoothModel one(1);
+    EXPECT_EQ(one.serviceUUID(), "FFF0");
+    EXPECT_EQ(one.writeCharacteristicUUID(), "FFF1");
+    EXPECT_EQ(one.readCharacteristicUUID(), "FFF1");
+
+    const BluetoothModel two(2);
+    EXPECT_EQ(two.serviceUUID(), "180D");
+    EXPECT_EQ(two.writeCharacteristicUUID(), "2A39");
+    EXPECT_EQ(two.readCharacteristicUUID(), "2A37");
+
+    for (int type : {3, 9, 10, -1}) {
+        const BluetoothModel model(type);
+        EXPECT_EQ(model.type(), type);
+        EXPECT_TRUE(model.serviceUUID().isEmpty());
+        EXPECT_TRUE(model.writeCharacteristicUUID().isEmpty());
+    }
+    EXPECT_TRUE(BluetoothModel(10).bluetoothHeadArray().isEmpty());
+}
+
+TEST(BluetoothCharacteristic, PropertiesStringNamesEachBitInOrder) {
+    EXPECT_EQ(BluetoothCharacteristic::propertiesString(0x1A), "Read Write Notify");
+    EXPECT_EQ(BluetoothCharacteristic::propertiesString(0x00), "");
+    EXPECT_EQ(BluetoothCharacteristic::propertiesString(0x7F),
+              "Broadcast Read WriteWithoutResponse Write Notify Indicate "
+              "AuthenticatedSignedWrites");
+    EXPECT_EQ(BluetoothCharacteristic::propertiesString(0x80), ""); // extended: not named
+}
+
+TEST(BluetoothUuid, ShortAndLongFormsCompareEqual) {
+    EXPECT_TRUE(BluetoothUuid::same("180d", "0000180D-0000-1000-8000-00805F9B34FB"));
+    EXPECT_TRUE(BluetoothUuid::same("{00002a37-0000-1000-8000-00805f9b34fb}", "2A37"));
+    EXPECT_FALSE(BluetoothUuid::same("2A37", "2A39"));
+    EXPECT_TRUE(BluetoothUuid::isValidIdentifier("AA:BB:CC:DD:EE:0F"));
+    EXPECT_TRUE(BluetoothUuid::isValidIdentifier("6F1C5F0E-3A57-4B52-9D0E-8A1F00C0FFEE"));
+    EXPECT_FALSE(BluetoothUuid::isValidIdentifier("desk-1"));
+}
+
+} // namespace
+} // namespace ostrel

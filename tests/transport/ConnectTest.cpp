@@ -1,0 +1,223 @@
+#include "TransportTestSupport.h"
+#include "core/NotificationCenter.h"
+#include "core/NotificationNames.h"
+
+namespace ostrel::test {
+namespace {
+
+class ConnectTest : public TransportTest {
+protected:
+    struct Report {
+        std::chrono::milliseconds at;
+        std::optional<BluetoothError> error;
+    };
+    // Connects through the facade and records every report of the connect callback.
+    void connectRecording(const PeripheralPtr& peripheral) {
+        facade().connectDeviceWithPeripheral(
+            peripheral, [this](const PeripheralPtr&, const OptionalError& error) {
+                reports.push_back({now(), error});
+            });
+    }
+    std::vector<Report> reports;
+};
+
+TEST_F(ConnectTest, ConnectsAndReportsTheLink) {
+    VirtualDesk& desk = addDesk();
+    const PeripheralPtr peripheral = discover(desk);
+    ASSERT_TRUE(peripheral);
+    int connectedPosts = 0;
+    QObject observer;
+    NotificationCenter::defaultCenter().addObserver(&observer, notifications::kBluetoothConnected,
+                                                    [&](const QVariant&) { ++connectedPosts; });
+
+    connectRecording(peripheral);
+    advance(VirtualCentral::kDefaultLatency);
+    ASSERT_EQ(reports.size(), 1u);
+    EXPECT_FALSE(reports[0].error);
+    EXPECT_TRUE(peripheral->isConnected());
+    EXPECT_TRUE(facade().isConnect());
+    EXPECT_EQ(facade().currentPeripheral(), peripheral);
+    EXPECT_EQ(connectedPosts, 1);
+    EXPECT_EQ(tool().bluetoothState(), 3);
+
+    // Asked again, the facade answers at once without a new platform connect.
+    connectRecording(peripheral);
+    ASSERT_EQ(reports.size(), 2u);
+    EXPECT_FALSE(reports[1].error);
+    advance(1s);
+    EXPECT_EQ(connectedPosts, 1);
+    EXPECT_EQ(reports.size(), 2u);
+}
+
+TEST_F(ConnectTest, UnansweredConnectTimesOutAndLeavesTheDeskDisconnected) {
+    VirtualDesk& desk = addDesk();
+    const PeripheralPtr peripheral = discover(desk);
+    desk.setInRange(false);
+    facade().setConnectTimeOut(10);
+    connectRecording(peripheral);
+    advance(9999ms);
+    EXPECT_TRUE(reports.empty());
+    advance(1ms);
+    ASSERT_EQ(reports.size(), 1u);
+    ASSERT_TRUE(reports[0].error);
+    EXPECT_EQ(*reports[0].error, (BluetoothError{3, "connect device timeout ~~"}));
+    EXPECT_EQ(peripheral->state(), PlatformCentral::PeripheralDisconnected);
+    // The abandoned attempt stays abandoned when the desk returns.
+    desk.setInRange(true);
+    advance(1s);
+    EXPECT_FALSE(peripheral->isConnected());
+    EXPECT_EQ(reports.size(), 1u);
+    EXPECT_EQ(facade().currentPeripheral(), peripheral); // named even after a failure
+}
+
+TEST_F(ConnectTest, PlatformFailureIsCodeThreeWithThePlatformText) {
+    VirtualDesk& desk = addDesk();
+    const PeripheralPtr peripheral = discover(desk);
+    central->setConnectFailure(&desk, "Peer removed pairing information");
+    connectRecording(peripheral);
+    advance(1s);
+    ASSERT_EQ(reports.size(), 1u);
+    EXPECT_EQ(*reports[0].error, (BluetoothError{3, "Peer removed pairing information"}));
+    EXPECT_FALSE(facade().isConnect());
+}
+
+TEST_F(ConnectTest, ShorterTimeOutAppliesFromTheNextAttempt) {
+    VirtualDesk& desk = addDesk();
+    const PeripheralPtr peripheral = discover(desk);
+    desk.setInRange(false);
+    connectRecording(peripheral); // with the default 30 s
+    facade().setConnectTimeOut(10);
+    advance(29999ms);
+    EXPECT_TRUE(reports.empty());
+    advance(1ms);
+    ASSERT_EQ(reports.size(), 1u);
+    const auto started = now();
+    connectRecording(peripheral);
+    advance(10s);
+    ASSERT_EQ(reports.size(), 2u);
+    EXPECT_EQ(reports[1].at - started, 10s);
+}
+
+TEST_F(ConnectTest, LostLinkWithAutoReconnectComesBackToTheSameCallbacks) {
+    VirtualDesk& desk = addDesk();
+    const PeripheralPtr peripheral = discover(desk);
+    std::vector<int> frameTypes;
+    facade().connectDeviceWithPeripheral(
+        peripheral,
+        [this](const PeripheralPtr&, const OptionalError& error) {
+            reports.push_back({now(), error});
+        },
+        [&](const std::optional<Bytes>& frame, const OptionalError&) {
+            if (frame)
+                frameTypes.push_back((*frame)[2]);
+        });
+    advance(500ms);
+    ASSERT_EQ(reports.size(), 1u);
+    ASSERT_FALSE(frameTypes.empty());
+
+    desk.setInRange(false);
+    ASSERT_EQ(reports.size(), 2u);
+    ASSERT_TRUE(reports[1].error);
+    EXPECT_EQ(reports[1].error->code, 6);
+    EXPECT_FALSE(facade().isConnect());
+    advance(2s);
+    frameTypes.clear();
+
+    desk.setInRange(true);
+    advance(500ms);
+    ASSERT_EQ(reports.size(), 3u);
+    EXPECT_FALSE(reports[2].error);
+    EXPECT_TRUE(facade().isConnect());
+    EXPECT_TRUE(desk.isSubscribed());
+    EXPECT_NE(std::count(frameTypes.begin(), frameTypes.end(), 0x11), 0);
+    // Subscribed once per link: each poll arrives once.
+    EXPECT_EQ(std::count(frameTypes.begin(), frameTypes.end(), 0x11),
+              std::count(frameTypes.begin(), frameTypes.end(), 0x12));
+}
+
+TEST_F(ConnectTest, LostLinkWithoutAutoReconnectStaysDown) {
+    VirtualDesk& desk = addDesk();
+    const PeripheralPtr peripheral = discover(desk);
+    facade().setAutoConnectAfterDisconnect(false);
+    connectRecording(peripheral);
+    advance(100ms);
+    desk.dropLink();
+    ASSERT_EQ(reports.size(), 2u);
+    EXPECT_EQ(reports[1].error->code, 5);
+    EXPECT_EQ(reports[1].error->domain, "The connection has timed out unexpectedly.");
+    advance(40s);
+    EXPECT_EQ(reports.size(), 2u);
+    EXPECT_FALSE(peripheral->isConnected());
+}
+
+TEST_F(ConnectTest, TeardownIsNotTreatedAsALoss) {
+    VirtualDesk& desk = addDesk();
+    const PeripheralPtr peripheral = discover(desk);
+    connectRecording(peripheral);
+    advance(100ms);
+    facade().resetManager();
+    advance(100ms);
+    ASSERT_EQ(reports.size(), 2u);
+    EXPECT_EQ(reports[1].error->code, 5);
+    advance(40s);
+    EXPECT_FALSE(peripheral->isConnected());
+    EXPECT_TRUE(tool().centerManager().connectedDeviceDict().isEmpty());
+    EXPECT_TRUE(tool().centerManager().foundDeviceDict().isEmpty());
+}
+
+TEST_F(ConnectTest, ConnectByNameScansThenConnects) {
+    addDesk({.name = "QWJ-0002"});
+    addDesk();
+    facade().connectDeviceWithPeripheralName(
+        "QWJ-0001",
+        [this](const PeripheralPtr&, const OptionalError& error) {
+            reports.push_back({now(), error});
+        },
+        nullptr);
+    advance(1s);
+    ASSERT_EQ(reports.size(), 1u);
+    EXPECT_FALSE(reports[0].error);
+    EXPECT_EQ(facade().currentPeripheral()->name(), "QWJ-0001");
+}
+
+TEST_F(ConnectTest, ConnectByIdentifierChecksItFirst) {
+    VirtualDesk& desk = addDesk();
+    std::vector<std::optional<BluetoothError>> errors;
+    auto record = [&](const PeripheralPtr&, const OptionalError& e) { errors.push_back(e); };
+    tool().connectDeviceWithIdentifier("", record);
+    tool().connectDeviceWithIdentifier("desk-1", record);
+    ASSERT_EQ(errors.size(), 2u);
+    EXPECT_EQ(*errors[0], (BluetoothError{13, "the identifier is empty !"}));
+    EXPECT_EQ(*errors[1], (BluetoothError{13, "the identifier is not effect !"}));
+
+    tool().connectDeviceWithIdentifier(central->identifierOf(&desk), record);
+    advance(500ms);
+    ASSERT_EQ(errors.size(), 3u);
+    EXPECT_FALSE(errors[2]);
+}
+
+TEST_F(ConnectTest, BatchConnectStaggersAndReportsOnceAllAnswered) {
+    addDesk();
+    addDesk({.name = "QWJ-0002"});
+    central->setLatency(1ms);
+    QList<PeripheralPtr> connected;
+    std::optional<std::chrono::milliseconds> doneAt;
+    tool().setManagerOptions(facade().toolOptions());
+    tool().scanAndConnectAllDeviceWithRule(
+        [](const PeripheralPtr& p) { return p->name().startsWith("QWJ"); },
+        [&](const QList<PeripheralPtr>& list, const OptionalError& error) {
+            EXPECT_FALSE(error);
+            connected = list;
+            doneAt = now();
+        });
+    advance(31s);
+    ASSERT_EQ(connected.size(), 2);
+    EXPECT_EQ(doneAt, 30s + 300ms + 1ms); // the second connect starts 0.3 s after the first
+    for (const PeripheralPtr& p : connected) {
+        EXPECT_TRUE(p->isConnected());
+        EXPECT_TRUE(p->connectErrorDescription().isEmpty());
+    }
+}
+
+} // namespace
+} // namespace ostrel::test

@@ -1,0 +1,169 @@
+#include "TransportTestSupport.h"
+#include "transport/BluetoothCenterManager.h"
+
+namespace ostrel::test {
+namespace {
+
+class DiscoveryTest : public TransportTest {
+protected:
+    // Continuous type-2 scan through the facade, every event recorded.
+    void scan(int type = 2) {
+        facade().setScanTimeOut(30);
+        facade().scanWithType(
+            type, [this](const PeripheralPtr& peripheral, int flags, const OptionalError& error) {
+                events.push_back({now(), peripheral ? peripheral->name() : QString(), flags,
+                                  error ? std::optional<int>(error->code) : std::nullopt});
+            });
+    }
+    std::vector<int> flagsOf(const QString& name) const {
+        std::vector<int> flags;
+        for (const ScanEvent& event : events) {
+            if (event.name == name)
+                flags.push_back(event.flags);
+        }
+        return flags;
+    }
+
+    std::vector<ScanEvent> events;
+};
+
+TEST_F(DiscoveryTest, RepeatedSightingsAreReportedOneInTen) {
+    addDesk();
+    central->setAdvertisingInterval(100ms);
+    scan();
+    advance(100ms);
+    ASSERT_EQ(flagsOf("QWJ-0001"), std::vector<int>{8});
+    EXPECT_EQ(events[0].at, 100ms);
+
+    advance(900ms); // repeats 1..9: silence
+    EXPECT_EQ(flagsOf("QWJ-0001"), std::vector<int>{8});
+    advance(100ms); // the 10th repeat
+    EXPECT_EQ(flagsOf("QWJ-0001"), (std::vector<int>{8, 16}));
+    EXPECT_EQ(events.back().at, 1100ms);
+    advance(1000ms); // the 20th
+    EXPECT_EQ(flagsOf("QWJ-0001"), (std::vector<int>{8, 16, 16}));
+}
+
+TEST_F(DiscoveryTest, DeskUnseenForFiveSecondsIsDroppedAndSeenAnewLater) {
+    VirtualDesk& desk = addDesk();
+    scan();
+    advance(350ms); // sightings at 100, 200, 300
+    desk.setInRange(false);
+    advance(4949ms);
+    EXPECT_EQ(flagsOf("QWJ-0001"), std::vector<int>{8});
+    advance(1ms); // 5300 ms: five seconds after the last counted sighting
+    EXPECT_EQ(flagsOf("QWJ-0001"), (std::vector<int>{8, 32}));
+    EXPECT_TRUE(tool().centerManager().foundDeviceDict().isEmpty());
+
+    desk.setInRange(true);
+    advance(100ms);
+    EXPECT_EQ(flagsOf("QWJ-0001"), (std::vector<int>{8, 32, 8}));
+}
+
+TEST_F(DiscoveryTest, ScanEndsAfterItsTimeOutWithOneEndReport) {
+    scan(1); // nothing of type 1 around
+    advance(29999ms);
+    EXPECT_TRUE(events.empty());
+    advance(1ms);
+    ASSERT_EQ(events.size(), 1u);
+    EXPECT_EQ(events[0].flags, 2);
+    EXPECT_FALSE(events[0].errorCode);
+    EXPECT_FALSE(central->isScanning());
+    advance(60s);
+    EXPECT_EQ(events.size(), 1u);
+}
+
+TEST_F(DiscoveryTest, UnsetTimeOutScansForThirtySeconds) {
+    facade().setScanTimeOut(BluetoothToolOptions::kUnsetTimeOut);
+    QList<PeripheralPtr> result;
+    std::optional<std::chrono::milliseconds> endedAt;
+    std::optional<BluetoothError> error;
+    facade().scanAllWithType(1, [&](const QList<PeripheralPtr>& list, const OptionalError& e) {
+        result = list;
+        error = e;
+        endedAt = now();
+    });
+    advance(40s);
+    EXPECT_EQ(endedAt, 30s);
+    EXPECT_TRUE(result.isEmpty());
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->code, 2);
+    EXPECT_EQ(error->domain, "device not found !");
+}
+
+TEST_F(DiscoveryTest, CollectingScanListsEachMatchingDeskOnce) {
+    addDesk();
+    addDesk({.name = "QJW-7"});
+    addDesk({.name = "Ostrel-CN-9", .bluetoothType = 1});
+    QStringList names;
+    facade().setScanTimeOut(3);
+    facade().scanAllWithType(2, [&](const QList<PeripheralPtr>& list, const OptionalError& error) {
+        EXPECT_FALSE(error);
+        for (const PeripheralPtr& p : list)
+            names.append(p->name());
+    });
+    advance(4s);
+    names.sort();
+    EXPECT_EQ(names, (QStringList{"QJW-7", "QWJ-0001"}));
+}
+
+TEST_F(DiscoveryTest, RadioOffEndsScansWithPoweredOffError) {
+    central->setPowered(false);
+    scan();
+    std::vector<int> singleCodes;
+    facade().setScanTimeOut(5);
+    tool().scanDeviceWithName("QWJ-0001", [&](const PeripheralPtr& p, const OptionalError& e) {
+        EXPECT_FALSE(p);
+        singleCodes.push_back(e ? e->code : -1);
+    });
+    EXPECT_EQ(singleCodes, std::vector<int>{0}); // at once, the scan runs all the same
+    advance(5s);
+    EXPECT_EQ(singleCodes, (std::vector<int>{0, 1}));
+    EXPECT_FALSE(facade().blueToothIsOpen());
+}
+
+TEST_F(DiscoveryTest, SingleResultScanStopsAtTheNamedDesk) {
+    addDesk({.name = "QWJ-0002"});
+    addDesk();
+    std::vector<int> states;
+    facade().bluetoothStateChanged(
+        [&](const PeripheralPtr&, int state) { states.push_back(state); });
+    PeripheralPtr found;
+    tool().scanDeviceWithName("QWJ-0001", [&](const PeripheralPtr& p, const OptionalError& e) {
+        EXPECT_FALSE(e);
+        found = p;
+    });
+    advance(500ms);
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->name(), "QWJ-0001");
+    EXPECT_EQ(states, (std::vector<int>{1, 2}));
+    EXPECT_FALSE(central->isScanning());
+    EXPECT_EQ(tool().bluetoothState(), 2);
+}
+
+TEST_F(DiscoveryTest, ScanWithoutConditionFailsAtOnce) {
+    std::optional<BluetoothError> error;
+    tool().scanDeviceWithCondition(
+        {}, [&](const PeripheralPtr&, const OptionalError& e) { error = e; });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(*error, (BluetoothError{2, "the condition is nil"}));
+    EXPECT_FALSE(central->isScanning());
+}
+
+// Whatever a stranger advertises, the scan goes on and reports only real matches.
+TEST_F(DiscoveryTest, OddAdvertisementsAreFilteredWithoutHarm) {
+    addDesk();
+    scan(0);
+    const QString nameKey = QString::fromLatin1(PlatformCentral::kLocalNameKey);
+    central->injectSighting("AA:00:00:00:00:01", {}, -70);                          // no name
+    central->injectSighting("AA:00:00:00:00:02", {{nameKey, QVariant()}}, -70);     // null
+    central->injectSighting("AA:00:00:00:00:03", {{nameKey, QString("")}}, -70);    // empty
+    central->injectSighting("AA:00:00:00:00:04", {{nameKey, 42}}, -70);             // not text
+    central->injectSighting("AA:00:00:00:00:05", {{nameKey, QString("z5x")}}, -70); // wrong case
+    advance(100ms);
+    EXPECT_EQ(flagsOf("QWJ-0001"), std::vector<int>{8});
+    EXPECT_EQ(events.size(), 1u);
+}
+
+} // namespace
+} // namespace ostrel::test

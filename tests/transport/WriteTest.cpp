@@ -1,0 +1,182 @@
+#include "ProtocolTestSupport.h"
+#include "TransportTestSupport.h"
+#include "core/NotificationCenter.h"
+#include "core/NotificationNames.h"
+
+namespace ostrel::test {
+namespace {
+
+class WriteTest : public TransportTest {
+protected:
+    struct Sent {
+        std::chrono::milliseconds at;
+        std::size_t size;
+    };
+    void SetUp() override {
+        TransportTest::SetUp();
+        central->setWriteObserver([this](const GattPath& path, const Bytes& value) {
+            sent.push_back({now(), value.size()});
+            lastPath = path;
+        });
+    }
+    std::vector<Sent> sent;
+    GattPath lastPath;
+};
+
+TEST_F(WriteTest, LongWriteGoesOutInTwentyBytePiecesFifthOfASecondApart) {
+    const VirtualDesk& desk = addDesk();
+    connect(desk, [](const std::optional<Bytes>&, const OptionalError&) {}); // GATT now known
+    sent.clear();
+    int completions = 0;
+    int writtenReports = 0;
+    facade().bluetoothStateChanged(
+        [&](const PeripheralPtr&, int state) { writtenReports += state == 8 ? 1 : 0; });
+    const auto start = now();
+    facade().writeDataWithCurrentperipheral(Bytes(45, 0x00),
+                                            [&](const CharacteristicPtr&, const OptionalError& e) {
+                                                EXPECT_FALSE(e);
+                                                ++completions;
+                                            });
+    advance(1s);
+    ASSERT_EQ(sent.size(), 3u);
+    EXPECT_EQ(sent[0].size, 20u);
+    EXPECT_EQ(sent[1].size, 20u);
+    EXPECT_EQ(sent[2].size, 5u);
+    EXPECT_EQ(sent[0].at - start, 0ms);
+    EXPECT_EQ(sent[1].at - start, 200ms);
+    EXPECT_EQ(sent[2].at - start, 400ms);
+    EXPECT_EQ(completions, 1);
+    EXPECT_EQ(lastPath.service, "180D");
+    EXPECT_EQ(lastPath.characteristic, "2A39");
+    EXPECT_EQ(writtenReports, 1); // one completion for the whole write
+}
+
+TEST_F(WriteTest, TypeOneDeskWritesAndListensOnOneCharacteristic) {
+    const VirtualDesk& desk = addDesk({.name = "Ostrel-CN-7", .bluetoothType = 1});
+    int frames = 0;
+    connect(desk, [&](const std::optional<Bytes>& frame, const OptionalError&) {
+        frames += frame ? 1 : 0;
+    });
+    facade().writeDataWithCurrentperipheral(Bytes{0x01}, nullptr);
+    EXPECT_EQ(lastPath.service, "FFF0");
+    EXPECT_EQ(lastPath.characteristic, "FFF1");
+    EXPECT_GT(frames, 0);
+}
+
+TEST_F(WriteTest, DeskWithoutIdentifiersGetsNoSubscriptionAndNoWrite) {
+    VirtualDesk& desk = addDesk({.name = "Z5-A"});
+    int calls = 0;
+    connect(desk, [&](const std::optional<Bytes>&, const OptionalError&) { ++calls; });
+    EXPECT_EQ(connectReports, std::vector<int>{0});
+    EXPECT_TRUE(facade().currentPeripheral()->isConnected());
+    facade().writeDataWithCurrentperipheral(
+        Bytes{0x01}, [&](const CharacteristicPtr&, const OptionalError&) { ++calls; });
+    advance(1s);
+    EXPECT_FALSE(desk.isSubscribed());
+    EXPECT_TRUE(sent.empty());
+    EXPECT_EQ(calls, 0);
+}
+
+TEST_F(WriteTest, WriteToAStaleLinkFailsWithNotConnected) {
+    VirtualDesk& desk = addDesk();
+    const PeripheralPtr peripheral = connect(desk);
+    facade().setAutoConnectAfterDisconnect(false);
+    desk.dropLink();
+    std::optional<BluetoothError> error;
+    facade().writeData(Bytes{0x01}, peripheral,
+                       [&](const CharacteristicPtr& c, const OptionalError& e) {
+                           EXPECT_FALSE(c);
+                           error = e;
+                       });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->code, 4);
+    EXPECT_EQ(error->domain, "the device does't connected ! please operation after connected !");
+}
+
+// The link goes while the write is still looking for its characteristic: nothing to write to,
+// so the session is told to rebuild the link instead.
+TEST_F(WriteTest, WriteThatFindsNoCharacteristicPostsReconnect) {
+    VirtualDesk& desk = addDesk();
+    connect(desk); // connected, nothing discovered yet
+    int reconnectPosts = 0;
+    QObject observer;
+    NotificationCenter::defaultCenter().addObserver(&observer, notifications::kReconnect,
+                                                    [&](const QVariant&) { ++reconnectPosts; });
+    int calls = 0;
+    facade().writeDataWithCurrentperipheral(
+        Bytes{0x01}, [&](const CharacteristicPtr&, const OptionalError&) { ++calls; });
+    desk.dropLink();
+    advance(1s);
+    EXPECT_EQ(reconnectPosts, 1);
+    EXPECT_EQ(calls, 0);
+    EXPECT_TRUE(sent.empty());
+}
+
+TEST_F(WriteTest, WriteAfterDiscoveryLeavesAtOnce) {
+    const VirtualDesk& desk = addDesk();
+    connect(desk, [](const std::optional<Bytes>&, const OptionalError&) {});
+    sent.clear();
+    const auto start = now();
+    facade().writeDataWithCurrentperipheral(Bytes{0x9B, 0x06}, nullptr);
+    ASSERT_EQ(sent.size(), 1u); // synchronously: no radio round trip once the GATT is known
+    EXPECT_EQ(sent[0].at, start);
+}
+
+// Notification bytes are cut into frames however the desk splits and pads them, and nothing a
+// desk sends stops the link from working.
+TEST_F(WriteTest, NotificationStreamIsCutIntoFrames) {
+    VirtualDesk& desk = addDesk();
+    std::vector<Bytes> frames;
+    std::vector<int> errors;
+    connect(desk, [&](const std::optional<Bytes>& frame, const OptionalError& error) {
+        if (frame) {
+            frames.push_back(*frame);
+            handle().handleTableData(*frame); // as the session does
+        }
+        if (error)
+            errors.push_back(error->code);
+    });
+    desk.setSubscribed(false); // a quiet desk; the host stays subscribed
+    advance(200ms);
+    frames.clear();
+
+    central->injectNotification(&desk, Bytes{0x9B, 0x03, 0x01});
+    EXPECT_TRUE(frames.empty());
+    central->injectNotification(&desk, Bytes{0x02, 0x9D});
+    ASSERT_EQ(frames.size(), 1u);
+    EXPECT_EQ(frames[0], (Bytes{0x9B, 0x03, 0x01, 0x02, 0x9D}));
+    EXPECT_EQ(tool().bluethoothData().bufferedSize(), 0u);
+
+    central->injectNotification(&desk, hexBytes("00 11 9B 02 05 9D 9B 02"));
+    ASSERT_EQ(frames.size(), 2u);
+    EXPECT_EQ(frames[1], hexBytes("9B 02 05 9D"));
+    EXPECT_EQ(tool().bluethoothData().bufferedSize(), 2u);
+
+    // Empty values, garbage and a display frame split byte by byte: the frame arrives whole.
+    const Bytes display = deskFrame(0x12, {0x06, 0xCF, 0x7D}); // reads 13.6
+    central->injectNotification(&desk, Bytes{});
+    central->injectNotification(&desk, Bytes(300, 0x9B));
+    central->injectNotification(&desk, hexBytes("FF 00 9D 9D"));
+    for (std::uint8_t byte : display)
+        central->injectNotification(&desk, Bytes{byte});
+    EXPECT_EQ(frames.back(), display);
+    EXPECT_EQ(handle().currentHeight(), 136);
+
+    // A frame with a broken CRC is cut out like any other and dropped by the classifier.
+    Bytes corrupt = deskFrame(0x12, {0x06, 0xCF, 0x07});
+    corrupt[4] ^= 0x01;
+    central->injectNotification(&desk, corrupt);
+    EXPECT_EQ(frames.back(), corrupt);
+    EXPECT_EQ(handle().currentHeight(), 136);
+    EXPECT_TRUE(errors.empty());
+
+    // The desk speaks again and its polls are still answered.
+    desk.setSubscribed(true);
+    handle().setCurrentCommandType(1);
+    const int before = desk.heightTenths();
+    advance(1s);
+    EXPECT_GT(desk.heightTenths(), before);
+}
+
+} // namespace
+} // namespace ostrel::test
