@@ -1,0 +1,308 @@
+#include "StandinDesk.h"
+
+#include "core/Scheduler.h"
+
+#include <QDBusObjectPath>
+
+using namespace std::chrono_literals;
+
+namespace ostrel {
+
+namespace {
+
+constexpr char kClientConfigurationUuid[] = "2902";
+// BlueZ's default ATT MTU for a fresh LE link.
+constexpr quint16 kDefaultMtu = 23;
+
+QByteArray toByteArray(const Bytes& bytes) {
+    return QByteArray(reinterpret_cast<const char*>(bytes.data()),
+                      static_cast<qsizetype>(bytes.size()));
+}
+
+Bytes toBytes(const QByteArray& data) {
+    return Bytes(data.begin(), data.end());
+}
+
+QString objectPath(const QString& parent, const char* kind, int handle) {
+    return QStringLiteral("%1/%2%3")
+        .arg(parent, QLatin1String(kind))
+        .arg(handle, 4, 16, QLatin1Char('0'));
+}
+
+QDBusMessage failure(const QDBusMessage& message, const char* name, const QString& text) {
+    return message.createErrorReply(QString::fromLatin1(name), text);
+}
+
+} // namespace
+
+StandinDesk::StandinDesk(VirtualDeskConfig config, const QString& address,
+                         const QString& adapterPath, QObject* parent)
+    : QObject(parent), m_address(address.toUpper()), m_adapterPath(adapterPath) {
+    m_path = m_adapterPath + QStringLiteral("/dev_") + QString(m_address).replace(':', '_');
+    adopt(std::make_unique<VirtualDesk>(std::move(config)));
+    buildGatt();
+}
+
+StandinDesk::~StandinDesk() = default;
+
+void StandinDesk::adopt(std::unique_ptr<VirtualDesk> desk) {
+    m_desk = std::move(desk);
+    connect(m_desk.get(), &VirtualDesk::notified, this, &StandinDesk::deliver);
+    connect(m_desk.get(), &VirtualDesk::linkDropped, this, [this] {
+        tearDown();
+        if (!m_desk->isAdvertising())
+            forget();
+    });
+    connect(m_desk.get(), &VirtualDesk::advertisingChanged, this, [this](bool advertising) {
+        // A linked desk that leaves reach also drops its link, which forgets it then.
+        if (!advertising && !m_connected)
+            forget();
+    });
+}
+
+void StandinDesk::buildGatt() {
+    // Handles as BlueZ numbers them: service, then declaration/value pairs, descriptors after.
+    m_serviceUuid = bluez::fullUuid(m_desk->serviceUuid());
+    m_servicePath = objectPath(m_path, "service", 0x0c);
+    const QString notifyUuid = bluez::fullUuid(m_desk->notifyUuid());
+    const QString writeUuid = bluez::fullUuid(m_desk->writeUuid());
+    Characteristic notify{objectPath(m_servicePath, "char", 0x0d),
+                          notifyUuid,
+                          {QStringLiteral("notify")},
+                          true,
+                          notifyUuid == writeUuid,
+                          {}};
+    notify.descriptorPath = objectPath(notify.path, "desc", 0x0f);
+    if (notify.writable)
+        notify.flags = QStringList{QStringLiteral("read"), QStringLiteral("write-without-response"),
+                                   QStringLiteral("write"), QStringLiteral("notify")};
+    m_characteristics = {notify};
+    if (!notify.writable)
+        m_characteristics.append(Characteristic{objectPath(m_servicePath, "char", 0x10),
+                                                writeUuid,
+                                                {QStringLiteral("write-without-response")},
+                                                false,
+                                                true,
+                                                {}});
+}
+
+bool StandinDesk::owns(const QString& objectPath) const {
+    return objectPath == m_path || objectPath.startsWith(m_path + '/');
+}
+
+InterfaceList StandinDesk::deviceInterfaces() const {
+    const int rssi = m_desk->config().rssi + m_sightings % 3 - 1;
+    return {{QString::fromLatin1(bluez::kDeviceInterface),
+             QVariantMap{
+                 {QStringLiteral("Address"), m_address},
+                 {QStringLiteral("AddressType"), QStringLiteral("random")},
+                 {QStringLiteral("Name"), name()},
+                 {QStringLiteral("Alias"), name()},
+                 {QStringLiteral("Adapter"), QVariant::fromValue(QDBusObjectPath(m_adapterPath))},
+                 {QStringLiteral("Paired"), false},
+                 {QStringLiteral("Bonded"), false},
+                 {QStringLiteral("Trusted"), false},
+                 {QStringLiteral("Blocked"), false},
+                 {QStringLiteral("LegacyPairing"), false},
+                 {QStringLiteral("RSSI"), QVariant::fromValue(static_cast<qint16>(rssi))},
+                 {QStringLiteral("Connected"), m_connected},
+                 {QStringLiteral("UUIDs"), QStringList{m_serviceUuid}},
+                 {QStringLiteral("ServicesResolved"), m_connected},
+             }}};
+}
+
+ManagedObjectList StandinDesk::gattObjects() const {
+    ManagedObjectList objects;
+    objects.insert(
+        QDBusObjectPath(m_servicePath),
+        {{QString::fromLatin1(bluez::kServiceInterface),
+          QVariantMap{{QStringLiteral("UUID"), m_serviceUuid},
+                      {QStringLiteral("Device"), QVariant::fromValue(QDBusObjectPath(m_path))},
+                      {QStringLiteral("Primary"), true}}}});
+    for (const Characteristic& c : m_characteristics) {
+        objects.insert(QDBusObjectPath(c.path),
+                       {{QString::fromLatin1(bluez::kCharacteristicInterface),
+                         QVariantMap{{QStringLiteral("UUID"), c.uuid},
+                                     {QStringLiteral("Service"),
+                                      QVariant::fromValue(QDBusObjectPath(m_servicePath))},
+                                     {QStringLiteral("Value"), c.notifies ? m_value : QByteArray()},
+                                     {QStringLiteral("Notifying"), c.notifies && m_notifying},
+                                     {QStringLiteral("Flags"), c.flags},
+                                     {QStringLiteral("MTU"), QVariant::fromValue(kDefaultMtu)}}}});
+        if (!c.descriptorPath.isEmpty())
+            objects.insert(
+                QDBusObjectPath(c.descriptorPath),
+                {{QString::fromLatin1(bluez::kDescriptorInterface),
+                  QVariantMap{{QStringLiteral("UUID"), bluez::fullUuid(kClientConfigurationUuid)},
+                              {QStringLiteral("Characteristic"),
+                               QVariant::fromValue(QDBusObjectPath(c.path))},
+                              {QStringLiteral("Value"), QByteArray()}}}});
+    }
+    return objects;
+}
+
+ManagedObjectList StandinDesk::objects() const {
+    ManagedObjectList objects;
+    if (!m_exported)
+        return objects;
+    objects.insert(QDBusObjectPath(m_path), deviceInterfaces());
+    if (m_connected)
+        objects.insert(gattObjects());
+    return objects;
+}
+
+void StandinDesk::sight() {
+    ++m_sightings;
+    if (!m_exported) {
+        m_exported = true;
+        emit interfacesAdded(m_path, deviceInterfaces());
+        return;
+    }
+    deviceChanged(
+        {{QStringLiteral("RSSI"), deviceInterfaces().first().value(QStringLiteral("RSSI"))}});
+}
+
+void StandinDesk::forget() {
+    if (!m_exported)
+        return;
+    tearDown();
+    m_exported = false;
+    emit interfacesRemoved(m_path, {QString::fromLatin1(bluez::kDeviceInterface)});
+}
+
+void StandinDesk::setPollPeriod(std::chrono::milliseconds period) {
+    VirtualDeskConfig config = m_desk->config();
+    config.pollPeriod = period;
+    config.startHeight = m_desk->heightTenths();
+    const bool subscribed = m_desk->isSubscribed();
+    m_desk->disconnect(this);
+    adopt(std::make_unique<VirtualDesk>(std::move(config)));
+    m_desk->setSubscribed(subscribed);
+}
+
+void StandinDesk::deviceChanged(const QVariantMap& changed) {
+    emit propertiesChanged(m_path, QString::fromLatin1(bluez::kDeviceInterface), changed);
+}
+
+QDBusMessage StandinDesk::call(const QDBusMessage& message) {
+    const QString interface = message.interface();
+    if (interface == QLatin1String(bluez::kDeviceInterface) && message.path() == m_path) {
+        if (message.member() == QLatin1String("Connect"))
+            return connectLink(message);
+        if (message.member() == QLatin1String("Disconnect")) {
+            tearDown();
+            return message.createReply();
+        }
+    }
+    if (!m_connected)
+        return failure(message, bluez::kErrorDoesNotExist, QStringLiteral("No such object"));
+    if (interface == QLatin1String(bluez::kCharacteristicInterface))
+        if (const Characteristic* characteristic = characteristicAt(message.path()))
+            return characteristicCall(*characteristic, message);
+    if (interface == QLatin1String(bluez::kDescriptorInterface))
+        return descriptorCall(message);
+    return failure(message, "org.bluez.Error.NotSupported", QStringLiteral("Not supported"));
+}
+
+QDBusMessage StandinDesk::connectLink(const QDBusMessage& message) {
+    if (m_connected)
+        return message.createReply();
+    if (!m_desk->isAdvertising())
+        return failure(message, bluez::kErrorFailed,
+                       QStringLiteral("le-connection-abort-by-local"));
+    m_connected = true;
+    deviceChanged({{QStringLiteral("Connected"), true}});
+    const ManagedObjectList gatt = gattObjects();
+    for (auto it = gatt.begin(); it != gatt.end(); ++it)
+        emit interfacesAdded(it.key().path(), it.value());
+    // BlueZ answers Connect first and resolves services a moment later.
+    Scheduler::instance().after(0ms, this, [this] {
+        if (m_connected)
+            deviceChanged({{QStringLiteral("ServicesResolved"), true}});
+    });
+    return message.createReply();
+}
+
+const StandinDesk::Characteristic* StandinDesk::characteristicAt(const QString& path) const {
+    for (const Characteristic& c : m_characteristics) {
+        if (c.path == path)
+            return &c;
+    }
+    return nullptr;
+}
+
+const StandinDesk::Characteristic* StandinDesk::notifyCharacteristic() const {
+    return &m_characteristics.first();
+}
+
+QDBusMessage StandinDesk::characteristicCall(const Characteristic& characteristic,
+                                             const QDBusMessage& message) {
+    const QString member = message.member();
+    if (member == QLatin1String("ReadValue"))
+        return message.createReply(QVariant(characteristic.notifies ? m_value : QByteArray()));
+    if (member == QLatin1String("WriteValue")) {
+        if (!characteristic.writable)
+            return failure(message, "org.bluez.Error.NotPermitted",
+                           QStringLiteral("Write not permitted"));
+        if (m_writeError)
+            return failure(message, bluez::kErrorFailed, QStringLiteral("Operation failed"));
+        const QList<QVariant> arguments = message.arguments();
+        if (arguments.isEmpty() || arguments.first().userType() != QMetaType::QByteArray)
+            return failure(message, bluez::kErrorInvalidArguments,
+                           QStringLiteral("Invalid arguments in method call"));
+        m_desk->writeFromHost(toBytes(arguments.first().toByteArray()));
+        return message.createReply();
+    }
+    if (characteristic.notifies &&
+        (member == QLatin1String("StartNotify") || member == QLatin1String("StopNotify"))) {
+        setNotifying(member == QLatin1String("StartNotify"));
+        return message.createReply();
+    }
+    return failure(message, "org.bluez.Error.NotSupported", QStringLiteral("Not supported"));
+}
+
+QDBusMessage StandinDesk::descriptorCall(const QDBusMessage& message) {
+    if (message.member() != QLatin1String("ReadValue"))
+        return failure(message, "org.bluez.Error.NotPermitted",
+                       QStringLiteral("Write not permitted"));
+    const QByteArray configuration =
+        m_notifying ? QByteArray::fromHex("0100") : QByteArray::fromHex("0000");
+    return message.createReply(QVariant(configuration));
+}
+
+void StandinDesk::setNotifying(bool notifying) {
+    if (notifying == m_notifying)
+        return;
+    m_notifying = notifying;
+    m_desk->setSubscribed(notifying);
+    emit propertiesChanged(notifyCharacteristic()->path,
+                           QString::fromLatin1(bluez::kCharacteristicInterface),
+                           {{QStringLiteral("Notifying"), notifying}});
+}
+
+void StandinDesk::deliver(const Bytes& value) {
+    if (!m_connected || !m_notifying)
+        return;
+    m_value = toByteArray(value);
+    emit propertiesChanged(notifyCharacteristic()->path,
+                           QString::fromLatin1(bluez::kCharacteristicInterface),
+                           {{QStringLiteral("Value"), m_value}});
+}
+
+void StandinDesk::tearDown() {
+    if (!m_connected)
+        return;
+    m_notifying = false;
+    m_desk->setSubscribed(false);
+    m_connected = false;
+    deviceChanged({{QStringLiteral("ServicesResolved"), false}});
+    deviceChanged({{QStringLiteral("Connected"), false}});
+    // Children go before their parents, as BlueZ removes them.
+    const ManagedObjectList gatt = gattObjects();
+    for (auto it = gatt.end(); it != gatt.begin();) {
+        --it;
+        emit interfacesRemoved(it.key().path(), it.value().keys());
+    }
+}
+
+} // namespace ostrel

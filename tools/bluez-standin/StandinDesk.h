@@ -1,0 +1,97 @@
+#pragma once
+
+#include "BluezTypes.h"
+#include "sim/VirtualDesk.h"
+
+#include <QDBusMessage>
+#include <QObject>
+#include <QStringList>
+#include <chrono>
+#include <memory>
+
+namespace ostrel {
+
+// One virtual desk as BlueZ would show it: a Device1 object under the adapter and, while
+// linked, its GATT service, characteristics and client-configuration descriptor. Calls on
+// those objects are answered here; what changes on the bus leaves through the signals.
+//
+// The Device1 object exists from the first sighting by a discovering adapter until the
+// desk is forgotten (RemoveDevice) or leaves reach while unlinked.
+class StandinDesk : public QObject {
+    Q_OBJECT
+public:
+    StandinDesk(VirtualDeskConfig config, const QString& address, const QString& adapterPath,
+                QObject* parent = nullptr);
+    ~StandinDesk() override;
+
+    QString name() const { return m_desk->name(); }
+    QString path() const { return m_path; }
+    VirtualDesk& desk() { return *m_desk; }
+    bool isExported() const { return m_exported; }
+    bool isConnected() const { return m_connected; }
+    // True for the device object and everything below it.
+    bool owns(const QString& objectPath) const;
+    ManagedObjectList objects() const;
+
+    // The desk's advertisement was heard: it appears on the bus, or its RSSI moves.
+    void sight();
+    // Removes the device object, ending the link first.
+    void forget();
+    // The radio went away under the link.
+    void dropLink() { tearDown(); }
+    void setWriteError(bool failing) { m_writeError = failing; }
+    // The desk model has no setter for its poll period, so a new one takes over at the same
+    // height. Presets, faults and reach are not carried over.
+    void setPollPeriod(std::chrono::milliseconds period);
+
+    // A Device1, GattCharacteristic1 or GattDescriptor1 call on one of this desk's objects.
+    QDBusMessage call(const QDBusMessage& message);
+
+signals:
+    void propertiesChanged(const QString& path, const QString& interface,
+                           const QVariantMap& changed);
+    void interfacesAdded(const QString& path, const ostrel::InterfaceList& interfaces);
+    void interfacesRemoved(const QString& path, const QStringList& interfaces);
+
+private:
+    struct Characteristic {
+        QString path;
+        QString uuid;
+        QStringList flags;
+        bool notifies = false;
+        bool writable = false;
+        QString descriptorPath;
+    };
+
+    void adopt(std::unique_ptr<VirtualDesk> desk);
+    void buildGatt();
+    InterfaceList deviceInterfaces() const;
+    ManagedObjectList gattObjects() const;
+    const Characteristic* characteristicAt(const QString& path) const;
+    const Characteristic* notifyCharacteristic() const;
+
+    QDBusMessage connectLink(const QDBusMessage& message);
+    QDBusMessage characteristicCall(const Characteristic& characteristic,
+                                    const QDBusMessage& message);
+    QDBusMessage descriptorCall(const QDBusMessage& message);
+    void setNotifying(bool notifying);
+    void tearDown();
+    void deviceChanged(const QVariantMap& changed);
+    void deliver(const Bytes& value);
+
+    std::unique_ptr<VirtualDesk> m_desk;
+    QString m_address;
+    QString m_adapterPath;
+    QString m_path;
+    QString m_servicePath;
+    QString m_serviceUuid;
+    QList<Characteristic> m_characteristics;
+    QByteArray m_value; // last value of the notify characteristic
+    bool m_exported = false;
+    bool m_connected = false;
+    bool m_notifying = false;
+    bool m_writeError = false;
+    int m_sightings = 0;
+};
+
+} // namespace ostrel
