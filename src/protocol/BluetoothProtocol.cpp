@@ -97,8 +97,11 @@ Bytes buildFrame(std::string_view hexText, std::initializer_list<std::uint8_t> a
 
 // Keypad answers indexed by the held key; 4-6 are answered by dedicated commands instead.
 constexpr std::array<std::string_view, 15> kResponseTexts = {
-    "06020000", "06020100", "06020200", "06023000", "",         "",         "",         "06038301",
-    "06038302", "06020400", "06020800", "06021000", "06020001", "06022000", "06024000",
+    "06020000", "06020100", "06020200", "06023000", // none, up, down, memory set + 3
+    "",         "",         "",                     // information, target height, thickness
+    "06038301", "06038302",                         // opcode 0x83 with 1 and 2
+    "06020400", "06020800", "06021000", "06020001", // presets Sit, Stand, M1, M2
+    "06022000", "06024000",                         // memory set, key bit 0x40
 };
 
 // Reads text as a leading integer the way the stored device flags are read; anything else is 0.
