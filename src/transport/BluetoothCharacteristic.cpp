@@ -180,10 +180,7 @@ void BluetoothCharacteristic::discoverDescriptorWithCallback(DescriptorsCallback
 }
 
 DescriptorPtr BluetoothCharacteristic::searchDescriptor(const QString& uuid) const {
-    const auto found =
-        std::find_if(m_descriptorArray.begin(), m_descriptorArray.end(),
-                     [&](const DescriptorPtr& d) { return BluetoothUuid::same(d->UUID(), uuid); });
-    return found == m_descriptorArray.end() ? nullptr : *found;
+    return BluetoothUuid::findIn(m_descriptorArray, uuid);
 }
 
 void BluetoothCharacteristic::didDiscoverDescriptors(const OptionalError& error) {

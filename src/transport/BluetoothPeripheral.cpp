@@ -164,10 +164,7 @@ void BluetoothPeripheral::discoverDeviceServiceWithUUIDArray(const QStringList& 
 }
 
 ServicePtr BluetoothPeripheral::searchServiceWithService(const QString& uuid) const {
-    const auto found =
-        std::find_if(m_serviceArray.begin(), m_serviceArray.end(),
-                     [&](const ServicePtr& s) { return BluetoothUuid::same(s->UUID(), uuid); });
-    return found == m_serviceArray.end() ? nullptr : *found;
+    return BluetoothUuid::findIn(m_serviceArray, uuid);
 }
 
 void BluetoothPeripheral::didDiscoverServices(const OptionalError& error) {

@@ -36,10 +36,7 @@ void BluetoothService::discoverCharacteristicWithCharacteristicUUIDs(
 
 CharacteristicPtr
 BluetoothService::searchCharacteristciWithCharacteristic(const QString& uuid) const {
-    const auto found = std::find_if(
-        m_characteristicArray.begin(), m_characteristicArray.end(),
-        [&](const CharacteristicPtr& c) { return BluetoothUuid::same(c->UUID(), uuid); });
-    return found == m_characteristicArray.end() ? nullptr : *found;
+    return BluetoothUuid::findIn(m_characteristicArray, uuid);
 }
 
 void BluetoothService::didDiscoverCharacteristics(const OptionalError& error) {

@@ -21,8 +21,14 @@ BluetoothError error(int code, const char* text) {
     return BluetoothError{code, QString::fromLatin1(text)};
 }
 
-// A shared "this scan has answered" mark for callbacks that must fire once.
-using DoneFlag = std::shared_ptr<bool>;
+// A null name or an empty rule is no condition at all.
+BluetoothTool::ScanCondition conditionOf(const QString& name) {
+    return name.isNull() ? BluetoothTool::ScanCondition{} : BluetoothTool::ScanCondition{name};
+}
+
+BluetoothTool::ScanCondition conditionOf(BluetoothTool::Rule rule) {
+    return rule ? BluetoothTool::ScanCondition{std::move(rule)} : BluetoothTool::ScanCondition{};
+}
 
 } // namespace
 
@@ -126,13 +132,11 @@ void BluetoothTool::scanDeviceWithCondition(const ScanCondition& condition,
 }
 
 void BluetoothTool::scanDeviceWithName(const QString& name, PeripheralCallback callback) {
-    scanDeviceWithCondition(name.isNull() ? ScanCondition{} : ScanCondition{name},
-                            std::move(callback));
+    scanDeviceWithCondition(conditionOf(name), std::move(callback));
 }
 
 void BluetoothTool::scanDeviceWithRule(Rule rule, PeripheralCallback callback) {
-    scanDeviceWithCondition(rule ? ScanCondition{std::move(rule)} : ScanCondition{},
-                            std::move(callback));
+    scanDeviceWithCondition(conditionOf(std::move(rule)), std::move(callback));
 }
 
 void BluetoothTool::scanAllDeviceAsyncWithRule(Rule rule, ScanEventCallback callback) {
@@ -176,13 +180,11 @@ void BluetoothTool::scanAllDeviceWithCondition(const ScanCondition& condition,
 }
 
 void BluetoothTool::scanAllDeviceWithName(const QString& name, ListCallback callback) {
-    scanAllDeviceWithCondition(name.isNull() ? ScanCondition{} : ScanCondition{name},
-                               std::move(callback));
+    scanAllDeviceWithCondition(conditionOf(name), std::move(callback));
 }
 
 void BluetoothTool::scanAllDeviceWithRule(Rule rule, ListCallback callback) {
-    scanAllDeviceWithCondition(rule ? ScanCondition{std::move(rule)} : ScanCondition{},
-                               std::move(callback));
+    scanAllDeviceWithCondition(conditionOf(std::move(rule)), std::move(callback));
 }
 
 bool BluetoothTool::isExitObject(const PeripheralPtr& peripheral,
@@ -257,11 +259,11 @@ void BluetoothTool::scanThenConnect(const ScanCondition& condition, PeripheralCa
 }
 
 void BluetoothTool::scanAndConnectDeviceWithName(const QString& name, PeripheralCallback callback) {
-    scanThenConnect(name.isNull() ? ScanCondition{} : ScanCondition{name}, std::move(callback));
+    scanThenConnect(conditionOf(name), std::move(callback));
 }
 
 void BluetoothTool::scanAndConnectDeviceWithRule(Rule rule, PeripheralCallback callback) {
-    scanThenConnect(rule ? ScanCondition{std::move(rule)} : ScanCondition{}, std::move(callback));
+    scanThenConnect(conditionOf(std::move(rule)), std::move(callback));
 }
 
 void BluetoothTool::scanAndConnectDeviceWithIdentifier(const QString& identifier,
@@ -306,12 +308,11 @@ void BluetoothTool::scanAllThenConnect(const ScanCondition& condition, ListCallb
 }
 
 void BluetoothTool::scanAndConnectAllDeviceWithName(const QString& name, ListCallback callback) {
-    scanAllThenConnect(name.isNull() ? ScanCondition{} : ScanCondition{name}, std::move(callback));
+    scanAllThenConnect(conditionOf(name), std::move(callback));
 }
 
 void BluetoothTool::scanAndConnectAllDeviceWithRule(Rule rule, ListCallback callback) {
-    scanAllThenConnect(rule ? ScanCondition{std::move(rule)} : ScanCondition{},
-                       std::move(callback));
+    scanAllThenConnect(conditionOf(std::move(rule)), std::move(callback));
 }
 
 void BluetoothTool::dealScanedAllDeviceWithArray(const QList<PeripheralPtr>& peripherals,
