@@ -69,10 +69,10 @@ void BluetoothPeripheral::connectDeviceWithTimeOut(int seconds, const QVariantMa
     PlatformCentral* central = platform();
     if (!central)
         return;
+    // A fresh link replaces the old one; the old one's end is not a loss.
     if (isConnected())
-        central->cancelPeripheralConnection(m_identifier);
+        disconnectDevice();
     m_isConnecting = true;
-    m_disconnectRequested = false;
     central->connectPeripheral(m_identifier, options);
     m_connectTimeoutTimer.cancel();
     // The pending check holds the wrapper: nobody else may until the platform answers.
@@ -119,6 +119,7 @@ void BluetoothPeripheral::dealDeviceConnectWithError(const OptionalError& error,
 
 void BluetoothPeripheral::didConnect() {
     finishConnecting();
+    m_disconnectRequested = false;
     dealDeviceConnectWithError(std::nullopt, KindConnected);
 }
 

@@ -57,7 +57,7 @@ public:
     int connectTimeOut() const { return m_connectTimeOut; }
     const QVariantMap& connectOpertion() const { return m_connectOpertion; }
     bool isReconnectDevice() const { return m_isReconnectDevice; }
-    // Set when this side asked for the disconnection; cleared by the next connect.
+    // Set when this side asked for the disconnection; cleared when a link is made again.
     bool isDisconnectRequested() const { return m_disconnectRequested; }
     const QList<ServicePtr>& serviceArray() const { return m_serviceArray; }
     QString connectErrorDescription() const { return m_connectErrorDescription; }

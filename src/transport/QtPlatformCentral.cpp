@@ -239,7 +239,9 @@ void QtPlatformCentral::discoverServices(const QString& identifier, const QStrin
         });
         return;
     }
-    link.controller->discoverServices();
+    // One discovery at a time; its end answers every request made meanwhile.
+    if (link.controller->state() != QLowEnergyController::DiscoveringState)
+        link.controller->discoverServices();
 }
 
 QStringList QtPlatformCentral::services(const QString& identifier) const {

@@ -150,6 +150,28 @@ TEST_F(ConnectTest, LostLinkWithoutAutoReconnectStaysDown) {
     EXPECT_FALSE(peripheral->isConnected());
 }
 
+// Radio off drops the link; the pending reconnection completes when the radio is back, and the
+// power change itself is reported once each way.
+TEST_F(ConnectTest, RadioPowerCycleReconnects) {
+    VirtualDesk& desk = addDesk();
+    const PeripheralPtr peripheral = discover(desk);
+    std::vector<int> powerStates;
+    tool().centerManager().setStateChangeCallback(
+        [&](BluetoothCenterManager*, int state) { powerStates.push_back(state); });
+    connectRecording(peripheral);
+    advance(100ms);
+    central->setPowered(false);
+    ASSERT_EQ(reports.size(), 2u);
+    EXPECT_EQ(reports[1].error->code, 6);
+    EXPECT_FALSE(facade().blueToothIsOpen());
+    advance(5s);
+    central->setPowered(true);
+    advance(100ms);
+    ASSERT_EQ(reports.size(), 3u);
+    EXPECT_FALSE(reports[2].error);
+    EXPECT_EQ(powerStates, (std::vector<int>{4, 5}));
+}
+
 TEST_F(ConnectTest, TeardownIsNotTreatedAsALoss) {
     VirtualDesk& desk = addDesk();
     const PeripheralPtr peripheral = discover(desk);
