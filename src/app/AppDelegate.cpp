@@ -1,0 +1,230 @@
+#include "AppDelegate.h"
+
+#include "CacheRule.h"
+#include "OMBaseModalWindow.h"
+#include "OMPersistentContainer.h"
+#include "StatusMenu.h"
+#include "SystemServices.h"
+#include "core/NotificationCenter.h"
+#include "core/NotificationNames.h"
+#include "store/CurrentDeskModel.h"
+#include "store/DQDataCatchHelper.h"
+#include "store/DQDataSessionHelper.h"
+#include "store/FileManager.h"
+#include "store/OMPlistManager.h"
+#include "store/Object_SystemSetting.h"
+#include "store/RecordDictionary.h"
+#include "transport/RBBluetoothManager.h"
+#include "widgets/OMAlert.h"
+#include "widgets/OMImage.h"
+#include "widgets/OMScreenRouter.h"
+#include "widgets/OMWindowIdentifier.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QSystemTrayIcon>
+
+namespace ostrel {
+
+namespace {
+
+int hotKeyCombineType(const Object_SystemSetting& setting) {
+    if (setting.combinationkey == "1")
+        return 2;
+    if (setting.combinationkey == "2")
+        return 1;
+    return 0;
+}
+
+} // namespace
+
+const QStringList& AppDelegate::legacyFileNames() {
+    static const QStringList names{
+        QStringLiteral("userToken.text"),
+        QStringLiteral("userInfo.text"),
+        QStringLiteral("FileName_phoneAreaCode"),
+        QStringLiteral("FileName_phoneNumber"),
+        QStringLiteral("FileName_Remember_Password"),
+        QStringLiteral("FileName_Auto_Login"),
+        QStringLiteral("FileName_Current_BluetoothModel"),
+        QStringLiteral("FileName_Area_Code"),
+        QStringLiteral("FileName_OccupationList"),
+        QStringLiteral("FileName_AreaList"),
+    };
+    return names;
+}
+
+AppDelegate::AppDelegate(QObject* parent) : QObject(parent) {
+    OMScreenRouter::instance().setHost(
+        [this](QWidget* screen) { modalWindow()->setContent(screen); });
+}
+
+AppDelegate::~AppDelegate() {
+    OMScreenRouter::instance().setHost({});
+}
+
+void AppDelegate::applicationDidFinishLaunching() {
+    QApplication::setQuitOnLastWindowClosed(false);
+    m_isMoving = false;
+    createStatusItem();
+    actionSetSystomSetting();
+    m_menu->setTitles();
+    deleteLegacyFiles();
+    initPlist();
+    goHome();
+}
+
+void AppDelegate::createStatusItem() {
+    m_menu = std::make_unique<StatusMenu>();
+    connectMenu();
+    m_statusItem = new QSystemTrayIcon(OMImage::icon(QStringLiteral("common_toolbarlogo")), this);
+    m_statusItem->setToolTip(QStringLiteral("Ostrel Motion"));
+    m_statusItem->setContextMenu(m_menu.get());
+    connect(m_statusItem, &QSystemTrayIcon::activated, this,
+            [this](QSystemTrayIcon::ActivationReason reason) {
+                if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
+                    statusOnClick();
+            });
+    m_statusItem->show();
+}
+
+void AppDelegate::connectMenu() {
+    connect(m_menu->aboutOstrel, &QAction::triggered, this, &AppDelegate::showAbout);
+    connect(m_menu->HideOstrelMotion, &QAction::triggered, this, &AppDelegate::hideApplication);
+    connect(m_menu->mainMenuMinisize, &QAction::triggered, this,
+            &AppDelegate::clickMainMenuMiniSoftware);
+    connect(m_menu->QuitOstrelMotion, &QAction::triggered, this, &AppDelegate::requestTermination);
+}
+
+void AppDelegate::actionSetSystomSetting() {
+    const auto setting =
+        fromPropertyForm<Object_SystemSetting>(DQDataSessionHelper::userGetSystemSettinginfo());
+    SystemServices& services = SystemServices::instance();
+    if (setting.combinationopen == "1")
+        services.addDeskGlobalHotKeyWithCombineKeyType(hotKeyCombineType(setting));
+    if (setting.push == "1")
+        services.openNotification();
+    else
+        services.closeNotification();
+    CacheRule::applyAutomaticClean(setting.autocatchclean == "1",
+                                   DQDataCatchHelper::getLibCatchesPath());
+}
+
+void AppDelegate::deleteLegacyFiles() {
+    for (const QString& name : legacyFileNames())
+        FileManager::deleteFileName(name);
+}
+
+void AppDelegate::initPlist() {
+    // The store writes into the documents folder but leaves creating it to the application.
+    QDir().mkpath(DQDataCatchHelper::getDocPath());
+    OMPlistManager::initDataList();
+}
+
+void AppDelegate::goHome() {
+    setFoldName(QLatin1String(kDefaultFoldName));
+    actionPushToSearchVC();
+}
+
+void AppDelegate::actionPushToSearchVC() {
+    RBBluetoothManager::sharedInstance().blueToothIsOpen(); // wakes the radio; too early to trust
+    m_settlePause = Scheduler::instance().after(kBluetoothSettlePause, this, [this] {
+        showFirstScreen(RBBluetoothManager::sharedInstance().blueToothIsOpen());
+    });
+}
+
+void AppDelegate::showFirstScreen(bool bluetoothOpen) {
+    OMBaseModalWindow* window = modalWindow();
+    QWidget* screen = OMScreenRouter::instance().show(
+        QLatin1String(bluetoothOpen ? screens::kBluetoothSearch : screens::kNoBluetooth));
+    OMWindowIdentifier::assign(window, OMWindowIdentifier::home());
+    window->centerOnScreen();
+    window->bringToFront();
+    emit homeScreenShown(screen);
+}
+
+void AppDelegate::statusOnClick() {
+    modalWindow()->bringToFront();
+}
+
+bool AppDelegate::applicationShouldHandleReopen() {
+    modalWindow()->bringToFront();
+    return true;
+}
+
+void AppDelegate::clickMainMenuMiniSoftware() {
+    modalWindow()->showMinimized();
+    if (QWidget* personal = OMWindowIdentifier::find(OMWindowIdentifier::personalCenter()))
+        personal->showMinimized();
+}
+
+void AppDelegate::hideApplication() {
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        if (window->isWindow() && window->isVisible())
+            window->hide();
+    }
+}
+
+void AppDelegate::showAbout() {
+    OMAlert::show(modalWindow(), {QStringLiteral("Ostrel Motion"),
+                                  tr("Version %1").arg(QApplication::applicationVersion()),
+                                  {tr("OK")}});
+}
+
+void AppDelegate::requestTermination() {
+    OMPersistentContainer& store = persistentContainer();
+    if (!store.commitEditing())
+        return;
+    QString error;
+    if (!store.hasChanges() || store.save(error)) {
+        terminate();
+        return;
+    }
+    const OMAlertSpec question{
+        tr("Could not save changes while quitting. Quit anyway?"),
+        tr("Quitting now will lose any changes you have made since the last successful save"),
+        {tr("Quit anyway"), tr("Cancel")},
+        true};
+    OMAlert::show(modalWindow(), question, [this](int response) {
+        if (response != OMAlert::kFirstButton + 1)
+            terminate();
+    });
+}
+
+void AppDelegate::terminate() {
+    applicationWillTerminate();
+    emit terminated();
+}
+
+void AppDelegate::applicationWillTerminate() {
+    SystemServices::instance().removeDeskGlobalHotKey();
+    NotificationCenter::defaultCenter().removeObserver(
+        this, QLatin1String(notifications::kGlobalKeyPushName));
+}
+
+QString AppDelegate::foldName() const {
+    return CurrentDeskModel::name();
+}
+
+void AppDelegate::setFoldName(const QString& name) {
+    CurrentDeskModel::setName(name);
+}
+
+OMBaseModalWindow* AppDelegate::modalWindow() {
+    if (!m_modalWindow)
+        m_modalWindow = std::make_unique<OMBaseModalWindow>();
+    return m_modalWindow.get();
+}
+
+OMPersistentContainer& AppDelegate::persistentContainer() {
+    if (!m_persistentContainer)
+        m_persistentContainer = std::make_unique<OMPersistentContainer>();
+    return *m_persistentContainer;
+}
+
+void AppDelegate::setPersistentContainer(std::unique_ptr<OMPersistentContainer> container) {
+    m_persistentContainer = std::move(container);
+}
+
+} // namespace ostrel

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "core/Scheduler.h"
+#include "core/TimerHandle.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+#include <QWidget>
+#include <memory>
+
+class QSystemTrayIcon;
+
+namespace ostrel {
+
+class OMBaseModalWindow;
+class OMPersistentContainer;
+class StatusMenu;
+
+// The application object: starts the tray utility and its one window, decides the first screen,
+// applies the stored settings, answers the tray icon and its menu, and shuts down.
+class AppDelegate : public QObject {
+    Q_OBJECT
+public:
+    // The radio's state settles only after the first question; the second answer counts.
+    static constexpr Scheduler::Duration kBluetoothSettlePause{1000};
+    static constexpr char kDefaultFoldName[] = "D5";
+    // Files of earlier versions, deleted at every launch; the current-device file among them
+    // makes each run start with no current desk.
+    static const QStringList& legacyFileNames();
+
+    explicit AppDelegate(QObject* parent = nullptr);
+    ~AppDelegate() override;
+
+    void applicationDidFinishLaunching();
+    void actionSetSystomSetting();
+    void actionPushToSearchVC();
+
+    void statusOnClick();
+    bool applicationShouldHandleReopen();
+    void clickMainMenuMiniSoftware();
+    void hideApplication();
+    void showAbout();
+    // The menu's Quit: terminates when the object store lets it, possibly after asking.
+    void requestTermination();
+    void applicationWillTerminate();
+
+    QString foldName() const;
+    void setFoldName(const QString& name);
+    bool isMoving() const { return m_isMoving; }
+    QSystemTrayIcon* statusItem() const { return m_statusItem; }
+    StatusMenu* menu() const { return m_menu.get(); }
+    OMBaseModalWindow* modalWindow(); // created on first use
+    OMPersistentContainer& persistentContainer();
+    void setPersistentContainer(std::unique_ptr<OMPersistentContainer> container);
+
+signals:
+    // The first screen is in the window and the window is shown.
+    void homeScreenShown(QWidget* screen);
+    // Termination was agreed; the event loop should end.
+    void terminated();
+
+private:
+    void createStatusItem();
+    void connectMenu();
+    void deleteLegacyFiles();
+    void initPlist();
+    void goHome();
+    void showFirstScreen(bool bluetoothOpen);
+    void terminate();
+
+    bool m_isMoving = false;
+    QSystemTrayIcon* m_statusItem = nullptr;
+    std::unique_ptr<StatusMenu> m_menu;
+    std::unique_ptr<OMBaseModalWindow> m_modalWindow;
+    std::unique_ptr<OMPersistentContainer> m_persistentContainer;
+    TimerHandle m_settlePause;
+};
+
+} // namespace ostrel

@@ -1,0 +1,26 @@
+#include "StatusMenu.h"
+
+namespace ostrel {
+
+StatusMenu::StatusMenu(QWidget* parent) : QMenu(parent) {
+    aboutOstrel = addAction(QString());
+    HideOstrelMotion = addAction(QString());
+    addSeparator();
+    windowMenu = addMenu(QString());
+    mainMenuWindow = windowMenu->menuAction();
+    mainMenuMinisize = windowMenu->addAction(QString());
+    addSeparator();
+    QuitOstrelMotion = addAction(QString());
+    setTitles();
+}
+
+void StatusMenu::setTitles() {
+    aboutOstrel->setText(tr("关于Sorvix"));
+    HideOstrelMotion->setText(tr("隐藏Sorvix"));
+    QuitOstrelMotion->setText(tr("退出Sorvix"));
+    mainMenuWindow->setText(tr("窗口"));
+    windowMenu->setTitle(tr("窗口"));
+    mainMenuMinisize->setText(tr("最小化软件"));
+}
+
+} // namespace ostrel

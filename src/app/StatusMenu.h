@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QMenu>
+#include <QPointer>
+
+namespace ostrel {
+
+// The application menu, opened from the tray icon: About, Hide, the Window submenu with
+// Minimise, and Quit. Titles are set from the translations when the application starts.
+class StatusMenu : public QMenu {
+    Q_OBJECT
+public:
+    explicit StatusMenu(QWidget* parent = nullptr);
+
+    void setTitles();
+
+    QPointer<QAction> aboutOstrel;
+    QPointer<QAction> HideOstrelMotion;
+    QPointer<QAction> QuitOstrelMotion;
+    QPointer<QAction> mainMenuWindow;
+    QPointer<QMenu> windowMenu;
+    QPointer<QAction> mainMenuMinisize;
+};
+
+} // namespace ostrel

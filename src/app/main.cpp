@@ -1,0 +1,72 @@
+// Ostrel Motion: a tray utility and one window for Bluetooth LE sit-stand desks.
+#include "app/AppDelegate.h"
+#include "app/DemoDesks.h"
+#include "app/LocalPreference.h"
+#include "app/SingleInstance.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QElapsedTimer>
+#include <QTextStream>
+#include <memory>
+
+namespace {
+
+struct Options {
+    bool demo = false;
+    bool measureStartup = false;
+};
+
+Options parseOptions(const QApplication& application) {
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Ostrel Motion, a companion for sit-stand desks"));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption demo(
+        QStringLiteral("demo"), QStringLiteral("Use built-in virtual desks instead of Bluetooth."));
+    const QCommandLineOption measure(
+        QStringLiteral("measure-startup"),
+        QStringLiteral("Print the time from start to the first window."));
+    parser.addOptions({demo, measure});
+    parser.process(application);
+    return {parser.isSet(demo), parser.isSet(measure)};
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QElapsedTimer sinceStart;
+    sinceStart.start();
+
+    QApplication application(argc, argv);
+    QApplication::setOrganizationName(QStringLiteral("ostrel"));
+    QApplication::setApplicationName(QStringLiteral("ostrel-motion"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Ostrel Motion"));
+    QApplication::setApplicationVersion(QStringLiteral(OSTREL_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("ostrel-motion"));
+    const Options options = parseOptions(application);
+
+    ostrel::SingleInstance instance(QDBusConnection::sessionBus());
+    if (!instance.claim())
+        return instance.activateRunning() ? 0 : 1;
+
+    ostrel::LocalPreference::installTranslators(application);
+    std::unique_ptr<ostrel::DemoDesks> demo;
+    if (options.demo)
+        demo = std::make_unique<ostrel::DemoDesks>();
+
+    ostrel::AppDelegate delegate;
+    QObject::connect(&instance, &ostrel::SingleInstance::activated, &delegate,
+                     &ostrel::AppDelegate::applicationShouldHandleReopen);
+    QObject::connect(&delegate, &ostrel::AppDelegate::terminated, &application, &QApplication::quit,
+                     Qt::QueuedConnection);
+    if (options.measureStartup) {
+        QObject::connect(&delegate, &ostrel::AppDelegate::homeScreenShown, &delegate, [&] {
+            QTextStream(stdout) << "startup: first window shown after " << sinceStart.elapsed()
+                                << " ms (including the 1000 ms Bluetooth settle pause)" << Qt::endl;
+        });
+    }
+    delegate.applicationDidFinishLaunching();
+    return QApplication::exec();
+}
