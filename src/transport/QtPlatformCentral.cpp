@@ -56,6 +56,12 @@ QtPlatformCentral::QtPlatformCentral(QObject* parent) : PlatformCentral(parent) 
     // A zero time-out scans until told to stop; the scan's end is the caller's timer.
     m_agent->setLowEnergyDiscoveryTimeout(0);
     connect(m_local, &QBluetoothLocalDevice::hostModeStateChanged, this, [this] { updateState(); });
+    // Stopping is asynchronous on some platforms: a scan asked for meanwhile starts once the
+    // agent has really stopped, and one the platform ended by itself is resumed.
+    connect(m_agent, &QBluetoothDeviceDiscoveryAgent::canceled, this,
+            [this] { startAgentIfWanted(); });
+    connect(m_agent, &QBluetoothDeviceDiscoveryAgent::finished, this,
+            [this] { startAgentIfWanted(); });
     connect(m_agent, &QBluetoothDeviceDiscoveryAgent::deviceDiscovered, this,
             [this](const QBluetoothDeviceInfo& info) { deviceSighted(info); });
     connect(m_agent, &QBluetoothDeviceDiscoveryAgent::deviceUpdated, this,
