@@ -1,0 +1,71 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN">
+<context>
+    <name>DeskTypeTable</name>
+    <message>
+        <source>D5 Plus</source>
+        <translation>D5 Plus</translation>
+    </message>
+    <message>
+        <source>D5Q</source>
+        <translation>D5Q</translation>
+    </message>
+    <message>
+        <source>D5L</source>
+        <translation>D5L</translation>
+    </message>
+    <message>
+        <source>D5 Pro</source>
+        <translation>D5 Pro</translation>
+    </message>
+    <message>
+        <source>D5</source>
+        <translation>D5</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::BluetoothConnectTipVC</name>
+    <message>
+        <source>Pair</source>
+        <translation>配对</translation>
+    </message>
+    <message>
+        <source>Cannot pair with 【%@】</source>
+        <translation>无法与【%@】配对</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::BluetoothSearchVC</name>
+    <message>
+        <source>Available</source>
+        <translation>可用设备</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::DeskSearchRowView</name>
+    <message>
+        <source>Pairing</source>
+        <translation>正在配对</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::NoBluetoothVC</name>
+    <message>
+        <source>No Bluetooth connection, please turn on your device&apos;s Bluetooth to establish a connection</source>
+        <translation>未连接蓝牙，请打开设备的蓝牙以建立连接</translation>
+    </message>
+    <message>
+        <source>Pair</source>
+        <translation>配对</translation>
+    </message>
+    <message>
+        <source>Tip</source>
+        <translation>提示</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+namespace ostrel {
+
+// The desk models the user can pick, in the order listed.
+struct DeskTypeRow {
+    const char* label;   // shown, translatable
+    const char* picture; // image name
+    const char* foldName;
+};
+
+class DeskTypeTable {
+public:
+    static constexpr int kRowCount = 5;
+    // Indices past the end fall back to the last model.
+    static DeskTypeRow row(int index);
+    static QString label(int index); // translated
+};
+
+} // namespace ostrel

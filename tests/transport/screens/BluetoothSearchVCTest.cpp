@@ -1,0 +1,233 @@
+#include "transport/screens/BluetoothSearchVC.h"
+
+#include "ScreenTestSupport.h"
+#include "store/FileManager.h"
+#include "store/OMPlistManager.h"
+#include "transport/screens/BluetoothConnectTipVC.h"
+#include "transport/screens/DeskBinding.h"
+#include "transport/screens/DeskSearchRowView.h"
+
+#include <QPushButton>
+
+namespace ostrel::test {
+namespace {
+
+class BluetoothSearchVCTest : public ScreenTest {
+protected:
+    VirtualDesk& addNamedDesk(const char* name) {
+        VirtualDeskConfig config;
+        config.name = name;
+        return addDesk(std::move(config));
+    }
+
+    // The screen starts scanning as soon as it exists, as it does inside the home window.
+    BluetoothSearchVC& openScreen() {
+        screen = std::make_unique<BluetoothSearchVC>();
+        screen->resize(400, 500);
+        return *screen;
+    }
+
+    void TearDown() override {
+        screen.reset(); // while its radio still exists
+        ScreenTest::TearDown();
+    }
+
+    // Sorted: desks are listed in the order the radio happens to report them.
+    QStringList rowTitles() const {
+        QStringList titles;
+        for (const DeskSearchRowView* row : screen->rows())
+            titles.append(row->title());
+        titles.sort();
+        return titles;
+    }
+
+    // The record that pairing `desk` at virtual time 5 s writes.
+    OMBluetoothModel pairedRecord(const VirtualDesk& desk) const {
+        OMBluetoothModel record;
+        record.deviceName = desk.name().toStdString();
+        record.bluetoothName = desk.name().toStdString();
+        record.bluetoothMacAddress = central->identifierOf(&desk).toStdString();
+        record.createTime = "2024-01-01 09:00:05";
+        record.sitOrStand = "0";
+        record.remindType = "0";
+        record.remindInterval = "0";
+        record.notificationsound = "0";
+        record.memoryHeight = "0,0,0,0";
+        record.encounterResistanceGoBack = "0";
+        record.resistanceSensitivity = "1";
+        record.lastConnectionTime = "2024-01-01 09:00";
+        return record;
+    }
+
+    static OMBluetoothModel currentDevice() {
+        const auto stored = FileManager::readDictionaryFileName(
+            QString::fromLatin1(DeskBinding::kCurrentDeviceFileName));
+        EXPECT_TRUE(stored);
+        return fromPropertyForm<OMBluetoothModel>(stored.value_or(QVariantMap()));
+    }
+
+    // Clicks the first row at virtual time 5 s, while the scan still runs.
+    void pairFirstRowAtFiveSeconds() {
+        advance(5s - now());
+        ASSERT_FALSE(screen->rows().isEmpty());
+        click(screen->rows().first());
+        EXPECT_TRUE(screen->rows().first()->isConnectShown());
+        advance(200ms);
+    }
+
+    std::unique_ptr<BluetoothSearchVC> screen;
+};
+
+TEST_F(BluetoothSearchVCTest, ListsEachDeskNameOnceWhileScanningForThirtySeconds) {
+    addNamedDesk("QWJ-0001");
+    addNamedDesk("QWJ-0001"); // a second desk under the same name
+    addNamedDesk("QXR-0002");
+    addNamedDesk("Speaker-7"); // not a desk
+    openScreen();
+    EXPECT_EQ(screen->titleText(), "Available");
+    EXPECT_TRUE(screen->isScanning());
+    EXPECT_TRUE(screen->isRefreshRotating());
+
+    advance(1s);
+    EXPECT_EQ(rowTitles(), (QStringList{"QWJ-0001", "QXR-0002"}));
+    EXPECT_EQ(screen->blueToothManager().nDevices().size(), 2);
+
+    advance(30s - now() - 1ms);
+    EXPECT_TRUE(screen->isScanning());
+    advance(1ms);
+    EXPECT_FALSE(screen->isScanning());
+    EXPECT_FALSE(screen->isRefreshRotating());
+    EXPECT_FALSE(central->isScanning());
+    EXPECT_EQ(rowTitles(), (QStringList{"QWJ-0001", "QXR-0002"})); // the list stays
+}
+
+TEST_F(BluetoothSearchVCTest, ClickWhileScanningBindsTheDeskAndOpensTheControlScreen) {
+    const VirtualDesk& desk = addNamedDesk("QWJ-0001");
+    openScreen();
+    pairFirstRowAtFiveSeconds();
+
+    EXPECT_EQ(routed, QStringList{screens::kDeskControl});
+    const QVariantList bound = OMPlistManager::getBindDevice();
+    ASSERT_EQ(bound.size(), 1);
+    EXPECT_EQ(fromPropertyForm<OMBluetoothModel>(bound.first().toMap()), pairedRecord(desk));
+    EXPECT_EQ(currentDevice(), pairedRecord(desk));
+    EXPECT_FALSE(screen->rows().first()->isConnectShown());
+    // The control screen inherits a quiet radio and a connected desk.
+    EXPECT_FALSE(screen->isScanning());
+    EXPECT_FALSE(central->isScanning());
+    EXPECT_EQ(screen->blueToothManager().currentPeripheral()->name(), "QWJ-0001");
+    EXPECT_TRUE(screen->blueToothManager().currentPeripheral()->isConnected());
+}
+
+TEST_F(BluetoothSearchVCTest, PairingABoundDeskKeepsItsRecordAndRefreshesTheConnectionTime) {
+    const VirtualDesk& desk = addNamedDesk("QWJ-0001");
+    OMBluetoothModel known = pairedRecord(desk);
+    known.deviceName = "Standing desk";
+    known.memoryHeight = "72,110,0,0";
+    known.createTime = "2023-05-01 10:00:00";
+    known.lastConnectionTime = "2023-05-01 10:00";
+    OMPlistManager::saveBindDeviceWithDevice(toPropertyForm(known));
+
+    openScreen();
+    pairFirstRowAtFiveSeconds();
+
+    OMBluetoothModel expected = known;
+    expected.lastConnectionTime = "2024-01-01 09:00";
+    EXPECT_EQ(OMPlistManager::getBindDevice().size(), 1);
+    EXPECT_EQ(currentDevice(), expected);
+}
+
+TEST_F(BluetoothSearchVCTest, ClickAfterTheScanEndedScansAgainWithoutConnecting) {
+    const VirtualDesk& desk = addNamedDesk("QWJ-0001");
+    openScreen();
+    advance(31s);
+    ASSERT_FALSE(screen->isScanning());
+    ASSERT_EQ(screen->rows().size(), 1);
+
+    click(screen->rows().first());
+    EXPECT_TRUE(screen->isScanning());
+    EXPECT_TRUE(screen->isRefreshRotating());
+    EXPECT_TRUE(screen->rows().isEmpty()); // a fresh list
+    advance(1s);
+    EXPECT_EQ(rowTitles(), QStringList{"QWJ-0001"});
+    EXPECT_FALSE(desk.isSubscribed());
+    EXPECT_FALSE(screen->blueToothManager().currentPeripheral());
+    EXPECT_TRUE(routed.isEmpty());
+}
+
+TEST_F(BluetoothSearchVCTest, FailedConnectionShowsTheTipWithTheDeskNameAndPairScansAgain) {
+    const VirtualDesk& desk = addNamedDesk("QWJ-0001");
+    central->setConnectFailure(&desk, QStringLiteral("Peer refused"));
+    openScreen();
+    pairFirstRowAtFiveSeconds();
+
+    BluetoothConnectTipVC* tip = BluetoothConnectTipVC::find();
+    ASSERT_TRUE(tip);
+    EXPECT_TRUE(tip->isVisible());
+    EXPECT_EQ(tip->message(), "Cannot pair with 【QWJ-0001】");
+    EXPECT_FALSE(screen->rows().first()->isConnectShown());
+    EXPECT_EQ(rowTitles(), QStringList{"QWJ-0001"}); // still there to try again
+    EXPECT_TRUE(routed.isEmpty());
+    EXPECT_TRUE(OMPlistManager::getBindDevice().isEmpty());
+
+    // A second failure reuses the open tip rather than stacking another.
+    click(screen->rows().first());
+    advance(200ms);
+    EXPECT_EQ(BluetoothConnectTipVC::find(), tip);
+
+    advance(31s);
+    ASSERT_FALSE(screen->isScanning());
+    tip->pairButton()->click();
+    EXPECT_FALSE(tip->isVisible());
+    EXPECT_TRUE(screen->isScanning());
+}
+
+TEST_F(BluetoothSearchVCTest, FollowsTheRadio) {
+    addNamedDesk("QWJ-0001");
+    central->setPowered(false);
+    scheduler.runDue();
+    openScreen();
+    advance(1s);
+    EXPECT_FALSE(screen->isScanning()); // no scan starts with the radio off
+    EXPECT_TRUE(screen->rows().isEmpty());
+
+    central->setPowered(true);
+    advance(1s);
+    EXPECT_TRUE(screen->isScanning());
+    EXPECT_EQ(rowTitles(), QStringList{"QWJ-0001"});
+
+    // Off during the scan: nothing more is found and the scan ends as a powered-off scan.
+    central->setPowered(false);
+    advance(30s);
+    EXPECT_FALSE(screen->isScanning());
+    EXPECT_FALSE(screen->isRefreshRotating());
+    EXPECT_EQ(rowTitles(), QStringList{"QWJ-0001"});
+
+    central->setPowered(true);
+    advance(1s);
+    EXPECT_TRUE(screen->isScanning());
+    EXPECT_EQ(rowTitles(), QStringList{"QWJ-0001"});
+}
+
+TEST_F(BluetoothSearchVCTest, LeavingStopsItsOwnScanButNotTheNextScreens) {
+    addNamedDesk("QWJ-0001");
+    openScreen();
+    advance(1s);
+    screen->show();
+    screen->hide();
+    EXPECT_FALSE(screen->isScanning());
+    EXPECT_FALSE(central->isScanning());
+
+    screen->actionRefresh();
+    // A new search screen takes over before the old one is gone.
+    auto next = std::make_unique<BluetoothSearchVC>();
+    std::swap(screen, next);
+    next.reset();
+    EXPECT_TRUE(screen->isScanning());
+    EXPECT_TRUE(central->isScanning());
+    advance(1s);
+    EXPECT_EQ(rowTitles(), QStringList{"QWJ-0001"});
+}
+
+} // namespace
+} // namespace ostrel::test

@@ -1,0 +1,106 @@
+#include "ScreenTestSupport.h"
+#include "core/NotificationCenter.h"
+#include "core/NotificationNames.h"
+#include "transport/screens/DeskTypeCell.h"
+#include "transport/screens/DeskTypeTable.h"
+#include "transport/screens/DeskTypeVC.h"
+#include "transport/screens/NoBluetoothVC.h"
+
+#include <QEnterEvent>
+#include <QPushButton>
+
+namespace ostrel::test {
+namespace {
+
+class DeskTypeAndNoBluetoothTest : public ScreenTest {
+protected:
+    void SetUp() override {
+        ScreenTest::SetUp();
+        NotificationCenter::defaultCenter().addObserver(
+            &observer, QString::fromLatin1(notifications::kDeleteCurrentDevice),
+            [this](const QVariant&) { ++deleteCurrentDevicePosts; });
+    }
+
+    void setRadio(bool on) {
+        central->setPowered(on);
+        advance(100ms);
+    }
+
+    QObject observer;
+    int deleteCurrentDevicePosts = 0;
+};
+
+TEST(DeskTypeTableTest, RowsNameTheirModelAndPictureAndFallBackToTheLast) {
+    struct Case {
+        int index;
+        const char* label;
+        const char* picture;
+        const char* foldName;
+    };
+    for (const Case& c :
+         {Case{0, "D5 Plus", "connect_desk_D5Plus", "D5Plus"},
+          Case{1, "D5Q", "connect_desk_D5Q", "D5Q"}, Case{2, "D5L", "connect_desk_D5L", "D5L"},
+          Case{3, "D5 Pro", "connect_desk_D5Pro", "D5Pro"}, Case{4, "D5", "connect_desk_D5", "D5"},
+          Case{5, "D5", "connect_desk_D5", "D5"}, Case{99, "D5", "connect_desk_D5", "D5"}}) {
+        SCOPED_TRACE(c.index);
+        const DeskTypeRow row = DeskTypeTable::row(c.index);
+        EXPECT_STREQ(row.label, c.label);
+        EXPECT_STREQ(row.picture, c.picture);
+        EXPECT_STREQ(row.foldName, c.foldName);
+    }
+}
+
+TEST_F(DeskTypeAndNoBluetoothTest, ChoosingAModelStoresItAndGoesToSearch) {
+    DeskTypeVC screen;
+    ASSERT_EQ(screen.cells().size(), DeskTypeTable::kRowCount);
+    EXPECT_EQ(screen.cells().at(3)->label(), "D5 Pro");
+
+    DeskTypeCell* cell = screen.cells().at(3);
+    QEnterEvent enter(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
+    QApplication::sendEvent(cell, &enter);
+    EXPECT_TRUE(cell->isHovered());
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(cell, &leave);
+    EXPECT_FALSE(cell->isHovered());
+
+    click(cell);
+    EXPECT_EQ(CurrentDeskModel::name(), "D5Pro");
+    scheduler.runDue();
+    EXPECT_EQ(deleteCurrentDevicePosts, 1);
+    EXPECT_EQ(routed, QStringList{screens::kBluetoothSearch});
+}
+
+TEST_F(DeskTypeAndNoBluetoothTest, ChoosingAModelWithTheRadioOffGoesToNoBluetooth) {
+    setRadio(false);
+    DeskTypeVC screen;
+    click(screen.cells().at(0));
+    scheduler.runDue();
+    EXPECT_EQ(CurrentDeskModel::name(), "D5Plus");
+    EXPECT_EQ(routed, QStringList{screens::kNoBluetooth});
+}
+
+TEST_F(DeskTypeAndNoBluetoothTest, PairAsksTheRadioAgain) {
+    setRadio(false);
+    NoBluetoothVC screen;
+    screen.pairButton()->click();
+    scheduler.runDue();
+    ASSERT_EQ(alerts.size(), 1u);
+    EXPECT_EQ(alerts[0].message, "Tip");
+    EXPECT_EQ(alerts[0].informativeText, NoBluetoothVC::noBluetoothText());
+    EXPECT_EQ(alerts[0].informativeText,
+              "No Bluetooth connection, please turn on your device's Bluetooth to establish a "
+              "connection");
+    EXPECT_EQ(alerts[0].buttons, QStringList{"OK"});
+    EXPECT_TRUE(routed.isEmpty()); // the screen stays
+    EXPECT_EQ(deleteCurrentDevicePosts, 1);
+
+    setRadio(true);
+    screen.pairButton()->click();
+    scheduler.runDue();
+    EXPECT_EQ(alerts.size(), 1u);
+    EXPECT_EQ(routed, QStringList{screens::kBluetoothSearch});
+    EXPECT_EQ(deleteCurrentDevicePosts, 2);
+}
+
+} // namespace
+} // namespace ostrel::test
