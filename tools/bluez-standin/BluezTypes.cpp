@@ -14,6 +14,7 @@ QString fullUuid(const QString& shortUuid) {
 void registerTypes() {
     qDBusRegisterMetaType<InterfaceList>();
     qDBusRegisterMetaType<ManagedObjectList>();
+    qDBusRegisterMetaType<QList<qint64>>();
 }
 
 } // namespace ostrel::bluez

@@ -63,6 +63,10 @@ StandinControl::StandinControl(BluezStandin& standin) : m_standin(standin) {
                [](const auto& message, StandinDesk& desk, const auto&) {
                    return message.createReply(desk.desk().heightTenths());
                });
+    addForDesk(QStringLiteral("PollRoundTrips"), QStringLiteral("s"),
+               [](const auto& message, StandinDesk& desk, const auto&) {
+                   return message.createReply(QVariant::fromValue(desk.pollRoundTrips()));
+               });
     addForDesk(QStringLiteral("SetPollPeriod"), QStringLiteral("si"),
                [](const auto& message, StandinDesk& desk, const auto& a) {
                    if (a.at(1).toInt() <= 0)
@@ -159,6 +163,8 @@ QString StandinControl::introspection() {
         "<arg type=\"b\" direction=\"in\"/></method>"
         "<method name=\"DeskHeight\"><arg type=\"s\" direction=\"in\"/>"
         "<arg type=\"i\" direction=\"out\"/></method>"
+        "<method name=\"PollRoundTrips\"><arg type=\"s\" direction=\"in\"/>"
+        "<arg name=\"microseconds\" type=\"ax\" direction=\"out\"/></method>"
         "<method name=\"SetPollPeriod\"><arg type=\"s\" direction=\"in\"/>"
         "<arg name=\"ms\" type=\"i\" direction=\"in\"/></method>"
         "</interface>");

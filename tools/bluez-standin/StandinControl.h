@@ -21,6 +21,7 @@ class StandinDesk;
 //   SetWriteError(s, b)             WriteValue replies org.bluez.Error.Failed
 //   DeskHeight(s) -> i              tenths of a centimetre
 //   SetPollPeriod(s, i)             milliseconds
+//   PollRoundTrips(s) -> ax         microseconds from each poll to the host's answer, this link
 class StandinControl {
 public:
     static constexpr char kService[] = "org.ostrel.BluezStandin";

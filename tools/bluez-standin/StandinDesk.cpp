@@ -11,6 +11,9 @@ namespace ostrel {
 namespace {
 
 constexpr char kClientConfigurationUuid[] = "2902";
+// The desk's keypad poll: frame type at offset 2 (after head and length).
+constexpr std::size_t kFrameTypeOffset = 2;
+constexpr std::uint8_t kPollFrameType = 0x11;
 // BlueZ's default ATT MTU for a fresh LE link.
 constexpr quint16 kDefaultMtu = 23;
 
@@ -38,6 +41,7 @@ QDBusMessage failure(const QDBusMessage& message, const char* name, const QStrin
 StandinDesk::StandinDesk(VirtualDeskConfig config, const QString& address,
                          const QString& adapterPath, QObject* parent)
     : QObject(parent), m_address(address.toUpper()), m_adapterPath(adapterPath) {
+    m_clock.start();
     m_path = m_adapterPath + QStringLiteral("/dev_") + QString(m_address).replace(':', '_');
     adopt(std::make_unique<VirtualDesk>(std::move(config)));
     buildGatt();
@@ -211,6 +215,8 @@ QDBusMessage StandinDesk::connectLink(const QDBusMessage& message) {
         return failure(message, bluez::kErrorFailed,
                        QStringLiteral("le-connection-abort-by-local"));
     m_connected = true;
+    m_pollRoundTrips.clear();
+    m_pollSentAt.reset();
     deviceChanged({{QStringLiteral("Connected"), true}});
     const ManagedObjectList gatt = gattObjects();
     for (auto it = gatt.begin(); it != gatt.end(); ++it)
@@ -250,6 +256,10 @@ QDBusMessage StandinDesk::characteristicCall(const Characteristic& characteristi
         if (arguments.isEmpty() || arguments.first().userType() != QMetaType::QByteArray)
             return failure(message, bluez::kErrorInvalidArguments,
                            QStringLiteral("Invalid arguments in method call"));
+        if (m_pollSentAt) {
+            m_pollRoundTrips.append((m_clock.nsecsElapsed() - *m_pollSentAt) / 1000);
+            m_pollSentAt.reset();
+        }
         m_desk->writeFromHost(toBytes(arguments.first().toByteArray()));
         return message.createReply();
     }
@@ -284,6 +294,8 @@ void StandinDesk::deliver(const Bytes& value) {
     if (!m_connected || !m_notifying)
         return;
     m_value = toByteArray(value);
+    if (value.size() > kFrameTypeOffset && value[kFrameTypeOffset] == kPollFrameType)
+        m_pollSentAt = m_clock.nsecsElapsed();
     emit propertiesChanged(notifyCharacteristic()->path,
                            QString::fromLatin1(bluez::kCharacteristicInterface),
                            {{QStringLiteral("Value"), m_value}});

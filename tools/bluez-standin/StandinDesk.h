@@ -4,10 +4,12 @@
 #include "sim/VirtualDesk.h"
 
 #include <QDBusMessage>
+#include <QElapsedTimer>
 #include <QObject>
 #include <QStringList>
 #include <chrono>
 #include <memory>
+#include <optional>
 
 namespace ostrel {
 
@@ -40,6 +42,8 @@ public:
     // The radio went away under the link.
     void dropLink() { tearDown(); }
     void setWriteError(bool failing) { m_writeError = failing; }
+    // Microseconds from each keypad poll sent on the current link to the host's next write.
+    const QList<qint64>& pollRoundTrips() const { return m_pollRoundTrips; }
     // The desk model has no setter for its poll period, so a new one takes over at the same
     // height. Presets, faults and reach are not carried over.
     void setPollPeriod(std::chrono::milliseconds period);
@@ -92,6 +96,9 @@ private:
     bool m_notifying = false;
     bool m_writeError = false;
     int m_sightings = 0;
+    QElapsedTimer m_clock;
+    std::optional<qint64> m_pollSentAt; // ns on m_clock, until answered
+    QList<qint64> m_pollRoundTrips;
 };
 
 } // namespace ostrel

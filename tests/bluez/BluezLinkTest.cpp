@@ -1,0 +1,119 @@
+#include "BluezTestSupport.h"
+
+namespace ostrel::test {
+namespace {
+
+constexpr int kNoKey = 0;
+constexpr int kUpKey = 1;
+constexpr int kDownKey = 2;
+
+struct MoveCase {
+    const char* name;
+    int type; // GATT layout
+    int key;
+    int direction;
+};
+
+void PrintTo(const MoveCase& c, std::ostream* out) {
+    *out << c.name;
+}
+
+class BluezMoveTest : public BluezTest, public ::testing::WithParamInterface<MoveCase> {};
+
+TEST_P(BluezMoveTest, HeldKeyMovesTheDeskAndHeightsComeBackUntilReleased) {
+    const MoveCase c = GetParam();
+    const QString name = QString::fromLatin1(c.name);
+    addDesk(name, c.type, {{QStringLiteral("startHeight"), 900}});
+    connectDesk(discover(name));
+    ASSERT_TRUE(waitFor([&] { return !heights.empty(); }));
+    EXPECT_EQ(connectReports, (std::vector<std::optional<int>>{std::nullopt}));
+    EXPECT_EQ(heights.front(), 900);
+
+    handle().setCurrentCommandType(c.key);
+    ASSERT_TRUE(waitFor([&] { return (heights.back() - 900) * c.direction >= 20; }));
+    EXPECT_GE((deskHeight(name) - 900) * c.direction, 20);
+
+    handle().setCurrentCommandType(kNoKey);
+    // Two frames per poll (the poll and the display): the next poll's answer stops the desk,
+    // and it then holds still for twenty more.
+    const int released = frames;
+    ASSERT_TRUE(waitFor([&] { return frames >= released + 4; }));
+    const int stopped = deskHeight(name);
+    ASSERT_TRUE(waitFor([&] { return frames >= released + 44; }));
+    EXPECT_EQ(deskHeight(name), stopped);
+    EXPECT_EQ(heights.back(), stopped);
+}
+
+INSTANTIATE_TEST_SUITE_P(BothLayouts, BluezMoveTest,
+                         ::testing::Values(MoveCase{"QWJ-2101", 2, kUpKey, +1},
+                                           MoveCase{"Ostrel-CN-2102", 1, kDownKey, -1}),
+                         [](const auto& testParam) {
+                             return testParam.param.type == 2 ? "UpOnType2" : "DownOnType1";
+                         });
+
+struct DropCase {
+    const char* name;
+    bool autoReconnect;
+    int code;
+};
+
+void PrintTo(const DropCase& c, std::ostream* out) {
+    *out << c.name;
+}
+
+class BluezDropTest : public BluezTest, public ::testing::WithParamInterface<DropCase> {};
+
+TEST_P(BluezDropTest, LinkDroppedByTheDeskIsReportedOnTheConnectCallback) {
+    const DropCase c = GetParam();
+    const QString name = QString::fromLatin1(c.name);
+    addDesk(name, 2);
+    facade().setAutoConnectAfterDisconnect(c.autoReconnect);
+    connectDesk(discover(name));
+    ASSERT_TRUE(waitFor([&] { return frames > 0; }));
+
+    control(QStringLiteral("DropLink"), {name});
+    ASSERT_TRUE(waitFor([&] { return connectReports.size() >= 2; }));
+    EXPECT_EQ(connectReports[1], c.code);
+    if (!c.autoReconnect) {
+        EXPECT_FALSE(facade().isConnect());
+        return;
+    }
+    // Reconnected by itself, subscribed again, and the poll answers reach the desk again.
+    ASSERT_TRUE(waitFor([&] { return connectReports.size() >= 3; }));
+    EXPECT_EQ(connectReports[2], std::nullopt);
+    const int start = deskHeight(name);
+    handle().setCurrentCommandType(kUpKey);
+    ASSERT_TRUE(waitFor([&] { return deskHeight(name) > start; }));
+    EXPECT_EQ(connectReports.size(), 3u);
+}
+
+INSTANTIATE_TEST_SUITE_P(AutoReconnect, BluezDropTest,
+                         ::testing::Values(DropCase{"QWJ-2201", false, 5},
+                                           DropCase{"QWJ-2202", true, 6}),
+                         [](const auto& testParam) {
+                             return testParam.param.autoReconnect ? "On" : "Off";
+                         });
+
+// Disabled until the QtBluetooth central reports failed writes: for a write without response
+// Qt reports BlueZ's error reply only later, through QLowEnergyService::errorOccurred
+// (CharacteristicWriteError), which QtPlatformCentral drops once the service is discovered,
+// while the write has already been reported done.
+TEST_F(BluezTest, DISABLED_FailedWriteValueSurfacesAsCodeNine) {
+    addDesk(QStringLiteral("QWJ-2301"), 2);
+    connectDesk(discover(QStringLiteral("QWJ-2301")));
+    ASSERT_TRUE(waitFor([&] { return frames > 0; }));
+
+    control(QStringLiteral("SetWriteError"), {QStringLiteral("QWJ-2301"), true});
+    // Any bytes do: the stand-in refuses every write now. The report may come after this
+    // test has given up, so it lands in shared state.
+    auto written = std::make_shared<std::optional<OptionalError>>();
+    facade().writeDataWithCurrentperipheral(
+        Bytes{0x9B, 0x04, 0x02, 0x00, 0x9D},
+        [written](const CharacteristicPtr&, const OptionalError& error) { *written = error; });
+    ASSERT_TRUE(waitFor([&] { return written->has_value(); }));
+    ASSERT_TRUE(written->value().has_value());
+    EXPECT_EQ(written->value()->code, 9);
+}
+
+} // namespace
+} // namespace ostrel::test

@@ -1,0 +1,92 @@
+#include "BluezTestSupport.h"
+
+#include "transport/BluetoothFilter.h"
+#include "transport/QtPlatformCentral.h"
+
+#include <QDBusError>
+#include <QTest>
+
+namespace ostrel::test {
+
+void BluezTest::SetUp() {
+    clock.start();
+    m_previousTool =
+        BluetoothTool::replaceShareInstance(std::make_unique<BluetoothTool>(new QtPlatformCentral));
+    m_previousHandle =
+        BluetoothResultHandle::replaceSharedInstance(std::make_unique<BluetoothResultHandle>());
+    m_previousFacade =
+        RBBluetoothManager::replaceSharedInstance(std::make_unique<RBBluetoothManager>());
+    handle().bluetoothResultHandle_HeightChange = [this](int height) { heights.push_back(height); };
+    ASSERT_TRUE(waitFor([] { return facade().blueToothIsOpen(); })) << "no powered adapter";
+}
+
+void BluezTest::TearDown() {
+    facade().resetManager();
+    for (const QString& name : std::as_const(m_desks))
+        control(QStringLiteral("RemoveDesk"), {name});
+    control(QStringLiteral("SetPowered"), {true});
+    RBBluetoothManager::replaceSharedInstance(std::move(m_previousFacade));
+    BluetoothTool::replaceShareInstance(std::move(m_previousTool));
+    BluetoothResultHandle::replaceSharedInstance(std::move(m_previousHandle));
+}
+
+bool BluezTest::waitFor(const std::function<bool()>& condition, int timeoutMs) {
+    return QTest::qWaitFor(condition, timeoutMs);
+}
+
+QDBusMessage BluezTest::control(const QString& method, const QVariantList& arguments) {
+    const QDBusMessage reply = StandinBus::instance().control(method, arguments);
+    EXPECT_NE(reply.type(), QDBusMessage::ErrorMessage)
+        << method.toStdString() << ": " << reply.errorMessage().toStdString();
+    return reply;
+}
+
+void BluezTest::addDesk(const QString& name, int type, const QVariantMap& options) {
+    control(QStringLiteral("AddDesk"), {name, type, options});
+    m_desks.append(name);
+}
+
+int BluezTest::deskHeight(const QString& name) {
+    return control(QStringLiteral("DeskHeight"), {name}).arguments().value(0).toInt();
+}
+
+void BluezTest::startScan(BluetoothType type) {
+    facade().scanWithType(
+        type, [this](const PeripheralPtr& peripheral, int flags, const OptionalError& error) {
+            scanEvents.push_back({peripheral, peripheral ? peripheral->name() : QString(), flags,
+                                  error ? std::optional<int>(error->code) : std::nullopt,
+                                  clock.elapsed()});
+        });
+}
+
+const ScanEvent* BluezTest::firstEvent(const QString& name, int flags) const {
+    for (const ScanEvent& event : scanEvents) {
+        if (event.name == name && event.flags == flags)
+            return &event;
+    }
+    return nullptr;
+}
+
+PeripheralPtr BluezTest::discover(const QString& name) {
+    startScan(BluetoothFilter::getBluetoothTypeWithPeriperalName(name));
+    const bool found = waitFor([&] { return firstEvent(name, 8) != nullptr; });
+    facade().stopScanDevice();
+    EXPECT_TRUE(found) << name.toStdString() << " was not found";
+    return found ? firstEvent(name, 8)->peripheral : nullptr;
+}
+
+void BluezTest::connectDesk(const PeripheralPtr& peripheral) {
+    facade().connectDeviceWithPeripheral(
+        peripheral,
+        [this](const PeripheralPtr&, const OptionalError& error) {
+            connectReports.push_back(error ? std::optional<int>(error->code) : std::nullopt);
+        },
+        [this](const std::optional<Bytes>& frame, const OptionalError&) {
+            if (!frame)
+                return;
+            ++frames;
+            handle().handleTableData(*frame);
+        });
+}
+
+} // namespace ostrel::test

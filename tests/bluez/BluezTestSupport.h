@@ -1,0 +1,66 @@
+#pragma once
+
+#include "StandinBus.h"
+#include "protocol/BluetoothResultHandle.h"
+#include "transport/BluetoothTool.h"
+#include "transport/RBBluetoothManager.h"
+
+#include <QElapsedTimer>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace ostrel::test {
+
+// One scan callback call, stamped with the fixture's clock.
+struct ScanEvent {
+    PeripheralPtr peripheral;
+    QString name;
+    int flags = 0;
+    std::optional<int> errorCode;
+    qint64 atMs = 0;
+};
+
+// The real transport (facade, tool, QtBluetooth central) on a fresh set of process-wide
+// instances, talking to the stand-in over D-Bus in real time. Everything the callbacks report
+// lands in members, which outlive every callback the transport may still hold.
+class BluezTest : public ::testing::Test {
+protected:
+    static constexpr int kWaitMs = 10000;
+
+    void SetUp() override;
+    void TearDown() override;
+
+    static RBBluetoothManager& facade() { return RBBluetoothManager::sharedInstance(); }
+    static BluetoothResultHandle& handle() { return BluetoothResultHandle::sharedInstance(); }
+    static bool waitFor(const std::function<bool()>& condition, int timeoutMs = kWaitMs);
+
+    // Control of the stand-in; an error reply fails the test.
+    QDBusMessage control(const QString& method, const QVariantList& arguments = {});
+    void addDesk(const QString& name, int type, const QVariantMap& options = {});
+    int deskHeight(const QString& name);
+
+    // A continuous scan for `type`; every event goes to scanEvents.
+    void startScan(BluetoothType type);
+    const ScanEvent* firstEvent(const QString& name, int flags) const;
+    // Scans until `name` is first sighted, stops scanning and returns the peripheral.
+    PeripheralPtr discover(const QString& name);
+    // Connects and subscribes; reports go to connectReports, frames to the classifier, whose
+    // heights land in heights.
+    void connectDesk(const PeripheralPtr& peripheral);
+
+    QElapsedTimer clock;
+    std::vector<ScanEvent> scanEvents;
+    std::vector<std::optional<int>> connectReports; // error code of each report, if any
+    int frames = 0;
+    std::vector<int> heights;
+
+private:
+    QStringList m_desks;
+    std::unique_ptr<BluetoothTool> m_previousTool;
+    std::unique_ptr<BluetoothResultHandle> m_previousHandle;
+    std::unique_ptr<RBBluetoothManager> m_previousFacade;
+};
+
+} // namespace ostrel::test
