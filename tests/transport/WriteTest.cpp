@@ -178,5 +178,30 @@ TEST_F(WriteTest, NotificationStreamIsCutIntoFrames) {
     EXPECT_GT(desk.heightTenths(), before);
 }
 
+// A desk may answer a write at once, while the host is still handing out the frame that caused
+// it: the answer is cut and delivered after that frame, in order.
+TEST_F(WriteTest, NotificationArrivingDuringFrameHandlingWaitsItsTurn) {
+    VirtualDesk& desk = addDesk();
+    std::vector<int> order;
+    connect(desk, [&](const std::optional<Bytes>& frame, const OptionalError&) {
+        if (!frame)
+            return;
+        order.push_back((*frame)[2]);
+        if ((*frame)[2] == 0x11)
+            facade().writeDataWithCurrentperipheral(Bytes{0x01}, nullptr);
+        order.push_back(-(*frame)[2]); // handling of this frame has ended
+    });
+    desk.setSubscribed(false);
+    advance(100ms);
+    order.clear();
+    bool answered = false;
+    central->setWriteObserver([&](const GattPath&, const Bytes&) {
+        if (!std::exchange(answered, true))
+            central->injectNotification(&desk, deskFrame(0x82, Bytes(12, 0x00)));
+    });
+    central->injectNotification(&desk, deskFrame(0x11, {}));
+    EXPECT_EQ(order, (std::vector<int>{0x11, -0x11, 0x82, -0x82}));
+}
+
 } // namespace
 } // namespace ostrel::test
