@@ -3,6 +3,7 @@
 #include "transport/BluetoothCenterManager.h"
 #include "transport/RBBluetoothManager.h"
 #include "transport/screens/BluetoothConnectTipVC.h"
+#include "transport/screens/ClickableRowList.h"
 #include "transport/screens/DeskBinding.h"
 #include "transport/screens/DeskSearchRowView.h"
 #include "transport/screens/HomeNavigator.h"
@@ -11,7 +12,6 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QScrollArea>
 #include <algorithm>
 
 namespace ostrel {
@@ -60,22 +60,13 @@ void BluetoothSearchVC::initView() {
     header->addWidget(m_labelTitle, 1);
     header->addWidget(m_imageSearch);
 
-    auto* list = new QWidget;
-    m_tableDesk = new QVBoxLayout(list);
-    m_tableDesk->setContentsMargins(0, 0, 0, 0);
-    m_tableDesk->setSpacing(0);
-    m_tableDesk->addStretch(1);
-    auto* scroll = new QScrollArea;
-    scroll->setWidget(list);
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_tableDesk = new ClickableRowList;
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(24, 20, 24, 20);
     layout->setSpacing(12);
     layout->addLayout(header);
-    layout->addWidget(scroll, 1);
+    layout->addWidget(m_tableDesk, 1);
 }
 
 bool BluetoothSearchVC::isRefreshRotating() const {
@@ -87,6 +78,9 @@ QString BluetoothSearchVC::titleText() const {
 }
 
 void BluetoothSearchVC::checkRadio() {
+    // Once paired the desk belongs to the control screen: a scan now would reset its link.
+    if (m_paired)
+        return;
     if (m_blueToothManager->blueToothIsOpen())
         startScan();
     else
@@ -152,8 +146,7 @@ void BluetoothSearchVC::reloadData() {
         auto* row = new DeskSearchRowView;
         const auto index = int(m_rows.size());
         connect(row, &DeskSearchRowView::clicked, this, [this, index] { actionSelectRow(index); });
-        // Before the stretch that keeps the rows at the top.
-        m_tableDesk->insertWidget(index, row);
+        m_tableDesk->addRow(row);
         m_rows.append(row);
     }
     for (qsizetype i = 0; i < devices.size(); ++i)
@@ -181,6 +174,9 @@ void BluetoothSearchVC::actionSelectRow(int row) {
 
 void BluetoothSearchVC::connectReport(const PeripheralPtr& peripheral, const OptionalError& error,
                                       const QPointer<DeskSearchRowView>& row) {
+    // Later reports of the paired desk (a lost link, a reconnection) are the session's.
+    if (m_paired)
+        return;
     if (error) {
         HomeNavigator::later(this, [this, row] {
             showConnectTip(row ? row->title() : QString());
@@ -189,6 +185,7 @@ void BluetoothSearchVC::connectReport(const PeripheralPtr& peripheral, const Opt
         });
         return;
     }
+    m_paired = true;
     DeskBinding::bindDevice(peripheral->name(), peripheral->identifierString());
     if (row)
         row->hiddenConnect();

@@ -8,10 +8,10 @@
 #include <QWidget>
 
 class QLabel;
-class QVBoxLayout;
 
 namespace ostrel {
 
+class ClickableRowList;
 class DeskSearchRowView;
 class OMRotatingImage;
 class RBBluetoothManager;
@@ -55,9 +55,10 @@ private:
 
     RBBluetoothManager* m_blueToothManager;
     bool m_isScanning = false;
+    bool m_paired = false;
     QLabel* m_labelTitle = nullptr;
     OMRotatingImage* m_imageSearch = nullptr;
-    QVBoxLayout* m_tableDesk = nullptr;
+    ClickableRowList* m_tableDesk = nullptr;
     QList<DeskSearchRowView*> m_rows;
 };
 

@@ -102,7 +102,7 @@ TEST_F(BluetoothSearchVCTest, ListsEachDeskNameOnceWhileScanningForThirtySeconds
 }
 
 TEST_F(BluetoothSearchVCTest, ClickWhileScanningBindsTheDeskAndOpensTheControlScreen) {
-    const VirtualDesk& desk = addNamedDesk("QWJ-0001");
+    VirtualDesk& desk = addNamedDesk("QWJ-0001");
     openScreen();
     pairFirstRowAtFiveSeconds();
 
@@ -117,6 +117,13 @@ TEST_F(BluetoothSearchVCTest, ClickWhileScanningBindsTheDeskAndOpensTheControlSc
     EXPECT_FALSE(central->isScanning());
     EXPECT_EQ(screen->blueToothManager().currentPeripheral()->name(), "QWJ-0001");
     EXPECT_TRUE(screen->blueToothManager().currentPeripheral()->isConnected());
+
+    // Should the screen outlive the move, the desk's later link events are not a new pairing.
+    desk.dropLink();
+    advance(2s);
+    EXPECT_EQ(routed, QStringList{screens::kDeskControl});
+    EXPECT_FALSE(screen->isScanning());
+    EXPECT_FALSE(BluetoothConnectTipVC::find());
 }
 
 TEST_F(BluetoothSearchVCTest, PairingABoundDeskKeepsItsRecordAndRefreshesTheConnectionTime) {

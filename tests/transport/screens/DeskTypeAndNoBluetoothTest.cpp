@@ -6,7 +6,6 @@
 #include "transport/screens/DeskTypeVC.h"
 #include "transport/screens/NoBluetoothVC.h"
 
-#include <QEnterEvent>
 #include <QPushButton>
 
 namespace ostrel::test {
@@ -50,33 +49,27 @@ TEST(DeskTypeTableTest, RowsNameTheirModelAndPictureAndFallBackToTheLast) {
     }
 }
 
-TEST_F(DeskTypeAndNoBluetoothTest, ChoosingAModelStoresItAndGoesToSearch) {
-    DeskTypeVC screen;
-    ASSERT_EQ(screen.cells().size(), DeskTypeTable::kRowCount);
-    EXPECT_EQ(screen.cells().at(3)->label(), "D5 Pro");
-
-    DeskTypeCell* cell = screen.cells().at(3);
-    QEnterEvent enter(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
-    QApplication::sendEvent(cell, &enter);
-    EXPECT_TRUE(cell->isHovered());
-    QEvent leave(QEvent::Leave);
-    QApplication::sendEvent(cell, &leave);
-    EXPECT_FALSE(cell->isHovered());
-
-    click(cell);
-    EXPECT_EQ(CurrentDeskModel::name(), "D5Pro");
-    scheduler.runDue();
-    EXPECT_EQ(deleteCurrentDevicePosts, 1);
-    EXPECT_EQ(routed, QStringList{screens::kBluetoothSearch});
-}
-
-TEST_F(DeskTypeAndNoBluetoothTest, ChoosingAModelWithTheRadioOffGoesToNoBluetooth) {
-    setRadio(false);
-    DeskTypeVC screen;
-    click(screen.cells().at(0));
-    scheduler.runDue();
-    EXPECT_EQ(CurrentDeskModel::name(), "D5Plus");
-    EXPECT_EQ(routed, QStringList{screens::kNoBluetooth});
+TEST_F(DeskTypeAndNoBluetoothTest, ChoosingAModelStoresItAndGoesOnByTheRadio) {
+    struct Case {
+        bool radioOn;
+        int row;
+        const char* foldName;
+        const char* next;
+    };
+    for (const Case& c : {Case{true, 3, "D5Pro", screens::kBluetoothSearch},
+                          Case{false, 0, "D5Plus", screens::kNoBluetooth}}) {
+        SCOPED_TRACE(c.row);
+        setRadio(c.radioOn);
+        routed.clear();
+        deleteCurrentDevicePosts = 0;
+        DeskTypeVC screen;
+        ASSERT_EQ(screen.cells().size(), DeskTypeTable::kRowCount);
+        click(screen.cells().at(c.row));
+        EXPECT_EQ(CurrentDeskModel::name(), c.foldName);
+        scheduler.runDue();
+        EXPECT_EQ(deleteCurrentDevicePosts, 1);
+        EXPECT_EQ(routed, QStringList{c.next});
+    }
 }
 
 TEST_F(DeskTypeAndNoBluetoothTest, PairAsksTheRadioAgain) {
