@@ -168,7 +168,8 @@ QDBusMessage BluezStandin::adapterCall(const QDBusMessage& message) {
 // ---- Desks ----
 
 StandinDesk* BluezStandin::addDesk(VirtualDeskConfig config) {
-    if (desk(QString::fromStdString(config.name)))
+    const bool hasLayout = config.bluetoothType == 1 || config.bluetoothType == 2;
+    if (config.name.empty() || !hasLayout || desk(QString::fromStdString(config.name)))
         return nullptr;
     const QString address = QStringLiteral("C0:DE:5E:00:%1:%2")
                                 .arg(m_nextAddress / 256, 2, 16, QLatin1Char('0'))

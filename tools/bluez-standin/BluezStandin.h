@@ -37,7 +37,8 @@ public:
     // How often a discovering adapter hears each advertising desk.
     void setAdvertisingInterval(std::chrono::milliseconds interval);
 
-    // Null when a desk of that name exists already. Desks get consecutive addresses.
+    // Null when the name is empty or taken, or the type has no GATT layout (only 1 and 2
+    // have one). Desks get consecutive addresses.
     StandinDesk* addDesk(VirtualDeskConfig config);
     bool removeDesk(const QString& name);
     StandinDesk* desk(const QString& name) const;

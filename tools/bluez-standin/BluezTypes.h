@@ -28,6 +28,8 @@ inline constexpr char kErrorNotReady[] = "org.bluez.Error.NotReady";
 inline constexpr char kErrorNotConnected[] = "org.bluez.Error.NotConnected";
 inline constexpr char kErrorDoesNotExist[] = "org.bluez.Error.DoesNotExist";
 inline constexpr char kErrorInvalidArguments[] = "org.bluez.Error.InvalidArguments";
+inline constexpr char kErrorNotSupported[] = "org.bluez.Error.NotSupported";
+inline constexpr char kErrorNotPermitted[] = "org.bluez.Error.NotPermitted";
 
 // "180d" -> "0000180d-0000-1000-8000-00805f9b34fb"; longer forms are only lower-cased.
 QString fullUuid(const QString& shortUuid);

@@ -108,8 +108,6 @@ QDBusMessage StandinControl::addDesk(const QDBusMessage& message,
     VirtualDeskConfig config;
     config.name = arguments.at(0).toString().toStdString();
     config.bluetoothType = arguments.at(1).toInt();
-    if (config.name.empty() || (config.bluetoothType != 1 && config.bluetoothType != 2))
-        return invalidArguments(message, QStringLiteral("a desk needs a name and type 1 or 2"));
     const QVariantMap options = optionsFrom(arguments.value(2));
     config.pollPeriod = std::chrono::milliseconds(
         options.value(QStringLiteral("pollPeriod"), int(config.pollPeriod.count())).toInt());
@@ -119,7 +117,8 @@ QDBusMessage StandinControl::addDesk(const QDBusMessage& message,
         options.value(QStringLiteral("speed"), config.speedCmPerSecond).toDouble();
     const StandinDesk* desk = m_standin.addDesk(std::move(config));
     if (!desk)
-        return invalidArguments(message, QStringLiteral("a desk of that name exists"));
+        return invalidArguments(message,
+                                QStringLiteral("a desk needs a name of its own and type 1 or 2"));
     return message.createReply(QVariant::fromValue(QDBusObjectPath(desk->path())));
 }
 

@@ -36,6 +36,10 @@ QDBusMessage failure(const QDBusMessage& message, const char* name, const QStrin
     return message.createErrorReply(QString::fromLatin1(name), text);
 }
 
+QDBusMessage notSupported(const QDBusMessage& message) {
+    return failure(message, bluez::kErrorNotSupported, QStringLiteral("Not supported"));
+}
+
 } // namespace
 
 StandinDesk::StandinDesk(VirtualDeskConfig config, const QString& address,
@@ -68,26 +72,26 @@ void StandinDesk::buildGatt() {
     // Handles as BlueZ numbers them: service, then declaration/value pairs, descriptors after.
     m_serviceUuid = bluez::fullUuid(m_desk->serviceUuid());
     m_servicePath = objectPath(m_path, "service", 0x0c);
-    const QString notifyUuid = bluez::fullUuid(m_desk->notifyUuid());
-    const QString writeUuid = bluez::fullUuid(m_desk->writeUuid());
-    Characteristic notify{objectPath(m_servicePath, "char", 0x0d),
-                          notifyUuid,
-                          {QStringLiteral("notify")},
-                          true,
-                          notifyUuid == writeUuid,
-                          {}};
+    Characteristic notify;
+    notify.path = objectPath(m_servicePath, "char", 0x0d);
+    notify.uuid = bluez::fullUuid(m_desk->notifyUuid());
+    notify.notifies = true;
     notify.descriptorPath = objectPath(notify.path, "desc", 0x0f);
-    if (notify.writable)
+    if (m_desk->notifyUuid() == m_desk->writeUuid()) {
+        // One characteristic carries both directions.
+        notify.writable = true;
         notify.flags = QStringList{QStringLiteral("read"), QStringLiteral("write-without-response"),
                                    QStringLiteral("write"), QStringLiteral("notify")};
-    m_characteristics = {notify};
-    if (!notify.writable)
-        m_characteristics.append(Characteristic{objectPath(m_servicePath, "char", 0x10),
-                                                writeUuid,
-                                                {QStringLiteral("write-without-response")},
-                                                false,
-                                                true,
-                                                {}});
+        m_characteristics = {notify};
+        return;
+    }
+    notify.flags = QStringList{QStringLiteral("notify")};
+    Characteristic write;
+    write.path = objectPath(m_servicePath, "char", 0x10);
+    write.uuid = bluez::fullUuid(m_desk->writeUuid());
+    write.writable = true;
+    write.flags = QStringList{QStringLiteral("write-without-response")};
+    m_characteristics = {notify, write};
 }
 
 bool StandinDesk::owns(const QString& objectPath) const {
@@ -111,7 +115,7 @@ InterfaceList StandinDesk::deviceInterfaces() const {
                  {QStringLiteral("RSSI"), QVariant::fromValue(static_cast<qint16>(rssi))},
                  {QStringLiteral("Connected"), m_connected},
                  {QStringLiteral("UUIDs"), QStringList{m_serviceUuid}},
-                 {QStringLiteral("ServicesResolved"), m_connected},
+                 {QStringLiteral("ServicesResolved"), m_servicesResolved},
              }}};
 }
 
@@ -190,22 +194,23 @@ void StandinDesk::deviceChanged(const QVariantMap& changed) {
 
 QDBusMessage StandinDesk::call(const QDBusMessage& message) {
     const QString interface = message.interface();
-    if (interface == QLatin1String(bluez::kDeviceInterface) && message.path() == m_path) {
+    if (interface == QLatin1String(bluez::kDeviceInterface)) {
         if (message.member() == QLatin1String("Connect"))
             return connectLink(message);
-        if (message.member() == QLatin1String("Disconnect")) {
-            tearDown();
-            return message.createReply();
-        }
+        if (message.member() != QLatin1String("Disconnect"))
+            return notSupported(message);
+        tearDown();
+        return message.createReply();
     }
+    // The GATT objects exist only while linked.
     if (!m_connected)
-        return failure(message, bluez::kErrorDoesNotExist, QStringLiteral("No such object"));
+        return failure(message, bluez::kErrorDoesNotExist, QStringLiteral("Does Not Exist"));
     if (interface == QLatin1String(bluez::kCharacteristicInterface))
         if (const Characteristic* characteristic = characteristicAt(message.path()))
             return characteristicCall(*characteristic, message);
     if (interface == QLatin1String(bluez::kDescriptorInterface))
         return descriptorCall(message);
-    return failure(message, "org.bluez.Error.NotSupported", QStringLiteral("Not supported"));
+    return notSupported(message);
 }
 
 QDBusMessage StandinDesk::connectLink(const QDBusMessage& message) {
@@ -223,8 +228,10 @@ QDBusMessage StandinDesk::connectLink(const QDBusMessage& message) {
         emit interfacesAdded(it.key().path(), it.value());
     // BlueZ answers Connect first and resolves services a moment later.
     Scheduler::instance().after(0ms, this, [this] {
-        if (m_connected)
-            deviceChanged({{QStringLiteral("ServicesResolved"), true}});
+        if (!m_connected)
+            return;
+        m_servicesResolved = true;
+        deviceChanged({{QStringLiteral("ServicesResolved"), true}});
     });
     return message.createReply();
 }
@@ -248,7 +255,7 @@ QDBusMessage StandinDesk::characteristicCall(const Characteristic& characteristi
         return message.createReply(QVariant(characteristic.notifies ? m_value : QByteArray()));
     if (member == QLatin1String("WriteValue")) {
         if (!characteristic.writable)
-            return failure(message, "org.bluez.Error.NotPermitted",
+            return failure(message, bluez::kErrorNotPermitted,
                            QStringLiteral("Write not permitted"));
         if (m_writeError)
             return failure(message, bluez::kErrorFailed, QStringLiteral("Operation failed"));
@@ -268,13 +275,12 @@ QDBusMessage StandinDesk::characteristicCall(const Characteristic& characteristi
         setNotifying(member == QLatin1String("StartNotify"));
         return message.createReply();
     }
-    return failure(message, "org.bluez.Error.NotSupported", QStringLiteral("Not supported"));
+    return notSupported(message);
 }
 
 QDBusMessage StandinDesk::descriptorCall(const QDBusMessage& message) {
     if (message.member() != QLatin1String("ReadValue"))
-        return failure(message, "org.bluez.Error.NotPermitted",
-                       QStringLiteral("Write not permitted"));
+        return failure(message, bluez::kErrorNotPermitted, QStringLiteral("Write not permitted"));
     const QByteArray configuration =
         m_notifying ? QByteArray::fromHex("0100") : QByteArray::fromHex("0000");
     return message.createReply(QVariant(configuration));
@@ -307,6 +313,7 @@ void StandinDesk::tearDown() {
     m_notifying = false;
     m_desk->setSubscribed(false);
     m_connected = false;
+    m_servicesResolved = false;
     deviceChanged({{QStringLiteral("ServicesResolved"), false}});
     deviceChanged({{QStringLiteral("Connected"), false}});
     // Children go before their parents, as BlueZ removes them.

@@ -93,6 +93,7 @@ private:
     QByteArray m_value; // last value of the notify characteristic
     bool m_exported = false;
     bool m_connected = false;
+    bool m_servicesResolved = false;
     bool m_notifying = false;
     bool m_writeError = false;
     int m_sightings = 0;

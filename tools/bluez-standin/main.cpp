@@ -56,14 +56,15 @@ int main(int argc, char** argv) {
     BluezStandin standin(connection);
     standin.setAdvertisingInterval(
         std::chrono::milliseconds(parser.value(advertisingOption).toInt()));
-    for (const QString& spec : parser.values(deskOption)) {
+    for (const QString& entry : parser.values(deskOption)) {
         VirtualDeskConfig config;
-        config.name = spec.section(':', 0, 0).toStdString();
+        config.name = entry.section(':', 0, 0).toStdString();
         config.bluetoothType =
-            spec.section(':', 1, 1).isEmpty() ? 2 : spec.section(':', 1, 1).toInt();
+            entry.section(':', 1, 1).isEmpty() ? 2 : entry.section(':', 1, 1).toInt();
         config.pollPeriod = std::chrono::milliseconds(parser.value(pollOption).toInt());
         if (!standin.addDesk(config)) {
-            std::fprintf(stderr, "duplicate desk %s\n", qPrintable(spec));
+            std::fprintf(stderr, "cannot add desk %s (taken name, or type not 1 or 2)\n",
+                         qPrintable(entry));
             return 2;
         }
     }
