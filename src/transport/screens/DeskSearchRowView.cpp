@@ -1,6 +1,6 @@
 #include "transport/screens/DeskSearchRowView.h"
 
-#include "widgets/OMImage.h"
+#include "transport/screens/ScreenPicture.h"
 #include "widgets/OMRotatingImage.h"
 #include "widgets/OMVerticalCenterLabel.h"
 
@@ -11,7 +11,7 @@ namespace ostrel {
 
 namespace {
 constexpr int kRowHeight = 52;
-constexpr int kIconSize = 24;
+constexpr QSize kIconSize(24, 24);
 } // namespace
 
 DeskSearchRowView::DeskSearchRowView(QWidget* parent)
@@ -20,9 +20,6 @@ DeskSearchRowView::DeskSearchRowView(QWidget* parent)
       m_indicator(new OMRotatingImage(QStringLiteral("connect_refresh"))) {
     setObjectName(QString::fromLatin1(kIdentifier));
 
-    auto* icon = new QLabel;
-    icon->setPixmap(OMImage::icon(QStringLiteral("connect_bluetoothicon"))
-                        .pixmap(QSize(kIconSize, kIconSize), devicePixelRatioF()));
     m_labelPairing->setText(tr("Pairing"));
     m_labelPairing->setStyleSheet(QStringLiteral("color: #8a8f98;"));
     m_indicator->setFixedSize(18, 18);
@@ -32,7 +29,7 @@ DeskSearchRowView::DeskSearchRowView(QWidget* parent)
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(16, 0, 16, 0);
     layout->setSpacing(12);
-    layout->addWidget(icon);
+    layout->addWidget(screenPicture(QStringLiteral("connect_bluetoothicon"), kIconSize));
     layout->addWidget(m_labelDeskName, 1);
     layout->addWidget(m_labelPairing);
     layout->addWidget(m_indicator);

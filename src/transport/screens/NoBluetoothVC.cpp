@@ -4,8 +4,8 @@
 #include "core/NotificationNames.h"
 #include "transport/RBBluetoothManager.h"
 #include "transport/screens/HomeNavigator.h"
+#include "transport/screens/ScreenPicture.h"
 #include "widgets/OMAlert.h"
-#include "widgets/OMImage.h"
 #include "widgets/OMScreenRouter.h"
 
 #include <QLabel>
@@ -25,12 +25,6 @@ QString NoBluetoothVC::noBluetoothText() {
 
 NoBluetoothVC::NoBluetoothVC(QWidget* parent)
     : QWidget(parent), m_buttonPair(new QPushButton(tr("Pair"))) {
-    auto* picture = new QLabel;
-    const QString pictureName = QStringLiteral("color_desk");
-    const QSize size =
-        OMImage::naturalSize(pictureName).scaled(kPictureSize, Qt::KeepAspectRatio).toSize();
-    picture->setPixmap(OMImage::icon(pictureName).pixmap(size, devicePixelRatioF()));
-    picture->setAlignment(Qt::AlignCenter);
 
     auto* text = new QLabel(noBluetoothText());
     text->setWordWrap(true);
@@ -44,7 +38,8 @@ NoBluetoothVC::NoBluetoothVC(QWidget* parent)
     layout->setContentsMargins(40, 32, 40, 40);
     layout->setSpacing(24);
     layout->addStretch(1);
-    layout->addWidget(picture);
+    layout->addWidget(screenPicture(QStringLiteral("color_desk"), kPictureSize), 0,
+                      Qt::AlignHCenter);
     layout->addWidget(text);
     layout->addWidget(m_buttonPair, 0, Qt::AlignHCenter);
     layout->addStretch(1);
