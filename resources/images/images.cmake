@@ -29,6 +29,8 @@ set(OSTREL_IMAGE_NAMES
     control_D5Q_deskmid
     control_D5Q_desktop
     control_down
+    control_help
+    control_light
     control_M1_set
     control_M1_unset
     control_M2_set

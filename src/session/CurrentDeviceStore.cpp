@@ -1,0 +1,100 @@
+#include "session/CurrentDeviceStore.h"
+
+#include "core/Scheduler.h"
+#include "store/DQToolHelper.h"
+#include "store/FileManager.h"
+#include "store/OMPlistManager.h"
+
+#include <QStringList>
+
+namespace ostrel {
+
+namespace {
+
+QString fileName() {
+    return QString::fromLatin1(CurrentDeviceStore::kFileName);
+}
+
+QString now(const char* format) {
+    return DQToolHelper::getDateStrWithDate(Scheduler::instance().wallNow(),
+                                            QString::fromLatin1(format));
+}
+
+// The leading whole number of a text, as a desk record's numbers have always been read: "72",
+// " 72.6" and "72cm" all give 72; a text without digits gives 0.
+int leadingInteger(const QString& text) {
+    const QString trimmed = text.trimmed();
+    qsizetype end = 0;
+    if (end < trimmed.size() && (trimmed[end] == u'-' || trimmed[end] == u'+'))
+        ++end;
+    while (end < trimmed.size() && trimmed[end].isDigit())
+        ++end;
+    return trimmed.left(end).toInt();
+}
+
+} // namespace
+
+OMBluetoothModel CurrentDeviceStore::load() {
+    return fromPropertyForm<OMBluetoothModel>(
+        FileManager::readDictionaryFileName(fileName()).value_or(QVariantMap{}));
+}
+
+void CurrentDeviceStore::save(const OMBluetoothModel& record) {
+    const QVariantMap dictionary = toPropertyForm(record);
+    std::optional<QString> name;
+    if (record.bluetoothName)
+        name = QString::fromStdString(*record.bluetoothName);
+    OMPlistManager::saveDeviceInfoWithBlueToothName(name, dictionary);
+    FileManager::writeDictionary(dictionary, fileName());
+}
+
+void CurrentDeviceStore::writeCurrent(const OMBluetoothModel& record) {
+    FileManager::writeDictionary(toPropertyForm(record), fileName());
+}
+
+void CurrentDeviceStore::remove() {
+    FileManager::deleteFileName(fileName());
+}
+
+OMBluetoothModel CurrentDeviceStore::freshRecord(const QString& name, const QString& identifier) {
+    const std::string zero = "0";
+    OMBluetoothModel record;
+    record.deviceName = name.toStdString();
+    record.bluetoothName = name.toStdString();
+    record.bluetoothMacAddress = identifier.toStdString();
+    record.createTime = now("yyyy-MM-dd HH:mm:ss").toStdString();
+    record.sitOrStand = zero;
+    record.remindType = zero;
+    record.remindInterval = zero;
+    record.notificationsound = zero;
+    record.encounterResistanceGoBack = zero;
+    record.memoryHeight = std::string(kNoPresets);
+    record.resistanceSensitivity.emplace("1");
+    record.lastConnectionTime = now("yyyy-MM-dd HH:mm").toStdString();
+    return record;
+}
+
+std::optional<OMBluetoothModel> CurrentDeviceStore::boundRecordNamed(const QString& name) {
+    const std::string wanted = name.toStdString();
+    for (const QVariant& entry : OMPlistManager::getBindDevice()) {
+        auto record = fromPropertyForm<OMBluetoothModel>(entry.toMap());
+        if (record.bluetoothName == wanted)
+            return record;
+    }
+    return std::nullopt;
+}
+
+std::optional<CurrentDeviceStore::Presets>
+CurrentDeviceStore::parsePresets(const std::optional<std::string>& memoryHeight) {
+    if (!memoryHeight || memoryHeight->empty())
+        return std::nullopt;
+    const QStringList parts = QString::fromStdString(*memoryHeight).split(u',');
+    Presets presets{};
+    if (parts.size() != int(presets.size()))
+        return std::nullopt;
+    for (std::size_t i = 0; i < presets.size(); ++i)
+        presets[i] = leadingInteger(parts[qsizetype(i)]);
+    return presets;
+}
+
+} // namespace ostrel

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "store/OMBluetoothModel.h"
+
+#include <QString>
+#include <array>
+#include <optional>
+
+namespace ostrel {
+
+// The bound desk in use this run. Its record lives twice, in the bound-device list of the current
+// desk model and in the current-device file; every change is written to both, list first.
+class CurrentDeviceStore {
+public:
+    static constexpr char kFileName[] = "FileName_Current_BluetoothModel";
+    static constexpr char kNoPresets[] = "0,0,0,0";
+    using Presets = std::array<int, 4>; // Sit, Stand, M1, M2 in whole cm, 0 = not set
+
+    // An empty record when there is no current device.
+    static OMBluetoothModel load();
+    static void save(const OMBluetoothModel& record);
+    // The current-device file only: the bound list keeps what it had.
+    static void writeCurrent(const OMBluetoothModel& record);
+    static void remove();
+
+    // A newly bound desk's record, dated with the scheduler's wall clock.
+    static OMBluetoothModel freshRecord(const QString& name, const QString& identifier);
+    static std::optional<OMBluetoothModel> boundRecordNamed(const QString& name);
+
+    // Four comma-separated whole numbers, or nothing when the text has another shape.
+    static std::optional<Presets> parsePresets(const std::optional<std::string>& memoryHeight);
+};
+
+} // namespace ostrel

@@ -1,0 +1,276 @@
+#include "session/DeskControlVC.h"
+
+#include "session/DeskHeightDisplay.h"
+#include "session/DeskSession.h"
+#include "session/HeightSaveHelpVC.h"
+#include "session/ShortcutsHeightSetVC.h"
+#include "store/CurrentDeskModel.h"
+#include "widgets/HomeFunctionBtn.h"
+#include "widgets/OMAlert.h"
+#include "widgets/OMDeskPicture.h"
+#include "widgets/OMHoverButton.h"
+#include "widgets/SJHUD.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPointer>
+#include <QVBoxLayout>
+
+namespace ostrel {
+
+namespace {
+
+constexpr QSize kMoveButtonSize{72, 72};
+constexpr QSize kPresetButtonSize{64, 64};
+constexpr QSize kSmallButtonSize{28, 28};
+constexpr qreal kSettingsTurnDegrees = -30.0;
+constexpr Scheduler::Duration kSettingsTurnDuration{300};
+const QColor kHoverBackground = QColor::fromRgbF(0.945f, 0.945f, 0.945f);
+constexpr int kUnitLength = 2; // "cm" / "in"
+
+QLabel* heightLabel(int pointSize, QWidget* parent) {
+    auto* label = new QLabel(parent);
+    QFont font = label->font();
+    font.setPointSize(pointSize);
+    label->setFont(font);
+    return label;
+}
+
+} // namespace
+
+DeskControlVC::DeskControlVC(QWidget* parent) : QWidget(parent), m_session(new DeskSession(this)) {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(24, 16, 24, 24);
+    layout->setSpacing(12);
+    layout->addWidget(buildHeader());
+    layout->addWidget(buildHeight());
+    m_picture = new OMDeskPicture(CurrentDeskModel::name(), this);
+    m_picture->setMinimumSize(220, 150);
+    layout->addWidget(m_picture, 1);
+    layout->addWidget(buildMoveButtons());
+    layout->addWidget(buildPresetButtons());
+    m_tip = new QLabel(this);
+    m_tip->setAlignment(Qt::AlignCenter);
+    m_tip->setMinimumHeight(m_tip->fontMetrics().height());
+    layout->addWidget(m_tip);
+
+    showHeight(DeskHeightDisplay::unknownHeightText(DeskHeightDisplay::usesInches()));
+    refreshPresetImages();
+    connectSession();
+    m_session->setLoadViewAction();
+    m_session->registerObservers();
+}
+
+QWidget* DeskControlVC::buildHeader() {
+    auto* header = new QWidget(this);
+    m_help = new OMImageButton(QStringLiteral("control_help"), header);
+    m_help->setToolTip(tr("How to Save Height Presets"));
+    m_lightStrip = new OMImageButton(QStringLiteral("control_light"), header);
+    m_lightStrip->hide(); // until the desk reports a light strip
+    m_settings = new OMHoverButton(QStringLiteral("control_set_normal"), header);
+    for (QWidget* button : {static_cast<QWidget*>(m_help), static_cast<QWidget*>(m_lightStrip),
+                            static_cast<QWidget*>(m_settings)})
+        button->setFixedSize(kSmallButtonSize);
+
+    auto* row = new QHBoxLayout(header);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(m_help);
+    row->addStretch();
+    row->addWidget(m_lightStrip);
+    row->addWidget(m_settings);
+
+    connect(m_help, &QAbstractButton::clicked, this, &DeskControlVC::actionShowHelp);
+    connect(m_lightStrip, &QAbstractButton::clicked, this, &DeskControlVC::lightStripRequested);
+    connect(m_settings, &OMHoverButton::touchHoverDwon, this, &DeskControlVC::touchHoverDwon);
+    connect(m_settings, &OMHoverButton::touchHoverUp, this, &DeskControlVC::touchHoverUp);
+    connect(m_settings, &OMHoverButton::hoverStart, this, &DeskControlVC::hoverStart);
+    connect(m_settings, &OMHoverButton::hoverEnd, this, &DeskControlVC::hoverEnd);
+    return header;
+}
+
+QWidget* DeskControlVC::buildHeight() {
+    auto* box = new QWidget(this);
+    m_heightNumber = heightLabel(kHeightPointSize, box);
+    m_heightUnit = heightLabel(kUnitPointSize, box);
+    auto* row = new QHBoxLayout(box);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(4);
+    row->addStretch();
+    row->addWidget(m_heightNumber, 0, Qt::AlignBaseline);
+    row->addWidget(m_heightUnit, 0, Qt::AlignBaseline);
+    row->addStretch();
+    return box;
+}
+
+QWidget* DeskControlVC::buildMoveButtons() {
+    auto* box = new QWidget(this);
+    m_up = new HomeFunctionBtn(QStringLiteral("control_up"), box);
+    m_down = new HomeFunctionBtn(QStringLiteral("control_down"), box);
+    auto* row = new QHBoxLayout(box);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(32);
+    row->addStretch();
+    for (HomeFunctionBtn* button : {m_up, m_down}) {
+        button->setFixedSize(kMoveButtonSize);
+        row->addWidget(button);
+        connect(button, &HomeFunctionBtn::touchDwon, this, &DeskControlVC::touchDwon);
+        connect(button, &HomeFunctionBtn::touchUp, this, &DeskControlVC::touchUp);
+    }
+    row->addStretch();
+    return box;
+}
+
+QWidget* DeskControlVC::buildPresetButtons() {
+    auto* box = new QWidget(this);
+    auto* row = new QHBoxLayout(box);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(12);
+    row->addStretch();
+    for (int slot = 0; slot < kPresetCount; ++slot) {
+        auto* button = new OMHoverButton(DeskSession::presetImageName(slot, false), box);
+        button->setFixedSize(kPresetButtonSize);
+        m_presets[std::size_t(slot)] = button;
+        row->addWidget(button);
+        connect(button, &OMHoverButton::touchHoverDwon, this, &DeskControlVC::touchHoverDwon);
+        connect(button, &OMHoverButton::touchHoverUp, this, &DeskControlVC::touchHoverUp);
+        connect(button, &OMHoverButton::longHoverPress, this, &DeskControlVC::longHoverPress);
+        connect(button, &OMHoverButton::hoverStart, this, &DeskControlVC::hoverStart);
+        connect(button, &OMHoverButton::hoverEnd, this, &DeskControlVC::hoverEnd);
+    }
+    row->addStretch();
+    return box;
+}
+
+void DeskControlVC::connectSession() {
+    DeskSession* s = m_session;
+    connect(s, &DeskSession::heightShown, this, &DeskControlVC::showHeight);
+    connect(s, &DeskSession::deskOffsetsChanged, m_picture, &OMDeskPicture::setLayerOffsets);
+    connect(s, &DeskSession::presetsChanged, this, &DeskControlVC::refreshPresetImages);
+    connect(s, &DeskSession::lightStripAvailable, m_lightStrip, &QWidget::setVisible);
+    connect(s, &DeskSession::toastRequested, this,
+            [this](const QString& text) { SJHUD::showMessage(text, this); });
+    connect(s, &DeskSession::heightToastRequested, this,
+            [this](const QString& text) { SJHUD::showHeightMessage(text, this); });
+    connect(s, &DeskSession::breakTipRequested, this, &DeskControlVC::bluetoothBreakTip);
+}
+
+QString DeskControlVC::heightText() const {
+    return m_heightNumber->text() + m_heightUnit->text();
+}
+
+QString DeskControlVC::tipText() const {
+    return m_tip->text();
+}
+
+void DeskControlVC::showHeight(const QString& text) {
+    m_heightNumber->setText(text.chopped(kUnitLength));
+    m_heightUnit->setText(text.right(kUnitLength));
+}
+
+void DeskControlVC::refreshPresetImages() {
+    for (int slot = 0; slot < kPresetCount; ++slot)
+        m_presets[std::size_t(slot)]->setImageName(
+            DeskSession::presetImageName(slot, m_session->memory(slot) >= 1));
+}
+
+int DeskControlVC::slotOf(const QObject* button) const {
+    for (int slot = 0; slot < kPresetCount; ++slot) {
+        if (m_presets[std::size_t(slot)] == button)
+            return slot;
+    }
+    return -1;
+}
+
+// ---- Gestures ----
+
+void DeskControlVC::touchDwon(HomeFunctionBtn* button) {
+    if (button == m_up)
+        m_session->holdKey(DeskSession::kUpKey);
+    else if (button == m_down)
+        m_session->holdKey(DeskSession::kDownKey);
+}
+
+void DeskControlVC::touchUp(HomeFunctionBtn*) {
+    m_session->releaseKey();
+}
+
+void DeskControlVC::touchHoverDwon(OMHoverButton* button) {
+    if (const int slot = slotOf(button); slot >= 0)
+        m_session->holdPresetKey(slot);
+    else if (button == m_settings)
+        emit settingsRequested();
+}
+
+void DeskControlVC::touchHoverUp(OMHoverButton*) {
+    m_session->releaseKey();
+}
+
+void DeskControlVC::longHoverPress(OMHoverButton* button) {
+    const int slot = slotOf(button);
+    if (slot < 0 || !m_session->canSavePreset())
+        return;
+    QPointer<DeskSession> session(m_session);
+    ShortcutsHeightSetVC::present(this, DeskSession::presetImageName(slot, true),
+                                  DeskSession::presetSaveTip(slot), [session, slot] {
+                                      if (session)
+                                          session->actionSetMemoryKeyWithtype(DeskSession::kSitKey +
+                                                                              slot);
+                                  });
+}
+
+void DeskControlVC::hoverStart(OMHoverButton* button) {
+    if (button == m_settings) {
+        m_settings->setImageName(QStringLiteral("control_set"));
+        m_settings->turnTo(kSettingsTurnDegrees, kSettingsTurnDuration);
+        return;
+    }
+    button->setBackgroundColor(kHoverBackground);
+    showTipLabelInView(button);
+}
+
+void DeskControlVC::hoverEnd(OMHoverButton* button) {
+    if (button == m_settings) {
+        QPointer<OMHoverButton> settings(m_settings);
+        m_settings->turnTo(0.0, kSettingsTurnDuration, [settings] {
+            if (settings)
+                settings->setImageName(QStringLiteral("control_set_normal"));
+        });
+        return;
+    }
+    button->setBackgroundColor(QColor());
+    hideTipLabel();
+}
+
+void DeskControlVC::showTipLabelInView(OMHoverButton* button) {
+    const int slot = slotOf(button);
+    m_tip->setText(slot >= 0 ? m_session->presetTipText(slot) : QString());
+}
+
+void DeskControlVC::hideTipLabel() {
+    m_tip->clear();
+}
+
+void DeskControlVC::actionShowHelp() {
+    HeightSaveHelpVC::present(this);
+}
+
+void DeskControlVC::bluetoothBreakTip() {
+    // A loss is reported by the link and by the connection alike: ask once.
+    if (m_breakTipShowing)
+        return;
+    m_breakTipShowing = true;
+    QPointer<DeskControlVC> self(this);
+    OMAlert::show(this,
+                  {tr("Prompt"),
+                   tr("The Bluetooth connection of the device is disconnected"),
+                   {tr("Confirm")}},
+                  [self](int response) {
+                      if (!self)
+                          return;
+                      self->m_breakTipShowing = false;
+                      if (response == OMAlert::kFirstButton)
+                          self->m_session->actionDeleteCurrentDeviceSetting();
+                  });
+}
+
+} // namespace ostrel

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QWidget>
+#include <array>
+
+class QLabel;
+
+namespace ostrel {
+
+class DeskSession;
+class HomeFunctionBtn;
+class OMDeskPicture;
+class OMHoverButton;
+class OMImageButton;
+
+// The desk control screen: the live height, the desk picture, Up and Down held to move, the four
+// presets (click to recall, long press to save) and the settings entry. All behaviour is the
+// session's; this screen only forwards the user's gestures and shows what the session reports.
+class DeskControlVC : public QWidget {
+    Q_OBJECT
+public:
+    static constexpr int kPresetCount = 4;
+    static constexpr int kHeightPointSize = 60;
+    static constexpr int kUnitPointSize = 24;
+
+    explicit DeskControlVC(QWidget* parent = nullptr);
+
+    DeskSession& session() const { return *m_session; }
+    HomeFunctionBtn* upButton() const { return m_up; }
+    HomeFunctionBtn* downButton() const { return m_down; }
+    OMHoverButton* presetButton(int slot) const { return m_presets[std::size_t(slot)]; }
+    OMHoverButton* settingsButton() const { return m_settings; }
+    OMImageButton* lightStripButton() const { return m_lightStrip; }
+    OMImageButton* helpButton() const { return m_help; }
+    OMDeskPicture* deskPicture() const { return m_picture; }
+    // The height as shown: number and unit are drawn in two sizes.
+    QString heightText() const;
+    QString tipText() const;
+
+    void touchDwon(HomeFunctionBtn* button);
+    void touchUp(HomeFunctionBtn* button);
+    void touchHoverDwon(OMHoverButton* button);
+    void touchHoverUp(OMHoverButton* button);
+    void longHoverPress(OMHoverButton* button);
+    void hoverStart(OMHoverButton* button);
+    void hoverEnd(OMHoverButton* button);
+    void actionShowHelp();
+    void bluetoothBreakTip();
+
+signals:
+    // The settings screens live elsewhere; whoever hosts this screen opens them.
+    void settingsRequested();
+    void lightStripRequested();
+
+private:
+    QWidget* buildHeader();
+    QWidget* buildHeight();
+    QWidget* buildMoveButtons();
+    QWidget* buildPresetButtons();
+    void connectSession();
+    void showHeight(const QString& text);
+    void refreshPresetImages();
+    int slotOf(const QObject* button) const;
+    void showTipLabelInView(OMHoverButton* button);
+    void hideTipLabel();
+
+    DeskSession* m_session;
+    QLabel* m_heightNumber = nullptr;
+    QLabel* m_heightUnit = nullptr;
+    QLabel* m_tip = nullptr;
+    OMDeskPicture* m_picture = nullptr;
+    HomeFunctionBtn* m_up = nullptr;
+    HomeFunctionBtn* m_down = nullptr;
+    std::array<OMHoverButton*, kPresetCount> m_presets{};
+    OMHoverButton* m_settings = nullptr;
+    OMImageButton* m_lightStrip = nullptr;
+    OMImageButton* m_help = nullptr;
+    bool m_breakTipShowing = false;
+};
+
+} // namespace ostrel

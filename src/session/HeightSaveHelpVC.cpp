@@ -1,0 +1,54 @@
+#include "session/HeightSaveHelpVC.h"
+
+#include "widgets/OMImage.h"
+#include "widgets/OMWindowIdentifier.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace ostrel {
+
+HeightSaveHelpVC::HeightSaveHelpVC(QWidget* parent)
+    : QWidget(parent, Qt::Sheet | Qt::FramelessWindowHint) {
+    OMWindowIdentifier::assign(this, OMWindowIdentifier::setting());
+    setAutoFillBackground(true);
+
+    auto* title = new QLabel(tr("How to Save Height Presets"), this);
+    QFont titleFont = title->font();
+    titleFont.setBold(true);
+    titleFont.setPointSizeF(titleFont.pointSizeF() * 1.2);
+    title->setFont(titleFont);
+    title->setAlignment(Qt::AlignCenter);
+
+    auto* picture = new QLabel(this);
+    picture->setPixmap(OMImage::pixmap(QStringLiteral("control_shortcuts_tip")));
+    picture->setAlignment(Qt::AlignCenter);
+
+    auto* close = new QPushButton(tr("Customize"), this);
+    close->setDefault(true);
+    connect(close, &QPushButton::clicked, this, &QWidget::hide);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(24, 20, 24, 20);
+    layout->addWidget(title);
+    layout->addWidget(picture, 1);
+    layout->addWidget(close, 0, Qt::AlignHCenter);
+}
+
+HeightSaveHelpVC* HeightSaveHelpVC::present(QWidget* host) {
+    auto* sheet =
+        qobject_cast<HeightSaveHelpVC*>(OMWindowIdentifier::find(OMWindowIdentifier::setting()));
+    if (!sheet)
+        sheet = new HeightSaveHelpVC(host ? host->window() : nullptr);
+    if (QWidget* window = sheet->parentWidget()) {
+        sheet->setWindowModality(Qt::WindowModal);
+        sheet->adjustSize();
+        sheet->move(window->geometry().center() - sheet->rect().center());
+    }
+    sheet->show();
+    sheet->raise();
+    return sheet;
+}
+
+} // namespace ostrel

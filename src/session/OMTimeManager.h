@@ -1,0 +1,39 @@
+#pragma once
+
+#include "core/TimerHandle.h"
+
+#include <QObject>
+
+namespace ostrel {
+
+// The one-second counter behind the sit-stand countdown. It only counts and announces; how long
+// a round lasts for each `type` is decided by the control screen.
+class OMTimeManager : public QObject {
+    Q_OBJECT
+public:
+    static constexpr std::chrono::milliseconds kTick{1000};
+
+    static OMTimeManager& sharedInstance();
+
+    int total() const { return m_total; }
+    void setTotal(int minutes) { m_total = minutes; }
+    int time() const { return m_time; }
+    void setTime(int seconds) { m_time = seconds; }
+    int type() const { return m_type; }
+    void setType(int type) { m_type = type; }
+    bool isRunning() const { return !m_timer.isNull(); }
+
+    // Starts ticking unless already running; never resets `time`.
+    void start();
+    // Stops ticking; announced even when nothing ran.
+    void stop();
+    void timerStartRunning();
+
+private:
+    int m_total = 0;
+    int m_time = 0;
+    int m_type = 0;
+    TimerHandle m_timer;
+};
+
+} // namespace ostrel

@@ -1,0 +1,107 @@
+#include "session/ShortcutsHeightSetVC.h"
+
+#include "widgets/OMImage.h"
+#include "widgets/OMWindowIdentifier.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace ostrel {
+
+namespace {
+
+ShortcutsHeightSetVC::Presenter& installedPresenter() {
+    static ShortcutsHeightSetVC::Presenter presenter;
+    return presenter;
+}
+
+constexpr int kIconSize = 40;
+
+} // namespace
+
+ShortcutsHeightSetVC::ShortcutsHeightSetVC(QWidget* parent)
+    : QWidget(parent, Qt::Sheet | Qt::FramelessWindowHint), m_icon(new QLabel(this)),
+      m_tip(new QLabel(this)), m_cancel(new QPushButton(tr("Cancel"), this)),
+      m_confirm(new QPushButton(tr("Confirm"), this)) {
+    OMWindowIdentifier::assign(this, OMWindowIdentifier::settingHeight());
+    setFixedSize(kSize);
+    setAutoFillBackground(true);
+
+    auto* lead = new QLabel(tr("Whether to set the current height to"), this);
+    lead->setAlignment(Qt::AlignCenter);
+    lead->setWordWrap(true);
+    m_icon->setFixedSize(kIconSize, kIconSize);
+    m_tip->setWordWrap(true);
+    QFont tipFont = m_tip->font();
+    tipFont.setBold(true);
+    m_tip->setFont(tipFont);
+    m_confirm->setDefault(true);
+
+    auto* subject = new QHBoxLayout;
+    subject->addStretch();
+    subject->addWidget(m_icon);
+    subject->addWidget(m_tip);
+    subject->addStretch();
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(m_cancel);
+    buttons->addWidget(m_confirm);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(20, 16, 20, 16);
+    layout->addWidget(lead);
+    layout->addLayout(subject);
+    layout->addLayout(buttons);
+
+    connect(m_confirm, &QPushButton::clicked, this, &ShortcutsHeightSetVC::actionConfirm);
+    connect(m_cancel, &QPushButton::clicked, this, &ShortcutsHeightSetVC::actionCancel);
+}
+
+ShortcutsHeightSetVC* ShortcutsHeightSetVC::present(QWidget* host, const QString& imageIcon,
+                                                    const QString& tip, ConfirmFn confirmFn) {
+    auto* sheet = qobject_cast<ShortcutsHeightSetVC*>(
+        OMWindowIdentifier::find(OMWindowIdentifier::settingHeight()));
+    if (!sheet)
+        sheet = new ShortcutsHeightSetVC(host ? host->window() : nullptr);
+    sheet->setViewContentWithImageIcon(imageIcon, tip, std::move(confirmFn));
+    if (const Presenter& presenter = installedPresenter(); presenter && presenter(*sheet))
+        return sheet;
+    if (QWidget* window = sheet->parentWidget()) {
+        sheet->setWindowModality(Qt::WindowModal);
+        sheet->move(window->geometry().center() - sheet->rect().center());
+    }
+    sheet->show();
+    sheet->raise();
+    sheet->activateWindow();
+    return sheet;
+}
+
+ShortcutsHeightSetVC::Presenter ShortcutsHeightSetVC::setPresenter(Presenter presenter) {
+    return std::exchange(installedPresenter(), std::move(presenter));
+}
+
+void ShortcutsHeightSetVC::setViewContentWithImageIcon(const QString& imageIcon, const QString& tip,
+                                                       ConfirmFn confirmFn) {
+    m_imageIcon = imageIcon;
+    m_icon->setPixmap(OMImage::pixmap(imageIcon).scaled(m_icon->size() * m_icon->devicePixelRatio(),
+                                                        Qt::KeepAspectRatio,
+                                                        Qt::SmoothTransformation));
+    m_tip->setText(tip);
+    m_confirmFn = std::move(confirmFn);
+}
+
+QString ShortcutsHeightSetVC::tip() const {
+    return m_tip->text();
+}
+
+void ShortcutsHeightSetVC::actionConfirm() {
+    if (m_confirmFn)
+        m_confirmFn();
+    hide();
+}
+
+void ShortcutsHeightSetVC::actionCancel() {
+    hide();
+}
+
+} // namespace ostrel

@@ -1,0 +1,340 @@
+#include "SessionTestSupport.h"
+#include "core/NotificationCenter.h"
+#include "core/NotificationNames.h"
+#include "protocol/BluetoothProtocol.h"
+#include "session/DeskHeightDisplay.h"
+#include "widgets/HomeFunctionBtn.h"
+#include "widgets/OMDeskPicture.h"
+#include "widgets/OMHoverButton.h"
+
+#include <QApplication>
+#include <QEnterEvent>
+#include <QMouseEvent>
+#include <QPushButton>
+
+namespace ostrel::test {
+namespace {
+
+void sendMouse(QWidget* widget, QEvent::Type type) {
+    const QPointF local = QRectF(widget->rect()).center();
+    const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+    QMouseEvent event(type, local, widget->mapToGlobal(local), Qt::LeftButton, held,
+                      Qt::NoModifier);
+    QApplication::sendEvent(widget, &event);
+}
+
+void press(QWidget* widget) {
+    sendMouse(widget, QEvent::MouseButtonPress);
+}
+
+void release(QWidget* widget) {
+    sendMouse(widget, QEvent::MouseButtonRelease);
+}
+
+void hover(QWidget* widget, bool enter) {
+    if (enter) {
+        const QPointF local = QRectF(widget->rect()).center();
+        QEnterEvent event(local, local, widget->mapToGlobal(local));
+        QApplication::sendEvent(widget, &event);
+    } else {
+        QEvent event(QEvent::Leave);
+        QApplication::sendEvent(widget, &event);
+    }
+}
+
+QString shown(int tenths, bool inches = false) {
+    return inches ? QString::asprintf("%.1fin", tenths / 25.4)
+                  : QString::asprintf("%.1fcm", tenths / 10.0);
+}
+
+class DeskControlTest : public SessionTest {
+protected:
+    // Long-presses the preset button and answers the save sheet.
+    void longPressPreset(int slot, bool confirm) {
+        ShortcutsHeightSetVC::setPresenter([this, confirm](ShortcutsHeightSetVC& sheet) {
+            sheetTips.push_back(sheet.tip());
+            answeredAt = now();
+            (confirm ? sheet.confirmButton() : sheet.cancelButton())->click();
+            return true;
+        });
+        OMHoverButton* button = control->presetButton(slot);
+        press(button);
+        advance(600ms); // past the long-press check
+        release(button);
+    }
+
+    std::vector<QString> sheetTips;
+    std::chrono::milliseconds answeredAt{};
+};
+
+TEST_F(DeskControlTest, HoldingUpRaisesTheDeskAndReleasingStopsItWithinOnePoll) {
+    VirtualDesk& desk = bindDesk();
+    openControl();
+    EXPECT_EQ(control->heightText(), "72.0cm");
+
+    press(control->upButton());
+    EXPECT_EQ(DeskSession::commandType(), DeskSession::kUpKey);
+    advance(2s);
+    ASSERT_TRUE(desk.isMoving());
+    EXPECT_GT(desk.heightTenths(), 780);
+    release(control->upButton());
+    EXPECT_EQ(DeskSession::commandType(), DeskSession::kNoKey);
+    advance(desk.config().pollPeriod + 1ms);
+    EXPECT_FALSE(desk.isMoving());
+
+    const int stoppedAt = desk.heightTenths();
+    advance(1s);
+    EXPECT_EQ(desk.heightTenths(), stoppedAt);
+    EXPECT_EQ(control->heightText(), shown(stoppedAt));
+    // Lower on screen means the picture's stages slide together less.
+    EXPECT_LT(control->deskPicture()->topOffset(), DeskHeightDisplay::legsForModel("D5").fir +
+                                                       DeskHeightDisplay::legsForModel("D5").sec);
+
+    // Either release stops the desk, even with the other button pressed in between.
+    press(control->downButton());
+    press(control->upButton());
+    EXPECT_EQ(DeskSession::commandType(), DeskSession::kUpKey);
+    release(control->downButton());
+    EXPECT_EQ(DeskSession::commandType(), DeskSession::kNoKey);
+}
+
+TEST_F(DeskControlTest, LongPressSavesTheHeightOnceTheDeskConfirmsAndAClickRecallsIt) {
+    VirtualDesk& desk = bindDesk();
+    openControl();
+
+    longPressPreset(1, true);
+    EXPECT_EQ(sheetTips, std::vector<QString>{"the standing height"});
+    advance(1s);
+    EXPECT_EQ(toast(), "Setting successful");
+    EXPECT_EQ(storedPresets(), "0,72,0,0");
+    EXPECT_EQ(boundPresets(), "0,72,0,0");
+    EXPECT_EQ(control->presetButton(1)->imageName(), "control_stand_set");
+    EXPECT_EQ(control->presetButton(0)->imageName(), "control_sit_unset");
+    advance(2s);
+    EXPECT_EQ(toast(), QString()) << "no failure after a confirmed save";
+
+    press(control->upButton());
+    advance(3s);
+    release(control->upButton());
+    advance(200ms);
+    ASSERT_GT(desk.heightTenths(), 800);
+
+    // A short click holds the preset key long enough for the desk to start its one-touch move.
+    press(control->presetButton(1));
+    advance(200ms);
+    release(control->presetButton(1));
+    advance(1s);
+    EXPECT_EQ(DeskSession::commandType(), DeskSession::kNoKey);
+    advance(5s);
+    EXPECT_EQ(desk.heightTenths(), 720);
+    EXPECT_EQ(control->heightText(), "72.0cm");
+}
+
+TEST_F(DeskControlTest, UnconfirmedSaveReportsFailureAfterTwoSecondsAndStoresNothing) {
+    VirtualDesk& desk = bindDesk({}, "65,0,0,0");
+    openControl();
+    desk.setChildLock(true); // the desk ignores the memory key and never shows "S-"
+    advance(200ms);
+
+    longPressPreset(2, true);
+    advance(DeskSession::kMemoryConfirmTimeout - 1ms - (now() - answeredAt));
+    EXPECT_NE(toast(), "Setting failed");
+    advance(1ms);
+    EXPECT_EQ(toast(), "Setting failed");
+    EXPECT_EQ(storedPresets(), "65,0,0,0");
+    EXPECT_EQ(boundPresets(), "65,0,0,0");
+
+    // Cancelling sends nothing at all.
+    longPressPreset(3, false);
+    EXPECT_EQ(DeskSession::commandType(), DeskSession::kNoKey);
+    EXPECT_EQ(sheetTips.back(), "the M2 height");
+}
+
+TEST_F(DeskControlTest, PresetClicksAndLongPressesNeedAPresetAndAKnownHeight) {
+    bindDesk({}, "0,0,0,0");
+    // No height report yet: the desk only reports once polled, and the screen is brand new.
+    control = std::make_unique<DeskControlVC>();
+    int sheets = 0;
+    ShortcutsHeightSetVC::setPresenter([&sheets](ShortcutsHeightSetVC&) { return ++sheets > 0; });
+    control->longHoverPress(control->presetButton(0));
+    EXPECT_EQ(sheets, 0);
+
+    press(control->presetButton(0));
+    advance(100ms);
+    release(control->presetButton(0));
+    advance(700ms);
+    EXPECT_EQ(toast(), "Height presets not set");
+    EXPECT_EQ(DeskSession::commandType(), DeskSession::kNoKey);
+}
+
+TEST_F(DeskControlTest, LostLinkAsksAndGoesBackToSearch) {
+    VirtualDesk& desk = bindDesk();
+    openControl();
+    desk.dropLink();
+    advance(100ms);
+
+    ASSERT_EQ(alerts.size(), 1u) << "one prompt although link and connection both report";
+    EXPECT_EQ(alerts[0].message, "Prompt");
+    EXPECT_EQ(alerts[0].informativeText, "The Bluetooth connection of the device is disconnected");
+    EXPECT_EQ(alerts[0].buttons, QStringList{"Confirm"});
+    EXPECT_EQ(routedTo, std::vector<QString>{screens::kBluetoothSearch});
+    EXPECT_FALSE(facade().isConnect());
+
+    // The ended session no longer reacts: a write without a link starts no reconnection scan.
+    NotificationCenter::defaultCenter().post(notifications::kReconnect);
+    advance(1s);
+    EXPECT_FALSE(facade().isConnect());
+    EXPECT_FALSE(central->isScanning());
+}
+
+TEST_F(DeskControlTest, NoLinkAtStartAsksAndGoesToTheBluetoothOffScreenWhenTheRadioIsOff) {
+    central->setPowered(false);
+    advance(100ms);
+    openControl();
+    ASSERT_EQ(alerts.size(), 1u);
+    EXPECT_EQ(routedTo, std::vector<QString>{screens::kNoBluetooth});
+}
+
+// A new link never inherits a held key.
+TEST_F(DeskControlTest, KeyHeldWhenTheLinkDropsDoesNotMoveTheDeskAfterReconnecting) {
+    VirtualDesk& desk = bindDesk();
+    openControl();
+    alertAnswer = 0; // the prompt stays unanswered while the session reconnects
+
+    press(control->upButton()); // and the button is never released
+    advance(500ms);
+    ASSERT_TRUE(desk.isMoving());
+    desk.dropLink();
+    EXPECT_EQ(DeskSession::commandType(), DeskSession::kNoKey);
+
+    NotificationCenter::defaultCenter().post(notifications::kReconnect);
+    advance(2s);
+    ASSERT_TRUE(facade().isConnect());
+    ASSERT_TRUE(desk.isSubscribed());
+    const int height = desk.heightTenths();
+    advance(2s);
+    EXPECT_FALSE(desk.isMoving());
+    EXPECT_EQ(desk.heightTenths(), height);
+    EXPECT_EQ(control->heightText(), shown(height));
+
+    // Another desk session starting on this link drops the key held in the old one.
+    press(control->downButton());
+    advance(300ms);
+    ASSERT_TRUE(desk.isMoving());
+    NotificationCenter::defaultCenter().post(notifications::kGlobeBlueToothIsConnect);
+    advance(desk.config().pollPeriod + 1ms);
+    EXPECT_FALSE(desk.isMoving());
+}
+
+TEST_F(DeskControlTest, ReconnectionScanRunsInRoundsUntilTheBoundDeskIsBack) {
+    VirtualDesk& desk = bindDesk();
+    VirtualDeskConfig other;
+    other.name = "QWJ-0002";
+    addDesk(other);
+    openControl();
+    alertAnswer = 0;
+    desk.setInRange(false);
+    advance(100ms);
+
+    NotificationCenter::defaultCenter().post(notifications::kReconnect);
+    advance(95s); // three rounds; the other desk is seen and ignored
+    EXPECT_FALSE(facade().isConnect());
+    EXPECT_TRUE(central->isScanning());
+    EXPECT_TRUE(session().isReConnect());
+
+    desk.setInRange(true);
+    advance(2s);
+    ASSERT_TRUE(facade().isConnect());
+    EXPECT_EQ(facade().currentPeripheral()->name(), desk.name());
+    EXPECT_FALSE(central->isScanning());
+    EXPECT_EQ(CurrentDeviceStore::load().bluetoothName, desk.name().toStdString());
+}
+
+TEST_F(DeskControlTest, HeightsShowInTheChosenUnitWithInchReportsConverted) {
+    VirtualDeskConfig inchDesk;
+    inchDesk.inchDisplay = true; // shows 28.3in for 72.0 cm, reported as 283
+    bindDesk(inchDesk);
+    openControl();
+    EXPECT_EQ(control->heightText(), "71.9cm"); // 283 x 2.54 = 718.8 tenths of a cm
+
+    setUnit("1");
+    NotificationCenter::defaultCenter().post(notifications::kUnitChange);
+    EXPECT_EQ(control->heightText(), "28.3in");
+}
+
+TEST_F(DeskControlTest, ResetFromTheDeskClearsThePresetsInBothStores) {
+    VirtualDesk& desk = bindDesk({}, "70,110,0,95");
+    openControl();
+    EXPECT_EQ(control->presetButton(0)->imageName(), "control_sit_set");
+
+    desk.setResetNeeded(true);
+    advance(300ms);
+    EXPECT_EQ(session().presets(), (CurrentDeviceStore::Presets{0, 0, 0, 0}));
+    EXPECT_EQ(storedPresets(), "0,0,0,0");
+    EXPECT_EQ(boundPresets(), "0,0,0,0");
+    for (int slot = 0; slot < DeskControlVC::kPresetCount; ++slot)
+        EXPECT_TRUE(control->presetButton(slot)->imageName().endsWith("_unset"));
+
+    // With nothing to clear, further resets write nothing.
+    CurrentDeviceStore::remove();
+    advance(300ms);
+    EXPECT_FALSE(CurrentDeviceStore::load().bluetoothName.has_value());
+}
+
+TEST_F(DeskControlTest, LightStripButtonAppearsOnTheFirstReportAndOnlyChangesAreAnnounced) {
+    bindDesk();
+    std::vector<QVariantMap> announced;
+    QObject observer;
+    NotificationCenter::defaultCenter().addObserver(
+        &observer, notifications::kLightColorStatusChange,
+        [&announced](const QVariant& object) { announced.push_back(object.toMap()); });
+    control = std::make_unique<DeskControlVC>();
+    control->show();
+    EXPECT_FALSE(control->lightStripButton()->isVisible());
+    advance(300ms); // the desk reports its strip (off) with its device information
+    EXPECT_TRUE(control->lightStripButton()->isVisible());
+    EXPECT_TRUE(announced.empty());
+
+    auto setLight = [](int open, int red) {
+        constexpr int customColour = 9;
+        facade().writeDataWithCurrentperipheral(
+            *BluetoothProtocol::cmdForLightStripColorWithSwitchStatus(open, customColour, red, 0,
+                                                                      0),
+            nullptr);
+    };
+
+    setLight(1, 20);
+    advance(300ms);
+    setLight(1, 30);
+    advance(300ms);
+    ASSERT_EQ(announced.size(), 1u);
+    EXPECT_EQ(announced[0].value("open").toInt(), 1);
+    EXPECT_EQ(session().objectLightColor()->red, 30);
+}
+
+TEST_F(DeskControlTest, HoverShowsPresetTipsInTheChosenUnitAndTurnsTheGear) {
+    bindDesk({}, "72,0,0,0");
+    openControl();
+    hover(control->presetButton(0), true);
+    EXPECT_EQ(control->tipText(), "Sit height:72.0cm");
+    hover(control->presetButton(0), false);
+    EXPECT_EQ(control->tipText(), QString());
+    setUnit("1");
+    hover(control->presetButton(0), true);
+    EXPECT_EQ(control->tipText(), "Sit height:28.3in");
+    hover(control->presetButton(1), true);
+    EXPECT_EQ(control->tipText(), QString()) << "an unset preset has no tip";
+
+    OMHoverButton* gear = control->settingsButton();
+    hover(gear, true);
+    advance(320ms);
+    EXPECT_EQ(gear->imageName(), "control_set");
+    EXPECT_DOUBLE_EQ(gear->rotation(), -30.0);
+    hover(gear, false);
+    advance(320ms);
+    EXPECT_DOUBLE_EQ(gear->rotation(), 0.0);
+    EXPECT_EQ(gear->imageName(), "control_set_normal");
+}
+
+} // namespace
+} // namespace ostrel::test

@@ -1,0 +1,172 @@
+#include "SessionTestSupport.h"
+#include "core/NotificationCenter.h"
+#include "core/NotificationNames.h"
+#include "session/DeskHeightDisplay.h"
+
+namespace ostrel::test {
+namespace {
+
+TEST(DeskHeightDisplayTest, ReportsBelow580AreInchesAndTheUnitPicksTheText) {
+    struct Case {
+        const char* reported;
+        bool inches;
+        const char* text;
+    };
+    const Case cases[] = {
+        {"285", false, "72.4cm"},  // 285 x 2.54 = 723.9
+        {"579", false, "147.1cm"}, // still inches
+        {"580", false, "58.0cm"},  // from here on centimetres
+        {"725", false, "72.5cm"},  {"725", true, "28.5in"}, {"1200", true, "47.2in"},
+    };
+    for (const Case& c : cases) {
+        const QString tenths = DeskHeightDisplay::normalisedHeight(QString::fromLatin1(c.reported));
+        EXPECT_EQ(DeskHeightDisplay::heightText(tenths.toDouble(), c.inches), c.text) << c.reported;
+    }
+    EXPECT_EQ(DeskHeightDisplay::unknownHeightText(true), "0.0in");
+}
+
+TEST(DeskHeightDisplayTest, PictureOffsetsFollowTheModelsLegsAndStopAtTheLimits) {
+    const auto plus = DeskHeightDisplay::legsForModel("D5Plus");
+    EXPECT_FLOAT_EQ(plus.fir, 57.73f);
+    EXPECT_FLOAT_EQ(DeskHeightDisplay::legsForModel("D5Pro").sec, 55.7f);
+    EXPECT_FLOAT_EQ(DeskHeightDisplay::legsForModel("d5pro").sec, 48.4f); // unknown: the default
+
+    const auto legs = DeskHeightDisplay::legsForModel("D5");
+    const auto low = DeskHeightDisplay::pictureOffsets(500.0f, 600, 1200, legs);
+    EXPECT_FLOAT_EQ(low.top, legs.fir + legs.sec);
+    EXPECT_FLOAT_EQ(low.middle, legs.sec);
+    const auto high = DeskHeightDisplay::pictureOffsets(1300.0f, 600, 1200, legs);
+    EXPECT_FLOAT_EQ(high.top, 0.0f);
+    const auto half = DeskHeightDisplay::pictureOffsets(900.0f, 600, 1200, legs);
+    EXPECT_FLOAT_EQ(half.middle, legs.sec / 2);
+    const auto broken = DeskHeightDisplay::pictureOffsets(900.0f, 0, 0, legs);
+    EXPECT_FLOAT_EQ(broken.top, 0.0f);
+}
+
+TEST(CurrentDeviceStoreTest, PresetsParseOnlyFromFourParts) {
+    using P = CurrentDeviceStore::Presets;
+    EXPECT_EQ(CurrentDeviceStore::parsePresets("70,110,0,95"), (P{70, 110, 0, 95}));
+    EXPECT_EQ(CurrentDeviceStore::parsePresets("70.6, 110cm,x,-1"), (P{70, 110, 0, -1}));
+    EXPECT_FALSE(CurrentDeviceStore::parsePresets("70,110,0"));
+    EXPECT_FALSE(CurrentDeviceStore::parsePresets(""));
+    EXPECT_FALSE(CurrentDeviceStore::parsePresets(std::nullopt));
+}
+
+// The session with no desk on the air: every report is the test's own.
+class DeskSessionLogicTest : public SessionTest {
+protected:
+    void SetUp() override {
+        SessionTest::SetUp();
+        alertAnswer = 0; // the no-link prompt stays open; the session lives on
+    }
+
+    void report(int height) {
+        BluetoothResultHandle::sharedInstance().bluetoothResultHandle_HeightChange(height);
+        scheduler.runDue();
+    }
+};
+
+TEST_F(DeskSessionLogicTest, SavedPresetIsTheShownHeightRoundedToWholeCentimetres) {
+    storeRecord("70,0,0,95");
+    openControl();
+    session().refreshDeviceInfo();
+    struct Case {
+        int height;
+        int type;
+        const char* stored;
+    };
+    const Case cases[] = {
+        {724, 10, "70,72,0,95"},
+        {726, 11, "70,72,73,95"},
+        {1004, 12, "70,72,73,100"},
+        {800, 13, ""}, // not a preset key
+    };
+    for (const Case& c : cases) {
+        report(c.height);
+        session().actionMemoryKeySaveWithtype(c.type);
+        EXPECT_EQ(storedPresets(), c.stored) << c.height;
+        EXPECT_EQ(boundPresets(), c.stored) << c.height;
+    }
+    EXPECT_EQ(session().presets(), (CurrentDeviceStore::Presets{70, 72, 73, 100}))
+        << "a malformed text leaves the presets as they were";
+}
+
+TEST_F(DeskSessionLogicTest, ConfirmationCountsOnceAndStillStoresWhenLate) {
+    storeRecord("0,0,0,0");
+    openControl();
+    report(800);
+    auto confirm = [] {
+        BluetoothResultHandle::sharedInstance().bluetoothResultHandle_Manage("S-");
+    };
+
+    confirm(); // the desk's own keypad, no request from here
+    EXPECT_EQ(DeskSession::commandType(), DeskSession::kNoKey);
+
+    session().actionSetMemoryKeyWithtype(9);
+    EXPECT_EQ(DeskSession::commandType(), DeskSession::kMemoryKey);
+    advance(DeskSession::kMemoryConfirmTimeout);
+    EXPECT_EQ(toast(), "Setting failed");
+    confirm();
+    EXPECT_EQ(DeskSession::commandType(), 9);
+    confirm();
+    advance(DeskSession::kMemoryKeyTap);
+    EXPECT_EQ(DeskSession::commandType(), DeskSession::kNoKey);
+    EXPECT_EQ(toast(), "Setting successful");
+    EXPECT_EQ(storedPresets(), "80,0,0,0");
+}
+
+TEST_F(DeskSessionLogicTest, OnlyAChangedHeightRestartsTheCountdown) {
+    storeRecord("0,0,0,0");
+    openControl();
+    OMTimeManager& counter = OMTimeManager::sharedInstance();
+    report(750);
+    counter.setTime(40);
+    report(750);
+    EXPECT_EQ(counter.time(), 40);
+    report(751);
+    EXPECT_EQ(counter.time(), 0);
+    report(0); // ignored
+    EXPECT_EQ(session().currentHeight(), 751.0f);
+}
+
+TEST_F(DeskSessionLogicTest, ReminderOnStartsTheCounterWithTheRecordsInterval) {
+    bindDesk();
+    OMBluetoothModel record = CurrentDeviceStore::load();
+    record.sitOrStand = "1";
+    record.isCustom = "1";
+    record.remindInterval = "25";
+    CurrentDeviceStore::writeCurrent(record);
+    std::vector<QString> posted;
+    QObject observer;
+    for (const char* name : {notifications::kTimeManagerStart, notifications::kTimeManagerRunning})
+        NotificationCenter::defaultCenter().addObserver(
+            &observer, name, [&posted, name](const QVariant&) { posted.push_back(name); });
+
+    openControl();
+    OMTimeManager& counter = OMTimeManager::sharedInstance();
+    EXPECT_TRUE(counter.isRunning());
+    EXPECT_EQ(counter.type(), 3);
+    EXPECT_EQ(counter.total(), 25);
+    counter.start(); // already running: no second announcement
+    advance(2s);
+    EXPECT_EQ(std::count(posted.begin(), posted.end(), notifications::kTimeManagerStart), 1);
+    EXPECT_EQ(counter.time(), 2);
+}
+
+TEST_F(DeskSessionLogicTest, HotKeyMovementStopsWhenTheHeightStalls) {
+    storeRecord("0,0,0,0");
+    openControl();
+    DeskSession& s = session();
+    report(700);
+    // As the hot-key dispatch starts a movement.
+    handle().setCurrentCommandType(DeskSession::kUpKey);
+    s.actionEnterMemoryKeyWithtype(10);
+    EXPECT_EQ(DeskSession::commandType(), 10);
+    advance(DeskSession::kPresetKeyTap - 1ms);
+    EXPECT_EQ(DeskSession::commandType(), 10);
+    advance(1ms);
+    EXPECT_EQ(DeskSession::commandType(), DeskSession::kNoKey);
+}
+
+} // namespace
+} // namespace ostrel::test
