@@ -1,4 +1,116 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
 <TS version="2.1" language="en">
+<context>
+    <name>ostrel::DeskControlVC</name>
+    <message>
+        <source>How to Save Height Presets</source>
+        <translation>How to Save Height Presets</translation>
+    </message>
+    <message>
+        <source>Prompt</source>
+        <translation>Prompt</translation>
+    </message>
+    <message>
+        <source>The Bluetooth connection of the device is disconnected</source>
+        <translation>The Bluetooth connection of the device is disconnected</translation>
+    </message>
+    <message>
+        <source>Confirm</source>
+        <translation>Confirm</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::DeskSession</name>
+    <message>
+        <source>the sitting height</source>
+        <translation>the sitting height</translation>
+    </message>
+    <message>
+        <source>Sit height:%.1fcm</source>
+        <translation>Sit height:%.1fcm</translation>
+    </message>
+    <message>
+        <source>Sit height:%.1fin</source>
+        <translation>Sit height:%.1fin</translation>
+    </message>
+    <message>
+        <source>the standing height</source>
+        <translation>the standing height</translation>
+    </message>
+    <message>
+        <source>Stand height:%.1fcm</source>
+        <translation>Stand height:%.1fcm</translation>
+    </message>
+    <message>
+        <source>Stand height:%.1fin</source>
+        <translation>Stand height:%.1fin</translation>
+    </message>
+    <message>
+        <source>the M1 height</source>
+        <translation>the M1 height</translation>
+    </message>
+    <message>
+        <source>M1 height:%.1fcm</source>
+        <translation>M1 height:%.1fcm</translation>
+    </message>
+    <message>
+        <source>M1 height:%.1fin</source>
+        <translation>M1 height:%.1fin</translation>
+    </message>
+    <message>
+        <source>the M2 height</source>
+        <translation>the M2 height</translation>
+    </message>
+    <message>
+        <source>M2 height:%.1fcm</source>
+        <translation>M2 height:%.1fcm</translation>
+    </message>
+    <message>
+        <source>M2 height:%.1fin</source>
+        <translation>M2 height:%.1fin</translation>
+    </message>
+    <message>
+        <source>Connected successful, move the table to synchronize the height.</source>
+        <translation>Connected successful, move the table to synchronize the height.</translation>
+    </message>
+    <message>
+        <source>Height presets not set</source>
+        <translation>Height presets not set</translation>
+    </message>
+    <message>
+        <source>Setting failed</source>
+        <translation>Setting failed</translation>
+    </message>
+    <message>
+        <source>Setting successful</source>
+        <translation>Setting successful</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::HeightSaveHelpVC</name>
+    <message>
+        <source>How to Save Height Presets</source>
+        <translation>How to Save Height Presets</translation>
+    </message>
+    <message>
+        <source>Customize</source>
+        <translation>Customize</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ShortcutsHeightSetVC</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Confirm</source>
+        <translation>Confirm</translation>
+    </message>
+    <message>
+        <source>Whether to set the current height to</source>
+        <translation>Whether to set the current height to</translation>
+    </message>
+</context>
 </TS>

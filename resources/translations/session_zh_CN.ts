@@ -1,4 +1,116 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN">
+<context>
+    <name>ostrel::DeskControlVC</name>
+    <message>
+        <source>How to Save Height Presets</source>
+        <translation>如何保存高度预设</translation>
+    </message>
+    <message>
+        <source>Prompt</source>
+        <translation>提示</translation>
+    </message>
+    <message>
+        <source>The Bluetooth connection of the device is disconnected</source>
+        <translation>设备的蓝牙连接已断开</translation>
+    </message>
+    <message>
+        <source>Confirm</source>
+        <translation>确认</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::DeskSession</name>
+    <message>
+        <source>the sitting height</source>
+        <translation>坐姿高度</translation>
+    </message>
+    <message>
+        <source>Sit height:%.1fcm</source>
+        <translation>坐姿高度:%.1fcm</translation>
+    </message>
+    <message>
+        <source>Sit height:%.1fin</source>
+        <translation>坐姿高度:%.1fin</translation>
+    </message>
+    <message>
+        <source>the standing height</source>
+        <translation>站姿高度</translation>
+    </message>
+    <message>
+        <source>Stand height:%.1fcm</source>
+        <translation>站姿高度:%.1fcm</translation>
+    </message>
+    <message>
+        <source>Stand height:%.1fin</source>
+        <translation>站姿高度:%.1fin</translation>
+    </message>
+    <message>
+        <source>the M1 height</source>
+        <translation>M1 高度</translation>
+    </message>
+    <message>
+        <source>M1 height:%.1fcm</source>
+        <translation>M1 高度:%.1fcm</translation>
+    </message>
+    <message>
+        <source>M1 height:%.1fin</source>
+        <translation>M1 高度:%.1fin</translation>
+    </message>
+    <message>
+        <source>the M2 height</source>
+        <translation>M2 高度</translation>
+    </message>
+    <message>
+        <source>M2 height:%.1fcm</source>
+        <translation>M2 高度:%.1fcm</translation>
+    </message>
+    <message>
+        <source>M2 height:%.1fin</source>
+        <translation>M2 高度:%.1fin</translation>
+    </message>
+    <message>
+        <source>Connected successful, move the table to synchronize the height.</source>
+        <translation>连接成功，请移动桌子以同步高度。</translation>
+    </message>
+    <message>
+        <source>Height presets not set</source>
+        <translation>未设置高度预设</translation>
+    </message>
+    <message>
+        <source>Setting failed</source>
+        <translation>设置失败</translation>
+    </message>
+    <message>
+        <source>Setting successful</source>
+        <translation>设置成功</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::HeightSaveHelpVC</name>
+    <message>
+        <source>How to Save Height Presets</source>
+        <translation>如何保存高度预设</translation>
+    </message>
+    <message>
+        <source>Customize</source>
+        <translation>自定义</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ShortcutsHeightSetVC</name>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Confirm</source>
+        <translation>确认</translation>
+    </message>
+    <message>
+        <source>Whether to set the current height to</source>
+        <translation>是否将当前高度设置为</translation>
+    </message>
+</context>
 </TS>
