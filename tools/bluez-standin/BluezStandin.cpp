@@ -15,6 +15,7 @@ namespace ostrel {
 namespace {
 
 constexpr char kRootPath[] = "/";
+constexpr char kAdapterName[] = "ostrel-standin";
 constexpr char kErrorUnknownObject[] = "org.freedesktop.DBus.Error.UnknownObject";
 constexpr char kErrorUnknownProperty[] = "org.freedesktop.DBus.Error.UnknownProperty";
 constexpr char kErrorReadOnly[] = "org.freedesktop.DBus.Error.PropertyReadOnly";
@@ -78,8 +79,8 @@ bool BluezStandin::publish() {
 QVariantMap BluezStandin::adapterProperties() const {
     return {{QStringLiteral("Address"), QString::fromLatin1(kAdapterAddress)},
             {QStringLiteral("AddressType"), QStringLiteral("public")},
-            {QStringLiteral("Name"), QStringLiteral("ostrel-standin")},
-            {QStringLiteral("Alias"), QStringLiteral("ostrel-standin")},
+            {QStringLiteral("Name"), QString::fromLatin1(kAdapterName)},
+            {QStringLiteral("Alias"), QString::fromLatin1(kAdapterName)},
             {QStringLiteral("Class"), QVariant::fromValue(0u)},
             {QStringLiteral("Powered"), m_powered},
             {QStringLiteral("Discoverable"), false},
@@ -109,19 +110,20 @@ void BluezStandin::setDiscovering(bool discovering) {
     if (discovering == m_discovering)
         return;
     m_discovering = discovering;
-    m_advertising.cancel();
-    if (discovering)
-        m_advertising = Scheduler::instance().every(m_advertisingInterval, this,
-                                                    [this] { hearAdvertisements(); });
+    listen();
     adapterChanged({{QStringLiteral("Discovering"), discovering}});
 }
 
 void BluezStandin::setAdvertisingInterval(std::chrono::milliseconds interval) {
     m_advertisingInterval = std::max(interval, std::chrono::milliseconds(1));
-    if (m_discovering) {
-        setDiscovering(false);
-        setDiscovering(true);
-    }
+    listen();
+}
+
+void BluezStandin::listen() {
+    m_advertising.cancel();
+    if (m_discovering)
+        m_advertising = Scheduler::instance().every(m_advertisingInterval, this,
+                                                    [this] { hearAdvertisements(); });
 }
 
 void BluezStandin::hearAdvertisements() {

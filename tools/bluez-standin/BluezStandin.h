@@ -59,6 +59,8 @@ private:
     QVariantMap adapterProperties() const;
     void adapterChanged(const QVariantMap& changed);
     void setDiscovering(bool discovering);
+    // (Re)starts hearing advertisements at the current interval while discovering.
+    void listen();
     void hearAdvertisements();
 
     void sendPropertiesChanged(const QString& path, const QString& interface,
