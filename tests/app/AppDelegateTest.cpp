@@ -1,0 +1,169 @@
+#include "AppTestSupport.h"
+#include "app/OMPersistentContainer.h"
+#include "app/StatusMenu.h"
+#include "store/CurrentDeskModel.h"
+#include "store/DQDataSessionHelper.h"
+#include "store/FileManager.h"
+#include "store/OMPlistManager.h"
+#include "widgets/OMWindowIdentifier.h"
+
+#include <QApplication>
+#include <QSignalSpy>
+#include <QSystemTrayIcon>
+
+namespace ostrel::test {
+namespace {
+
+void bindDesk(const QString& model, const QString& name) {
+    CurrentDeskModel::setName(model);
+    OMPlistManager::saveBindDeviceWithDevice({{QStringLiteral("bluetoothName"), name}});
+}
+
+QStringList boundNames(const QString& model) {
+    CurrentDeskModel::setName(model);
+    QStringList names;
+    for (const QVariant& device : OMPlistManager::getBindDevice())
+        names.append(device.toMap().value(QStringLiteral("bluetoothName")).toString());
+    return names;
+}
+
+using LaunchTest = AppTest;
+
+TEST_F(LaunchTest, ClearsLegacyFilesKeepsBoundDesksAndStartsOnTheDefaultModel) {
+    for (const QString& name : AppDelegate::legacyFileNames())
+        FileManager::writeString(QStringLiteral("left over"), name);
+    bindDesk(QStringLiteral("D5"), QStringLiteral("QWJ-0001"));
+    bindDesk(QStringLiteral("D5Pro"), QStringLiteral("QWJ-0002"));
+
+    delegate->applicationDidFinishLaunching();
+
+    EXPECT_EQ(delegate->foldName(), QStringLiteral("D5"));
+    for (const QString& name : AppDelegate::legacyFileNames())
+        EXPECT_FALSE(FileManager::readStringFileName(name)) << name.toStdString();
+    EXPECT_EQ(boundNames(QStringLiteral("D5")), QStringList{QStringLiteral("QWJ-0001")});
+    EXPECT_EQ(boundNames(QStringLiteral("D5Pro")), QStringList{QStringLiteral("QWJ-0002")});
+    EXPECT_TRUE(OMPlistManager::readPlistFileDataWithFileName(QStringLiteral("user")));
+    EXPECT_TRUE(OMPlistManager::readPlistFileDataWithFileName(QStringLiteral("system_setting")));
+    EXPECT_FALSE(QApplication::quitOnLastWindowClosed());
+}
+
+TEST_F(LaunchTest, ShowsSearchOnlyAfterTheSettlePause) {
+    delegate->applicationDidFinishLaunching();
+    QSignalSpy shown(delegate.get(), &AppDelegate::homeScreenShown);
+    advance(AppDelegate::kBluetoothSettlePause - 1ms);
+    EXPECT_EQ(shown.count(), 0);
+    EXPECT_FALSE(delegate->modalWindow()->isVisible());
+
+    advance(1ms);
+    ASSERT_EQ(shown.count(), 1);
+    EXPECT_EQ(screenName(), QLatin1String(screens::kBluetoothSearch));
+    EXPECT_TRUE(delegate->modalWindow()->isVisible());
+    EXPECT_EQ(OMWindowIdentifier::find(OMWindowIdentifier::home()), delegate->modalWindow());
+}
+
+TEST_F(LaunchTest, ShowsNoBluetoothWhenTheRadioIsOff) {
+    central->setPowered(false);
+    launch();
+    EXPECT_EQ(screenName(), QLatin1String(screens::kNoBluetooth));
+}
+
+TEST_F(LaunchTest, TrayIconCarriesTheApplicationName) {
+    launch();
+    ASSERT_TRUE(delegate->statusItem());
+    EXPECT_EQ(delegate->statusItem()->toolTip(), QStringLiteral("Ostrel Motion"));
+    EXPECT_EQ(delegate->statusItem()->contextMenu(), static_cast<QMenu*>(delegate->menu()));
+}
+
+TEST_F(LaunchTest, ClosingTheWindowKeepsTheApplicationAndTheTrayBringsItBack) {
+    launch();
+    QSignalSpy terminated(delegate.get(), &AppDelegate::terminated);
+    QWidget* screen = delegate->modalWindow()->content();
+
+    delegate->modalWindow()->close();
+    EXPECT_FALSE(delegate->modalWindow()->isVisible());
+    EXPECT_EQ(terminated.count(), 0);
+
+    delegate->statusOnClick();
+    EXPECT_TRUE(delegate->modalWindow()->isVisible());
+    EXPECT_EQ(delegate->modalWindow()->content(), screen);
+}
+
+TEST_F(LaunchTest, MenuMinimisesAndHides) {
+    launch();
+    delegate->menu()->mainMenuMinisize->trigger();
+    EXPECT_TRUE(delegate->modalWindow()->isMinimized());
+    delegate->applicationShouldHandleReopen();
+    EXPECT_FALSE(delegate->modalWindow()->isMinimized());
+    delegate->menu()->HideOstrelMotion->trigger();
+    EXPECT_FALSE(delegate->modalWindow()->isVisible());
+}
+
+// ---- Stored settings applied at launch ----
+
+struct HotKeyCase {
+    const char* open;
+    const char* key;
+    std::vector<int> expected;
+};
+
+class HotKeySettingTest : public AppTest, public ::testing::WithParamInterface<HotKeyCase> {};
+
+TEST_P(HotKeySettingTest, RegistersTheStoredCombination) {
+    DQDataSessionHelper::userSaveSystemSetting(
+        {{QStringLiteral("combinationopen"), GetParam().open},
+         {QStringLiteral("combinationkey"), GetParam().key}});
+    delegate->applicationDidFinishLaunching();
+    EXPECT_EQ(services.hotKeyTypes, GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Combinations, HotKeySettingTest,
+                         ::testing::Values(HotKeyCase{"1", "2", {1}}, HotKeyCase{"1", "1", {2}},
+                                           HotKeyCase{"1", "0", {0}}, HotKeyCase{"0", "2", {}}));
+
+TEST_F(LaunchTest, NotificationsFollowTheStoredSwitch) {
+    delegate->actionSetSystomSetting(); // nothing stored: closed
+    DQDataSessionHelper::userSaveSystemSetting({{QStringLiteral("push"), QStringLiteral("1")}});
+    delegate->actionSetSystomSetting();
+    EXPECT_EQ(services.notifications, (std::vector<bool>{false, true}));
+}
+
+// ---- Quitting ----
+
+// A store whose save fails, to reach the quit-anyway question.
+struct FailingStore : OMPersistentContainer {
+    bool hasChanges() const override { return true; }
+    bool save(QString& error) override {
+        error = QStringLiteral("disk full");
+        return false;
+    }
+};
+
+TEST_F(LaunchTest, QuitWithNothingToSaveTerminatesAndReleasesTheHotKey) {
+    launch();
+    QSignalSpy terminated(delegate.get(), &AppDelegate::terminated);
+    delegate->menu()->QuitOstrelMotion->trigger();
+    EXPECT_EQ(terminated.count(), 1);
+    EXPECT_EQ(services.hotKeyRemovals, 1);
+    EXPECT_TRUE(alerts.empty());
+}
+
+TEST_F(LaunchTest, FailedSaveAsksAndCancelKeepsRunning) {
+    delegate->setPersistentContainer(std::make_unique<FailingStore>());
+    QSignalSpy terminated(delegate.get(), &AppDelegate::terminated);
+
+    alertAnswer = OMAlert::kFirstButton + 1;
+    delegate->requestTermination();
+    ASSERT_EQ(alerts.size(), 1U);
+    EXPECT_EQ(alerts[0].message,
+              QStringLiteral("Could not save changes while quitting. Quit anyway?"));
+    EXPECT_EQ(alerts[0].buttons,
+              (QStringList{QStringLiteral("Quit anyway"), QStringLiteral("Cancel")}));
+    EXPECT_EQ(terminated.count(), 0);
+
+    alertAnswer = OMAlert::kFirstButton;
+    delegate->requestTermination();
+    EXPECT_EQ(terminated.count(), 1);
+}
+
+} // namespace
+} // namespace ostrel::test
