@@ -322,20 +322,28 @@ void BluetoothTool::dealScanedAllDeviceWithArray(const QList<PeripheralPtr>& per
         callback(peripherals, failure);
         return;
     }
-    // Each peripheral's first report counts once; later link events of it do not.
-    auto waiting = std::make_shared<QList<PeripheralPtr>>(peripherals);
+    // Each peripheral's first report counts once; later link events of it do not. The state
+    // lets go of the peripherals once reported, since their connect callbacks keep it.
+    struct Batch {
+        QList<PeripheralPtr> waiting;
+        QList<PeripheralPtr> all;
+        ListCallback callback;
+    };
+    auto batch = std::make_shared<Batch>(Batch{peripherals, peripherals, std::move(callback)});
     for (qsizetype n = 0; n < peripherals.size(); ++n) {
-        const PeripheralPtr peripheral = peripherals[n];
-        Scheduler::instance().after(kBatchConnectStagger * n, this, [=, this] {
-            connectDeviceWithPeripheral(
-                peripheral, [=](const PeripheralPtr& reported, const OptionalError& result) {
-                    if (!waiting->removeOne(reported))
+        Scheduler::instance().after(
+            kBatchConnectStagger * n, this, [this, batch, peripheral = peripherals[n]] {
+                connectDeviceWithPeripheral(peripheral, [batch](const PeripheralPtr& reported,
+                                                                const OptionalError& result) {
+                    if (!batch->waiting.removeOne(reported))
                         return;
                     reported->setConnectErrorDescription(result ? result->domain : QString());
-                    if (waiting->isEmpty())
-                        callback(peripherals, std::nullopt);
+                    if (!batch->waiting.isEmpty())
+                        return;
+                    const ListCallback done = std::exchange(batch->callback, nullptr);
+                    done(std::exchange(batch->all, {}), std::nullopt);
                 });
-        });
+            });
     }
 }
 
@@ -429,15 +437,17 @@ void BluetoothTool::notifyDataWithPeripheral(const PeripheralPtr& peripheral,
                 return;
             // Bytes left from an earlier link belong to no frame of this one.
             m_bluethoothData.clear();
-            characteristic->notifyWithValue(notifyValue, [=, this](const CharacteristicPtr&,
-                                                                   const Bytes& value,
-                                                                   const OptionalError& result) {
-                const OptionalError mapped =
-                    result ? OptionalError(result->withCode(ErrorNotify)) : std::nullopt;
-                if (!result)
-                    setBluetoothState(StateNotified, peripheral);
-                deliverNotification(value, mapped, callback);
-            });
+            // The subscription lives inside the peripheral: hold it weakly.
+            std::weak_ptr<BluetoothPeripheral> weak = peripheral;
+            characteristic->notifyWithValue(
+                notifyValue, [this, weak, callback](const CharacteristicPtr&, const Bytes& value,
+                                                    const OptionalError& result) {
+                    const OptionalError mapped =
+                        result ? OptionalError(result->withCode(ErrorNotify)) : std::nullopt;
+                    if (!result)
+                        setBluetoothState(StateNotified, weak.lock());
+                    deliverNotification(value, mapped, callback);
+                });
         });
 }
 
