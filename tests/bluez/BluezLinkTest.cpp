@@ -53,6 +53,8 @@ INSTANTIATE_TEST_SUITE_P(BothLayouts, BluezMoveTest,
 
 struct DropCase {
     const char* name;
+    const char* label;
+    bool leavesReach; // else the desk ends the link while staying in reach
     bool autoReconnect;
     int code;
 };
@@ -63,7 +65,7 @@ void PrintTo(const DropCase& c, std::ostream* out) {
 
 class BluezDropTest : public BluezTest, public ::testing::WithParamInterface<DropCase> {};
 
-TEST_P(BluezDropTest, LinkDroppedByTheDeskIsReportedOnTheConnectCallback) {
+TEST_P(BluezDropTest, LostLinkIsReportedOnTheConnectCallback) {
     const DropCase c = GetParam();
     const QString name = QString::fromLatin1(c.name);
     addDesk(name, 2);
@@ -71,12 +73,20 @@ TEST_P(BluezDropTest, LinkDroppedByTheDeskIsReportedOnTheConnectCallback) {
     connectDesk(discover(name));
     ASSERT_TRUE(waitFor([&] { return frames > 0; }));
 
-    control(QStringLiteral("DropLink"), {name});
+    if (c.leavesReach)
+        control(QStringLiteral("SetInRange"), {name, false});
+    else
+        control(QStringLiteral("DropLink"), {name});
     ASSERT_TRUE(waitFor([&] { return connectReports.size() >= 2; }));
     EXPECT_EQ(connectReports[1], c.code);
     if (!c.autoReconnect) {
         EXPECT_FALSE(facade().isConnect());
         return;
+    }
+    // A desk out of reach keeps the new attempt waiting until it is back.
+    if (c.leavesReach) {
+        EXPECT_EQ(connectReports.size(), 2u);
+        control(QStringLiteral("SetInRange"), {name, true});
     }
     // Reconnected by itself, subscribed again, and the poll answers reach the desk again.
     ASSERT_TRUE(waitFor([&] { return connectReports.size() >= 3; }));
@@ -87,12 +97,12 @@ TEST_P(BluezDropTest, LinkDroppedByTheDeskIsReportedOnTheConnectCallback) {
     EXPECT_EQ(connectReports.size(), 3u);
 }
 
-INSTANTIATE_TEST_SUITE_P(AutoReconnect, BluezDropTest,
-                         ::testing::Values(DropCase{"QWJ-2201", false, 5},
-                                           DropCase{"QWJ-2202", true, 6}),
-                         [](const auto& testParam) {
-                             return testParam.param.autoReconnect ? "On" : "Off";
-                         });
+INSTANTIATE_TEST_SUITE_P(
+    AutoReconnect, BluezDropTest,
+    ::testing::Values(DropCase{"QWJ-2201", "DroppedStaysDown", false, false, 5},
+                      DropCase{"QWJ-2202", "DroppedComesBack", false, true, 6},
+                      DropCase{"QWJ-2203", "LeftReachComesBack", true, true, 6}),
+    [](const auto& testParam) { return testParam.param.label; });
 
 // Disabled until the QtBluetooth central reports failed writes: for a write without response
 // Qt reports BlueZ's error reply only later, through QLowEnergyService::errorOccurred

@@ -184,6 +184,8 @@ StandinDesk* BluezStandin::addDesk(VirtualDeskConfig config) {
     connect(created.get(), &StandinDesk::interfacesAdded, this, &BluezStandin::sendInterfacesAdded);
     connect(created.get(), &StandinDesk::interfacesRemoved, this,
             &BluezStandin::sendInterfacesRemoved);
+    connect(created.get(), &StandinDesk::lateReply, this,
+            [this](const QDBusMessage& reply) { m_connection.send(reply); });
     m_desks.push_back(std::move(created));
     return m_desks.back().get();
 }
@@ -303,7 +305,7 @@ bool BluezStandin::handleMessage(const QDBusMessage& message, const QDBusConnect
         return true;
     }
     const QDBusMessage reply = dispatch(message);
-    if (message.isReplyRequired())
+    if (message.isReplyRequired() && !message.isDelayedReply())
         QDBusConnection(connection).send(reply);
     return true;
 }

@@ -30,6 +30,7 @@ inline constexpr char kErrorDoesNotExist[] = "org.bluez.Error.DoesNotExist";
 inline constexpr char kErrorInvalidArguments[] = "org.bluez.Error.InvalidArguments";
 inline constexpr char kErrorNotSupported[] = "org.bluez.Error.NotSupported";
 inline constexpr char kErrorNotPermitted[] = "org.bluez.Error.NotPermitted";
+inline constexpr char kErrorInProgress[] = "org.bluez.Error.InProgress";
 
 // "180d" -> "0000180d-0000-1000-8000-00805f9b34fb"; longer forms are only lower-cased.
 QString fullUuid(const QString& shortUuid);

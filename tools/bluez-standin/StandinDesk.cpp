@@ -16,6 +16,11 @@ constexpr std::size_t kFrameTypeOffset = 2;
 constexpr std::uint8_t kPollFrameType = 0x11;
 // BlueZ's default ATT MTU for a fresh LE link.
 constexpr quint16 kDefaultMtu = 23;
+// BlueZ's TemporaryTimeout: how long an unpaired device outlives its last advertisement.
+constexpr auto kTemporaryTimeout = 30s;
+// A connection attempt to a silent desk gives up before QtDBus's own 25 s call time-out.
+constexpr auto kConnectAttempt = 20s;
+constexpr char kConnectAborted[] = "le-connection-abort-by-local";
 
 QByteArray toByteArray(const Bytes& bytes) {
     return QByteArray(reinterpret_cast<const char*>(bytes.data()),
@@ -58,14 +63,9 @@ void StandinDesk::adopt(std::unique_ptr<VirtualDesk> desk) {
     connect(m_desk.get(), &VirtualDesk::notified, this, &StandinDesk::deliver);
     connect(m_desk.get(), &VirtualDesk::linkDropped, this, [this] {
         tearDown();
-        if (!m_desk->isAdvertising())
-            forget();
+        reachChanged(m_desk->isAdvertising());
     });
-    connect(m_desk.get(), &VirtualDesk::advertisingChanged, this, [this](bool advertising) {
-        // A linked desk that leaves reach also drops its link, which forgets it then.
-        if (!advertising && !m_connected)
-            forget();
-    });
+    connect(m_desk.get(), &VirtualDesk::advertisingChanged, this, &StandinDesk::reachChanged);
 }
 
 void StandinDesk::buildGatt() {
@@ -170,10 +170,27 @@ void StandinDesk::sight() {
         {{QStringLiteral("RSSI"), deviceInterfaces().first().value(QStringLiteral("RSSI"))}});
 }
 
+void StandinDesk::reachChanged(bool advertising) {
+    m_expiry.cancel();
+    if (advertising) {
+        finishConnect(true);
+        return;
+    }
+    // A linked desk that leaves reach also drops its link, which comes back here.
+    if (!m_connected)
+        m_expiry = Scheduler::instance().after(kTemporaryTimeout, this, [this] { forget(); });
+}
+
+void StandinDesk::dropLink() {
+    finishConnect(false);
+    tearDown();
+}
+
 void StandinDesk::forget() {
+    m_expiry.cancel();
     if (!m_exported)
         return;
-    tearDown();
+    dropLink();
     m_exported = false;
     emit interfacesRemoved(m_path, {QString::fromLatin1(bluez::kDeviceInterface)});
 }
@@ -199,7 +216,7 @@ QDBusMessage StandinDesk::call(const QDBusMessage& message) {
             return connectLink(message);
         if (message.member() != QLatin1String("Disconnect"))
             return notSupported(message);
-        tearDown();
+        dropLink();
         return message.createReply();
     }
     // The GATT objects exist only while linked.
@@ -214,11 +231,34 @@ QDBusMessage StandinDesk::call(const QDBusMessage& message) {
 }
 
 QDBusMessage StandinDesk::connectLink(const QDBusMessage& message) {
+    if (m_pendingConnect)
+        return failure(message, bluez::kErrorInProgress, QStringLiteral("In Progress"));
+    if (!m_connected && !m_desk->isAdvertising()) {
+        message.setDelayedReply(true);
+        m_pendingConnect = message;
+        m_connectTimeout =
+            Scheduler::instance().after(kConnectAttempt, this, [this] { finishConnect(false); });
+        return {};
+    }
+    establishLink();
+    return message.createReply();
+}
+
+void StandinDesk::finishConnect(bool linked) {
+    if (!m_pendingConnect)
+        return;
+    const QDBusMessage call = *std::exchange(m_pendingConnect, std::nullopt);
+    m_connectTimeout.cancel();
+    if (linked)
+        establishLink();
+    emit lateReply(linked
+                       ? call.createReply()
+                       : failure(call, bluez::kErrorFailed, QString::fromLatin1(kConnectAborted)));
+}
+
+void StandinDesk::establishLink() {
     if (m_connected)
-        return message.createReply();
-    if (!m_desk->isAdvertising())
-        return failure(message, bluez::kErrorFailed,
-                       QStringLiteral("le-connection-abort-by-local"));
+        return;
     m_connected = true;
     m_pollRoundTrips.clear();
     m_pollSentAt.reset();
@@ -233,7 +273,6 @@ QDBusMessage StandinDesk::connectLink(const QDBusMessage& message) {
         m_servicesResolved = true;
         deviceChanged({{QStringLiteral("ServicesResolved"), true}});
     });
-    return message.createReply();
 }
 
 const StandinDesk::Characteristic* StandinDesk::characteristicAt(const QString& path) const {

@@ -18,7 +18,9 @@ namespace ostrel {
 // those objects are answered here; what changes on the bus leaves through the signals.
 //
 // The Device1 object exists from the first sighting by a discovering adapter until the
-// desk is forgotten (RemoveDevice) or leaves reach while unlinked.
+// desk is forgotten (RemoveDevice), or until it has been out of reach and unlinked for
+// BlueZ's temporary-device time-out. A Connect while it is out of reach waits for it, as
+// BlueZ's does, until it is back or the attempt times out.
 class StandinDesk : public QObject {
     Q_OBJECT
 public:
@@ -37,10 +39,10 @@ public:
 
     // The desk's advertisement was heard: it appears on the bus, or its RSSI moves.
     void sight();
-    // Removes the device object, ending the link first.
+    // Removes the device object, ending the link (or the attempt) first.
     void forget();
-    // The radio went away under the link.
-    void dropLink() { tearDown(); }
+    // The radio went away under the link (or the attempt).
+    void dropLink();
     void setWriteError(bool failing) { m_writeError = failing; }
     // Microseconds from each keypad poll sent on the current link to the host's next write.
     const QList<qint64>& pollRoundTrips() const { return m_pollRoundTrips; }
@@ -49,6 +51,7 @@ public:
     void setPollPeriod(std::chrono::milliseconds period);
 
     // A Device1, GattCharacteristic1 or GattDescriptor1 call on one of this desk's objects.
+    // A call answered later is marked delayed and its answer leaves through lateReply.
     QDBusMessage call(const QDBusMessage& message);
 
 signals:
@@ -56,6 +59,7 @@ signals:
                            const QVariantMap& changed);
     void interfacesAdded(const QString& path, const ostrel::InterfaceList& interfaces);
     void interfacesRemoved(const QString& path, const QStringList& interfaces);
+    void lateReply(const QDBusMessage& reply);
 
 private:
     struct Characteristic {
@@ -75,6 +79,9 @@ private:
     const Characteristic* notifyCharacteristic() const;
 
     QDBusMessage connectLink(const QDBusMessage& message);
+    void establishLink();
+    void reachChanged(bool advertising);
+    void finishConnect(bool linked);
     QDBusMessage characteristicCall(const Characteristic& characteristic,
                                     const QDBusMessage& message);
     QDBusMessage descriptorCall(const QDBusMessage& message);
@@ -97,6 +104,9 @@ private:
     bool m_notifying = false;
     bool m_writeError = false;
     int m_sightings = 0;
+    std::optional<QDBusMessage> m_pendingConnect; // a Connect waiting for the desk
+    TimerHandle m_connectTimeout;
+    TimerHandle m_expiry; // forgets the desk a while after it left reach
     QElapsedTimer m_clock;
     std::optional<qint64> m_pollSentAt; // ns on m_clock, until answered
     QList<qint64> m_pollRoundTrips;
