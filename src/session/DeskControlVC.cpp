@@ -28,14 +28,6 @@ constexpr Scheduler::Duration kSettingsTurnDuration{300};
 const QColor kHoverBackground = QColor::fromRgbF(0.945f, 0.945f, 0.945f);
 constexpr int kUnitLength = 2; // "cm" / "in"
 
-QLabel* heightLabel(int pointSize, QWidget* parent) {
-    auto* label = new QLabel(parent);
-    QFont font = label->font();
-    font.setPointSize(pointSize);
-    label->setFont(font);
-    return label;
-}
-
 } // namespace
 
 DeskControlVC::DeskControlVC(QWidget* parent) : QWidget(parent), m_session(new DeskSession(this)) {
@@ -89,17 +81,10 @@ QWidget* DeskControlVC::buildHeader() {
 }
 
 QWidget* DeskControlVC::buildHeight() {
-    auto* box = new QWidget(this);
-    m_heightNumber = heightLabel(kHeightPointSize, box);
-    m_heightUnit = heightLabel(kUnitPointSize, box);
-    auto* row = new QHBoxLayout(box);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(4);
-    row->addStretch();
-    row->addWidget(m_heightNumber, 0, Qt::AlignBaseline);
-    row->addWidget(m_heightUnit, 0, Qt::AlignBaseline);
-    row->addStretch();
-    return box;
+    m_height = new QLabel(this);
+    m_height->setTextFormat(Qt::RichText);
+    m_height->setAlignment(Qt::AlignCenter);
+    return m_height;
 }
 
 QWidget* DeskControlVC::buildMoveButtons() {
@@ -155,16 +140,22 @@ void DeskControlVC::connectSession() {
 }
 
 QString DeskControlVC::heightText() const {
-    return m_heightNumber->text() + m_heightUnit->text();
+    return m_heightText;
 }
 
 QString DeskControlVC::tipText() const {
     return m_tip->text();
 }
 
+// One rich-text line, so the small unit sits on the big number's baseline.
 void DeskControlVC::showHeight(const QString& text) {
-    m_heightNumber->setText(text.chopped(kUnitLength));
-    m_heightUnit->setText(text.right(kUnitLength));
+    m_heightText = text;
+    m_height->setText(QStringLiteral("<span style=\"font-size:%1pt\">%2</span>"
+                                     "<span style=\"font-size:%3pt\">&nbsp;%4</span>")
+                          .arg(kHeightPointSize)
+                          .arg(text.chopped(kUnitLength).toHtmlEscaped())
+                          .arg(kUnitPointSize)
+                          .arg(text.right(kUnitLength).toHtmlEscaped()));
 }
 
 void DeskControlVC::refreshPresetImages() {

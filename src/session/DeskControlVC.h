@@ -65,8 +65,8 @@ private:
     void hideTipLabel();
 
     DeskSession* m_session;
-    QLabel* m_heightNumber = nullptr;
-    QLabel* m_heightUnit = nullptr;
+    QLabel* m_height = nullptr;
+    QString m_heightText;
     QLabel* m_tip = nullptr;
     OMDeskPicture* m_picture = nullptr;
     HomeFunctionBtn* m_up = nullptr;

@@ -301,9 +301,7 @@ void DeskSession::actionGetDeskMaxMinHeight() {
 }
 
 void DeskSession::refreshContentByDeviceInfo() {
-    if (m_sitOrStand == u"0") {
-        emit countdownVisible(false);
-    } else {
+    if (m_sitOrStand != u"0") {
         OMTimeManager& counter = timeManager();
         if (m_isReConnect)
             m_isReConnect = false; // a reconnection leaves the countdown as it was

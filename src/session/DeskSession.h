@@ -114,7 +114,6 @@ signals:
     void deskOffsetsChanged(float top, float middle);
     void presetsChanged();
     void lightStripAvailable(bool available);
-    void countdownVisible(bool visible);
     void toastRequested(const QString& text);
     void heightToastRequested(const QString& text);
     // The link is gone: the screen asks the user, whose confirmation ends the session.

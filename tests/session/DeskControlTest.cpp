@@ -11,6 +11,7 @@
 #include <QEnterEvent>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <set>
 
 namespace ostrel::test {
 namespace {
@@ -53,6 +54,7 @@ protected:
     void longPressPreset(int slot, bool confirm) {
         ShortcutsHeightSetVC::setPresenter([this, confirm](ShortcutsHeightSetVC& sheet) {
             sheetTips.push_back(sheet.tip());
+            sheets.insert(&sheet);
             answeredAt = now();
             (confirm ? sheet.confirmButton() : sheet.cancelButton())->click();
             return true;
@@ -65,6 +67,7 @@ protected:
 
     std::vector<QString> sheetTips;
     std::chrono::milliseconds answeredAt{};
+    std::set<const ShortcutsHeightSetVC*> sheets;
 };
 
 TEST_F(DeskControlTest, HoldingUpRaisesTheDeskAndReleasingStopsItWithinOnePoll) {
@@ -148,16 +151,18 @@ TEST_F(DeskControlTest, UnconfirmedSaveReportsFailureAfterTwoSecondsAndStoresNot
     longPressPreset(3, false);
     EXPECT_EQ(DeskSession::commandType(), DeskSession::kNoKey);
     EXPECT_EQ(sheetTips.back(), "the M2 height");
+    EXPECT_EQ(sheets.size(), 1u) << "one sheet window serves every request";
 }
 
 TEST_F(DeskControlTest, PresetClicksAndLongPressesNeedAPresetAndAKnownHeight) {
     bindDesk({}, "0,0,0,0");
     // No height report yet: the desk only reports once polled, and the screen is brand new.
     control = std::make_unique<DeskControlVC>();
-    int sheets = 0;
-    ShortcutsHeightSetVC::setPresenter([&sheets](ShortcutsHeightSetVC&) { return ++sheets > 0; });
+    int presented = 0;
+    ShortcutsHeightSetVC::setPresenter(
+        [&presented](ShortcutsHeightSetVC&) { return ++presented > 0; });
     control->longHoverPress(control->presetButton(0));
-    EXPECT_EQ(sheets, 0);
+    EXPECT_EQ(presented, 0);
 
     press(control->presetButton(0));
     advance(100ms);
