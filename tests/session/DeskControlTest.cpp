@@ -232,7 +232,7 @@ TEST_F(DeskControlTest, KeyHeldWhenTheLinkDropsDoesNotMoveTheDeskAfterReconnecti
 }
 
 TEST_F(DeskControlTest, ReconnectionScanRunsInRoundsUntilTheBoundDeskIsBack) {
-    VirtualDesk& desk = bindDesk();
+    VirtualDesk& desk = bindDesk({}, "70,0,0,0");
     VirtualDeskConfig other;
     other.name = "QWJ-0002";
     addDesk(other);
@@ -252,7 +252,9 @@ TEST_F(DeskControlTest, ReconnectionScanRunsInRoundsUntilTheBoundDeskIsBack) {
     ASSERT_TRUE(facade().isConnect());
     EXPECT_EQ(facade().currentPeripheral()->name(), desk.name());
     EXPECT_FALSE(central->isScanning());
-    EXPECT_EQ(CurrentDeviceStore::load().bluetoothName, desk.name().toStdString());
+    // The current record comes back from the bound list, presets included, dated anew.
+    EXPECT_EQ(storedPresets(), "70,0,0,0");
+    EXPECT_EQ(CurrentDeviceStore::load().lastConnectionTime, "2024-01-01 09:01");
 }
 
 TEST_F(DeskControlTest, HeightsShowInTheChosenUnitWithInchReportsConverted) {

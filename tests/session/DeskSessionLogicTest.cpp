@@ -153,14 +153,16 @@ TEST_F(DeskSessionLogicTest, ReminderOnStartsTheCounterWithTheRecordsInterval) {
     EXPECT_EQ(counter.time(), 2);
 }
 
-TEST_F(DeskSessionLogicTest, HotKeyMovementStopsWhenTheHeightStalls) {
-    storeRecord("0,0,0,0");
+TEST_F(DeskSessionLogicTest, StartUpAsksToMoveTheDeskWhileNoHeightIsKnown) {
     openControl();
-    DeskSession& s = session();
-    report(700);
-    // As the hot-key dispatch starts a movement.
-    handle().setCurrentCommandType(DeskSession::kUpKey);
-    s.actionEnterMemoryKeyWithtype(10);
+    advance(DeskSession::kStartupToastDelay);
+    EXPECT_EQ(toast(), "Connected successful, move the table to synchronize the height.");
+}
+
+// The timed preset tap the hot keys use.
+TEST_F(DeskSessionLogicTest, PresetKeyTapHoldsTheKeyForSevenTenthsOfASecond) {
+    openControl();
+    session().actionEnterMemoryKeyWithtype(10);
     EXPECT_EQ(DeskSession::commandType(), 10);
     advance(DeskSession::kPresetKeyTap - 1ms);
     EXPECT_EQ(DeskSession::commandType(), 10);
