@@ -22,6 +22,7 @@ public:
     static constexpr int kPresetCount = 4;
     static constexpr int kHeightPointSize = 60;
     static constexpr int kUnitPointSize = 24;
+    static constexpr QSize kPreferredSize{420, 640};
 
     explicit DeskControlVC(QWidget* parent = nullptr);
 
@@ -36,6 +37,8 @@ public:
     // The height as shown: number and unit are drawn in two sizes.
     QString heightText() const;
     QString tipText() const;
+
+    QSize sizeHint() const override { return kPreferredSize.expandedTo(QWidget::sizeHint()); }
 
     void touchDwon(HomeFunctionBtn* button);
     void touchUp(HomeFunctionBtn* button);
