@@ -14,6 +14,7 @@
 #include "store/OMPlistManager.h"
 #include "store/Object_SystemSetting.h"
 #include "store/RecordDictionary.h"
+#include "transport/BluetoothTool.h"
 #include "transport/RBBluetoothManager.h"
 #include "widgets/OMAlert.h"
 #include "widgets/OMImage.h"
@@ -201,6 +202,11 @@ void AppDelegate::applicationWillTerminate() {
     SystemServices::instance().removeDeskGlobalHotKey();
     NotificationCenter::defaultCenter().removeObserver(
         this, QLatin1String(notifications::kGlobalKeyPushName));
+}
+
+void AppDelegate::releaseTransport() {
+    RBBluetoothManager::replaceSharedInstance(nullptr);
+    BluetoothTool::replaceShareInstance(nullptr);
 }
 
 QString AppDelegate::foldName() const {

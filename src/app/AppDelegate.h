@@ -44,6 +44,9 @@ public:
     // The menu's Quit: terminates when the object store lets it, possibly after asking.
     void requestTermination();
     void applicationWillTerminate();
+    // Drops the process-wide link services while the application object still exists; their
+    // teardown needs it. Call once the event loop has ended.
+    static void releaseTransport();
 
     QString foldName() const;
     void setFoldName(const QString& name);

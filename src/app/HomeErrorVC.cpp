@@ -104,7 +104,7 @@ QString HomeErrorVC::windowIdentifier() {
 HomeErrorVC* HomeErrorVC::showError(long errorCode) {
     auto* window = qobject_cast<OMBaseModalWindow*>(OMWindowIdentifier::find(windowIdentifier()));
     if (!window) {
-        window = new OMBaseModalWindow;
+        window = new OMBaseModalWindow(QSize());
         window->setAttribute(Qt::WA_DeleteOnClose);
         OMWindowIdentifier::assign(window, windowIdentifier());
         window->setContent(new HomeErrorVC(errorCode));

@@ -8,10 +8,14 @@
 
 namespace ostrel {
 
-OMBaseModalWindow::OMBaseModalWindow(QWidget* parent)
+OMBaseModalWindow::OMBaseModalWindow(QSize size, QWidget* parent)
     : QWidget(parent, Qt::Window), m_layout(new QVBoxLayout(this)) {
     m_layout->setContentsMargins(0, 0, 0, 0);
-    m_layout->setSizeConstraint(QLayout::SetFixedSize);
+    // The home window keeps one size for every screen, so it does not jump as they change.
+    if (size.isEmpty())
+        m_layout->setSizeConstraint(QLayout::SetFixedSize);
+    else
+        setFixedSize(size);
     setWindowTitle(QStringLiteral("Ostrel Motion"));
     setWindowIcon(OMImage::icon(QStringLiteral("common_toolbarlogo")));
 }

@@ -12,7 +12,10 @@ namespace ostrel {
 class OMBaseModalWindow : public QWidget {
     Q_OBJECT
 public:
-    explicit OMBaseModalWindow(QWidget* parent = nullptr);
+    static constexpr QSize kSize{360, 640};
+
+    // An empty size makes the window take its content's size.
+    explicit OMBaseModalWindow(QSize size = kSize, QWidget* parent = nullptr);
 
     QWidget* content() const { return m_content; }
     // Takes ownership of `screen`; the previous screen is deleted once control returns to the

@@ -2,6 +2,7 @@
 #include "app/AppDelegate.h"
 #include "app/DemoDesks.h"
 #include "app/LocalPreference.h"
+#include "app/ScreenFactories.h"
 #include "app/SingleInstance.h"
 
 #include <QApplication>
@@ -56,6 +57,7 @@ int main(int argc, char** argv) {
     if (options.demo)
         demo = std::make_unique<ostrel::DemoDesks>();
 
+    ostrel::ScreenFactories::registerAll();
     ostrel::AppDelegate delegate;
     QObject::connect(&instance, &ostrel::SingleInstance::activated, &delegate,
                      &ostrel::AppDelegate::applicationShouldHandleReopen);
@@ -68,5 +70,7 @@ int main(int argc, char** argv) {
         });
     }
     delegate.applicationDidFinishLaunching();
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    ostrel::AppDelegate::releaseTransport();
+    return status;
 }
