@@ -6,8 +6,6 @@
 #include <QDBusArgument>
 #include <QDBusMetaType>
 #include <QDBusVariant>
-#include <QMetaObject>
-#include <QThread>
 #include <algorithm>
 
 namespace ostrel {
@@ -297,13 +295,7 @@ QDBusMessage BluezStandin::dispatch(const QDBusMessage& message) {
 }
 
 bool BluezStandin::handleMessage(const QDBusMessage& message, const QDBusConnection& connection) {
-    // Desks live on the main thread; QtDBus may deliver on its own.
-    if (QThread::currentThread() != thread()) {
-        QMetaObject::invokeMethod(
-            this, [this, message, connection] { handleMessage(message, connection); },
-            Qt::QueuedConnection);
-        return true;
-    }
+    // QtDBus delivers calls on this object's thread, where the desks live.
     const QDBusMessage reply = dispatch(message);
     if (message.isReplyRequired() && !message.isDelayedReply())
         QDBusConnection(connection).send(reply);
