@@ -53,7 +53,7 @@ TEST_F(BluezScanTest, RadioOffIsReportedAndEndsACollectingScanWithCodeOne) {
     auto result = std::make_shared<Result>();
     const auto collect = [&result] {
         result = std::make_shared<Result>();
-        facade().setScanTimeOut(1);
+        facade().setScanTimeOut(2);
         facade().scanAllWithType(
             2, [result](const QList<PeripheralPtr>& found, const OptionalError& e) {
                 QStringList names;
