@@ -143,10 +143,29 @@ void DeskSession::initBluetooth() {
         requestBreakTip();
         return;
     }
+    adoptLinkedPeripheral();
     m_blutoothName =
         facade().currentPeripheral() ? facade().currentPeripheral()->name() : QString();
     subscribeToCurrentPeripheral();
     refreshDeviceInfo();
+}
+
+// Desk search links the desk through a facade of its own. Poll answers and commands go to the
+// shared facade's current peripheral, so it takes over the linked current device.
+void DeskSession::adoptLinkedPeripheral() {
+    const PeripheralPtr& current = facade().currentPeripheral();
+    if (current && current->isConnected())
+        return;
+    const OMBluetoothModel record = CurrentDeviceStore::load();
+    const auto matches = [&record](const PeripheralPtr& peripheral) {
+        return (record.bluetoothMacAddress &&
+                peripheral->identifierString().toStdString() == *record.bluetoothMacAddress) ||
+               (record.bluetoothName && peripheral->name().toStdString() == *record.bluetoothName);
+    };
+    const auto& linked = facade().bluetoothTool().centerManager().connectedDeviceDict();
+    const auto found = std::find_if(linked.cbegin(), linked.cend(), matches);
+    if (found != linked.cend())
+        facade().setCurrentPeripheral(*found);
 }
 
 void DeskSession::subscribeToCurrentPeripheral() {

@@ -125,6 +125,7 @@ private:
     void initData();
     // A hop onto the main loop that does nothing once the session is gone.
     void later(Scheduler::Duration delay, Task task);
+    void adoptLinkedPeripheral();
     void subscribeToCurrentPeripheral();
     // Asked on the main loop, never from inside the call that noticed the loss.
     void requestBreakTip();

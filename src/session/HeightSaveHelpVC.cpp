@@ -1,7 +1,6 @@
 #include "session/HeightSaveHelpVC.h"
 
 #include "widgets/OMImage.h"
-#include "widgets/OMWindowIdentifier.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -10,9 +9,7 @@
 namespace ostrel {
 
 HeightSaveHelpVC::HeightSaveHelpVC(QWidget* parent)
-    : QWidget(parent, Qt::Sheet | Qt::FramelessWindowHint) {
-    OMWindowIdentifier::assign(this, OMWindowIdentifier::setting());
-    setAutoFillBackground(true);
+    : OMSheetWindow(parent, OMWindowIdentifier::setting()) {
 
     auto* title = new QLabel(tr("How to Save Height Presets"), this);
     QFont titleFont = title->font();
@@ -37,17 +34,8 @@ HeightSaveHelpVC::HeightSaveHelpVC(QWidget* parent)
 }
 
 HeightSaveHelpVC* HeightSaveHelpVC::present(QWidget* host) {
-    auto* sheet =
-        qobject_cast<HeightSaveHelpVC*>(OMWindowIdentifier::find(OMWindowIdentifier::setting()));
-    if (!sheet)
-        sheet = new HeightSaveHelpVC(host ? host->window() : nullptr);
-    if (QWidget* window = sheet->parentWidget()) {
-        sheet->setWindowModality(Qt::WindowModal);
-        sheet->adjustSize();
-        sheet->move(window->geometry().center() - sheet->rect().center());
-    }
-    sheet->show();
-    sheet->raise();
+    auto* sheet = findOrCreate<HeightSaveHelpVC>(host, OMWindowIdentifier::setting());
+    sheet->presentCentred();
     return sheet;
 }
 

@@ -1,7 +1,6 @@
 #include "session/ShortcutsHeightSetVC.h"
 
 #include "widgets/OMImage.h"
-#include "widgets/OMWindowIdentifier.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -22,12 +21,10 @@ constexpr int kIconSize = 40;
 } // namespace
 
 ShortcutsHeightSetVC::ShortcutsHeightSetVC(QWidget* parent)
-    : QWidget(parent, Qt::Sheet | Qt::FramelessWindowHint), m_icon(new QLabel(this)),
+    : OMSheetWindow(parent, OMWindowIdentifier::settingHeight()), m_icon(new QLabel(this)),
       m_tip(new QLabel(this)), m_cancel(new QPushButton(tr("Cancel"), this)),
       m_confirm(new QPushButton(tr("Confirm"), this)) {
-    OMWindowIdentifier::assign(this, OMWindowIdentifier::settingHeight());
     setFixedSize(kSize);
-    setAutoFillBackground(true);
 
     auto* lead = new QLabel(tr("Whether to set the current height to"), this);
     lead->setAlignment(Qt::AlignCenter);
@@ -59,20 +56,11 @@ ShortcutsHeightSetVC::ShortcutsHeightSetVC(QWidget* parent)
 
 ShortcutsHeightSetVC* ShortcutsHeightSetVC::present(QWidget* host, const QString& imageIcon,
                                                     const QString& tip, ConfirmFn confirmFn) {
-    auto* sheet = qobject_cast<ShortcutsHeightSetVC*>(
-        OMWindowIdentifier::find(OMWindowIdentifier::settingHeight()));
-    if (!sheet)
-        sheet = new ShortcutsHeightSetVC(host ? host->window() : nullptr);
+    auto* sheet = findOrCreate<ShortcutsHeightSetVC>(host, OMWindowIdentifier::settingHeight());
     sheet->setViewContentWithImageIcon(imageIcon, tip, std::move(confirmFn));
     if (const Presenter& presenter = installedPresenter(); presenter && presenter(*sheet))
         return sheet;
-    if (QWidget* window = sheet->parentWidget()) {
-        sheet->setWindowModality(Qt::WindowModal);
-        sheet->move(window->geometry().center() - sheet->rect().center());
-    }
-    sheet->show();
-    sheet->raise();
-    sheet->activateWindow();
+    sheet->presentCentred();
     return sheet;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QWidget>
+#include "session/OMSheetWindow.h"
+
 #include <functional>
 
 class QLabel;
@@ -11,7 +12,7 @@ namespace ostrel {
 // The sheet that asks before the current height is stored as a preset: "Whether to set the
 // current height to" the preset's picture and name, with Cancel and Confirm. One window serves
 // every request; a new request reconfigures it.
-class ShortcutsHeightSetVC : public QWidget {
+class ShortcutsHeightSetVC : public OMSheetWindow {
     Q_OBJECT
 public:
     static constexpr QSize kSize{330, 169};

@@ -52,6 +52,7 @@ protected:
     void TearDown() override {
         control.reset();
         hosted.clear();
+        searchFacade.reset();
         OMScreenRouter::instance().clear();
         OMAlert::setPresenter(nullptr);
         ShortcutsHeightSetVC::setPresenter(nullptr);
@@ -66,13 +67,15 @@ protected:
         DQDataSessionHelper::userSaveSystemSetting(toPropertyForm(setting));
     }
 
-    // Links the desk and stores it as bound and current, with the given presets.
+    // Links the desk as desk search does, through a facade of its own and without subscribing,
+    // and stores it as bound and current with the given presets.
     VirtualDesk& bindDesk(VirtualDeskConfig config = {}, const char* presets = "0,0,0,0") {
         VirtualDesk& desk = addDesk(std::move(config));
-        peripheral = connect(desk, [](const std::optional<Bytes>& frame, const OptionalError&) {
-            if (frame)
-                BluetoothResultHandle::sharedInstance().handleTableData(*frame);
-        });
+        peripheral = discover(desk);
+        searchFacade = std::make_unique<RBBluetoothManager>();
+        searchFacade->connectDeviceWithPeripheral(peripheral, {});
+        advance(200ms);
+        EXPECT_TRUE(facade().isConnect());
         storeRecord(presets, peripheral->identifierString());
         return desk;
     }
@@ -113,6 +116,7 @@ protected:
     }
 
     PeripheralPtr peripheral;
+    std::unique_ptr<RBBluetoothManager> searchFacade;
     std::unique_ptr<DeskControlVC> control;
     std::vector<OMAlertSpec> alerts;
     int alertAnswer = OMAlert::kFirstButton;
