@@ -2,6 +2,7 @@
 # One entry point for developers and CI.
 #   tools/dev.sh test    install missing Debian packages, build everything, run every test
 #   tools/dev.sh deps    only install missing Debian packages
+#   tools/dev.sh start   install missing packages, build the application, run it on demo desks
 # Set BUILD_DIR to build elsewhere (default: build/ in the checkout).
 set -euo pipefail
 
@@ -15,6 +16,7 @@ packages=(
     libgtest-dev libgmock-dev libbenchmark-dev
     clang libclang-rt-14-dev
     dbus dbus-daemon xvfb xauth xdotool libxcb1-dev
+    qt6-wayland fonts-droid-fallback
 )
 
 install_missing() {
@@ -32,13 +34,35 @@ install_missing() {
         apt-get install -y -qq --no-install-recommends "${missing[@]}"
 }
 
-configure_and_build() {
+configure() {
     cmake -S "$root" -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
         -DOSTREL_WERROR=ON "$@"
+}
+
+configure_and_build() {
+    configure "$@"
     cmake --build "$build_dir"
 }
 
+require_display() {
+    [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ] && return 0
+    cat >&2 <<'MESSAGE'
+No display found: neither DISPLAY nor WAYLAND_DISPLAY is set, so the application's window
+cannot be shown. Run this command from a terminal in a desktop session, or give it a virtual
+display:
+    xvfb-run -a bash tools/dev.sh start
+MESSAGE
+    exit 1
+}
+
 case "${1:-}" in
+start)
+    require_display
+    install_missing
+    configure
+    cmake --build "$build_dir" --target ostrel-motion
+    exec "$build_dir/src/app/ostrel-motion" --demo "${@:2}"
+    ;;
 deps)
     install_missing
     ;;
@@ -48,7 +72,7 @@ test)
     ctest --test-dir "$build_dir" --output-on-failure -j "$(nproc)"
     ;;
 *)
-    echo "usage: $0 test|deps" >&2
+    echo "usage: $0 start|test|deps" >&2
     exit 2
     ;;
 esac

@@ -17,9 +17,11 @@ trap 'rm -rf "$scratch"' EXIT
 
 for lang in en zh-Hans; do
     rm -rf "${out:?}/$lang"
-    mkdir -p "$out/$lang"
+    mkdir -p "$out/$lang" "$scratch/$lang/runtime"
+    chmod 700 "$scratch/$lang/runtime"
     env XDG_DATA_HOME="$scratch/$lang/data" XDG_CONFIG_HOME="$scratch/$lang/config" \
-        XDG_CACHE_HOME="$scratch/$lang/cache" QT_QPA_PLATFORM=xcb \
+        XDG_CACHE_HOME="$scratch/$lang/cache" XDG_RUNTIME_DIR="$scratch/$lang/runtime" \
+        QT_QPA_PLATFORM=xcb \
         xvfb-run -a -s "-screen 0 1280x900x24" \
         "$build_dir/tools/screenshot-tour/screenshot-tour" --lang "$lang" --out "$out/$lang"
 done

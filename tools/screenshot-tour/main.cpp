@@ -12,6 +12,7 @@
 #include "session/ShortcutsHeightSetVC.h"
 #include "sim/VirtualCentral.h"
 #include "sim/VirtualDesk.h"
+#include "transport/RBBluetoothManager.h"
 #include "transport/screens/DeskSearchRowView.h"
 #include "widgets/OMScreenRouter.h"
 
@@ -19,6 +20,7 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QMenu>
+#include <QMessageBox>
 #include <QScreen>
 #include <QSettings>
 #include <QTest>
@@ -30,11 +32,17 @@ using namespace std::chrono_literals;
 namespace {
 
 // One step of the tour: do something, give the screen time to settle, take a picture.
+// One step of the tour: do something, wait until the screen is ready (the machine may be busy),
+// give it time to settle, take a picture (unless the step has no name).
 struct Step {
     QString name;
     std::function<void()> action;
     Scheduler::Duration settle;
+    std::function<bool()> ready = [] { return true; };
 };
+
+constexpr Scheduler::Duration kPollInterval{100};
+constexpr int kMaxPolls = 200;
 
 class Tour {
 public:
@@ -59,6 +67,18 @@ private:
         m_steps.pop_front();
         if (step.action)
             step.action();
+        whenReady(std::move(step), kMaxPolls);
+    }
+
+    void whenReady(Step step, int pollsLeft) {
+        if (!step.ready() && pollsLeft > 0) {
+            Scheduler::instance().after(kPollInterval, nullptr, [this, step, pollsLeft] {
+                whenReady(step, pollsLeft - 1);
+            });
+            return;
+        }
+        if (pollsLeft == 0)
+            qWarning("step %s: not ready in time", qPrintable(step.name));
         Scheduler::instance().after(step.settle, nullptr, [this, name = step.name] {
             if (!name.isEmpty())
                 shoot(name);
@@ -91,6 +111,34 @@ void clickFirstDesk(QWidget& home) {
         QTest::mouseClick(row, Qt::LeftButton);
 }
 
+DeskControlVC* controlIn(QWidget& home) {
+    return home.findChild<DeskControlVC*>();
+}
+
+// The desk the application bound: the one it subscribed to.
+VirtualDesk& boundDesk(DemoDesks& demo) {
+    for (VirtualDesk* desk : demo.desks()) {
+        if (desk->isSubscribed())
+            return *desk;
+    }
+    return *demo.desks().first();
+}
+
+void logDesk(const VirtualDesk& desk) {
+    const RBBluetoothManager& facade = RBBluetoothManager::sharedInstance();
+    qInfo("desk %s: subscribed %d, height %d; link %d to %s", qPrintable(desk.name()),
+          desk.isSubscribed(), desk.heightTenths(), facade.isConnect(),
+          facade.currentPeripheral() ? qPrintable(facade.currentPeripheral()->name()) : "none");
+}
+
+bool promptShown() {
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && qobject_cast<const QMessageBox*>(window))
+            return true;
+    }
+    return false;
+}
+
 void closeWindowsExceptHome(QWidget& home) {
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (window != &home && window->isVisible())
@@ -104,7 +152,10 @@ std::deque<Step> tourSteps(Tour& tour) {
         return [screen] { OMScreenRouter::instance().show(QLatin1String(screen)); };
     };
     return {
-        {QStringLiteral("1-search"), {}, 4000ms},
+        {QStringLiteral("1-search"),
+         {},
+         500ms,
+         [&home] { return home.findChildren<DeskSearchRowView*>().size() >= 2; }},
         {QStringLiteral("2-desk-type"), show(screens::kDeskType), 800ms},
         {QStringLiteral("3-no-bluetooth"),
          [&tour, show] {
@@ -117,26 +168,44 @@ std::deque<Step> tourSteps(Tour& tour) {
              tour.demo().central()->setPowered(true);
              show(screens::kBluetoothSearch)();
          },
-         3000ms},
-        {QStringLiteral("4-desk-control"), [&home] { clickFirstDesk(home); }, 5000ms},
-        {QStringLiteral("5-save-sheet"),
+         500ms, [&home] { return !home.findChildren<DeskSearchRowView*>().isEmpty(); }},
+        {QString(), [&home] { clickFirstDesk(home); }, 1500ms,
+         [&tour] { return boundDesk(tour.demo()).isSubscribed(); }},
+        // The height shows once the desk moves: hold Up for a moment.
+        {QString(),
+         [&home, &tour] {
+             logDesk(boundDesk(tour.demo()));
+             if (DeskControlVC* control = controlIn(home))
+                 control->touchDwon(control->upButton());
+         },
+         1500ms},
+        {QStringLiteral("4-desk-control"),
          [&home] {
-             if (auto* control = home.findChild<DeskControlVC*>())
+             if (DeskControlVC* control = controlIn(home))
+                 control->touchUp(control->upButton());
+         },
+         2500ms},
+        {QStringLiteral("5-save-sheet"),
+         [&home, &tour] {
+             logDesk(boundDesk(tour.demo()));
+             if (DeskControlVC* control = controlIn(home))
                  control->longHoverPress(control->presetButton(0));
          },
          800ms},
         {QStringLiteral("6-error"),
          [&home] {
              closeWindowsExceptHome(home);
+             home.hide(); // the error window alone in the picture
              HomeErrorVC::showError(30);
          },
          800ms},
         {QStringLiteral("7-link-loss"),
          [&tour, &home] {
              closeWindowsExceptHome(home);
-             tour.demo().desks().first()->dropLink();
+             home.show();
+             boundDesk(tour.demo()).dropLink();
          },
-         2500ms},
+         500ms, [] { return promptShown(); }},
     };
 }
 
