@@ -256,6 +256,12 @@ void BluetoothCenterManager::peripheralDidNotifyValue(const GattPath& path, cons
         peripheral->didNotifyValue(path, value);
 }
 
+void BluetoothCenterManager::peripheralDidFailToWrite(const GattPath& path,
+                                                      const BluetoothError& error) {
+    if (const PeripheralPtr peripheral = liveWrapper(path.peripheral))
+        peripheral->didFailToWrite(path, error);
+}
+
 void BluetoothCenterManager::peripheralDidUpdateNotificationState(const GattPath& path,
                                                                   bool notifying,
                                                                   const OptionalError& error) {

@@ -101,6 +101,7 @@ private:
     void peripheralDidReadValue(const GattPath& path, const Bytes& value,
                                 const OptionalError& error) override;
     void peripheralDidNotifyValue(const GattPath& path, const Bytes& value) override;
+    void peripheralDidFailToWrite(const GattPath& path, const BluetoothError& error) override;
     void peripheralDidUpdateNotificationState(const GattPath& path, bool notifying,
                                               const OptionalError& error) override;
     void peripheralDidReadDescriptor(const GattPath& path, const QString& descriptor,

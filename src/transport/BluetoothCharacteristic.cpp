@@ -72,6 +72,7 @@ void BluetoothCharacteristic::invalidate() {
     m_valid = false;
     m_isNotifying = false;
     m_notifyCallback = nullptr;
+    m_lastWrite = nullptr;
     // Reads still waiting will never be answered by this link.
     auto waiting = std::exchange(m_readCallbackArray, {});
     for (const ValueCallback& callback : waiting)
@@ -84,6 +85,7 @@ void BluetoothCharacteristic::writeValueWithData(const Bytes& data, WriteCallbac
     const std::size_t pieces =
         std::max<std::size_t>(1, (data.size() + kWritePieceSize - 1) / kWritePieceSize);
     auto write = std::make_shared<PendingWrite>(PendingWrite{data, pieces, std::move(callback)});
+    m_lastWrite = write;
     // The first piece goes out now, so a poll is answered while it is being handled.
     writePiece(write, 0);
     const auto device = peripheral();
@@ -120,6 +122,15 @@ void BluetoothCharacteristic::writePiece(const std::shared_ptr<PendingWrite>& wr
         if (write->callback)
             write->callback(shared_from_this(), error);
     }
+}
+
+void BluetoothCharacteristic::didFailToWrite(const BluetoothError& error) {
+    const auto write = m_lastWrite;
+    if (!write)
+        return;
+    write->finished = true; // no further pieces of a refused write
+    if (write->callback)
+        write->callback(shared_from_this(), error);
 }
 
 void BluetoothCharacteristic::readValueWithCallback(ValueCallback callback) {

@@ -72,6 +72,9 @@ public:
     // Platform events, routed here by the peripheral.
     void didReadValue(const Bytes& value, const OptionalError& error);
     void didNotifyValue(const Bytes& value);
+    // The last write was refused: its callback hears the error, once more if it had already
+    // been told the pieces were handed over.
+    void didFailToWrite(const BluetoothError& error);
     void didUpdateNotificationState(bool notifying, const OptionalError& error);
     void didDiscoverDescriptors(const OptionalError& error);
 
@@ -89,6 +92,8 @@ private:
     QList<Bytes> m_readDataArray;
     QList<Bytes> m_writeDataArray;
     QList<Bytes> m_notifyDataArray;
+    // Kept after completion, since a refusal arrives late; dropped by the next write or the link.
+    std::shared_ptr<PendingWrite> m_lastWrite;
     std::deque<ValueCallback> m_readCallbackArray;
     std::deque<DescriptorsCallback> m_descriptorCallbackArray;
     ValueCallback m_notifyCallback;

@@ -214,6 +214,11 @@ void BluetoothPeripheral::didNotifyValue(const GattPath& path, const Bytes& valu
         characteristic->didNotifyValue(value);
 }
 
+void BluetoothPeripheral::didFailToWrite(const GattPath& path, const BluetoothError& error) {
+    if (const CharacteristicPtr characteristic = characteristicAt(path))
+        characteristic->didFailToWrite(error);
+}
+
 void BluetoothPeripheral::didUpdateNotificationState(const GattPath& path, bool notifying,
                                                      const OptionalError& error) {
     if (const CharacteristicPtr characteristic = characteristicAt(path))

@@ -91,6 +91,7 @@ public:
     void didDiscoverDescriptors(const GattPath& path, const OptionalError& error);
     void didReadValue(const GattPath& path, const Bytes& value, const OptionalError& error);
     void didNotifyValue(const GattPath& path, const Bytes& value);
+    void didFailToWrite(const GattPath& path, const BluetoothError& error);
     void didUpdateNotificationState(const GattPath& path, bool notifying,
                                     const OptionalError& error);
     void didReadDescriptor(const GattPath& path, const QString& descriptor, const Bytes& value,

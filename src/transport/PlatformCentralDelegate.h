@@ -42,6 +42,9 @@ public:
     virtual void peripheralDidReadValue(const GattPath& path, const Bytes& value,
                                         const OptionalError& error) = 0;
     virtual void peripheralDidNotifyValue(const GattPath& path, const Bytes& value) = 0;
+    // A write without response reports nothing when it succeeds, but the radio stack may still
+    // refuse it afterwards; this is that late refusal of the last write on `path`.
+    virtual void peripheralDidFailToWrite(const GattPath& path, const BluetoothError& error) = 0;
     virtual void peripheralDidUpdateNotificationState(const GattPath& path, bool notifying,
                                                       const OptionalError& error) = 0;
     virtual void peripheralDidReadDescriptor(const GattPath& path, const QString& descriptor,

@@ -291,14 +291,20 @@ void QtPlatformCentral::watchService(const QString& identifier, QLowEnergyServic
                     delegate()->peripheralDidDiscoverCharacteristics(identifier, serviceUuid,
                                                                      std::nullopt);
             });
+    connect(service, &QObject::destroyed, this, [this, service] { m_lastWritten.remove(service); });
     connect(service, &QLowEnergyService::errorOccurred, this,
-            [this, identifier, serviceUuid, service](QLowEnergyService::ServiceError) {
-                // Errors of a discovered service belong to writes and reads, which report
-                // nothing back; only a failed discovery is worth telling.
-                if (delegate() && service->state() != QLowEnergyService::RemoteServiceDiscovered)
+            [this, identifier, serviceUuid, service](QLowEnergyService::ServiceError error) {
+                if (!delegate())
+                    return;
+                if (service->state() != QLowEnergyService::RemoteServiceDiscovered)
                     delegate()->peripheralDidDiscoverCharacteristics(
                         identifier, serviceUuid,
                         BluetoothError{0, QStringLiteral("service discovery failed")});
+                else if (error == QLowEnergyService::CharacteristicWriteError &&
+                         m_lastWritten.contains(service))
+                    delegate()->peripheralDidFailToWrite(
+                        GattPath{identifier, serviceUuid, m_lastWritten.value(service)},
+                        BluetoothError{0, QStringLiteral("the characteristic write failed")});
             });
     connect(service, &QLowEnergyService::characteristicChanged, this,
             [this, pathOf](const QLowEnergyCharacteristic& c, const QByteArray& value) {
@@ -395,6 +401,7 @@ OptionalError QtPlatformCentral::writeValueWithoutResponse(const GattPath& path,
         object ? object->characteristic(toQtUuid(path.characteristic)) : QLowEnergyCharacteristic();
     if (!characteristic.isValid())
         return BluetoothError{0, QStringLiteral("the characteristic is not available")};
+    m_lastWritten.insert(object, path.characteristic);
     object->writeCharacteristic(characteristic, toByteArray(value),
                                 QLowEnergyService::WriteWithoutResponse);
     return std::nullopt;

@@ -72,6 +72,8 @@ private:
     bool m_scanRequested = false;
     QStringList m_scanServices;
     QHash<QString, Link> m_links;
+    // The characteristic last written on each service, to pin a late write refusal on it.
+    QHash<const QLowEnergyService*, QString> m_lastWritten;
 };
 
 } // namespace ostrel
