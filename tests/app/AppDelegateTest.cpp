@@ -9,7 +9,6 @@
 
 #include <QApplication>
 #include <QSignalSpy>
-#include <QSystemTrayIcon>
 
 namespace ostrel::test {
 namespace {
@@ -65,13 +64,6 @@ TEST_F(LaunchTest, ShowsNoBluetoothWhenTheRadioIsOff) {
     central->setPowered(false);
     launch();
     EXPECT_EQ(screenName(), QLatin1String(screens::kNoBluetooth));
-}
-
-TEST_F(LaunchTest, TrayIconCarriesTheApplicationName) {
-    launch();
-    ASSERT_TRUE(delegate->statusItem());
-    EXPECT_EQ(delegate->statusItem()->toolTip(), QStringLiteral("Ostrel Motion"));
-    EXPECT_EQ(delegate->statusItem()->contextMenu(), static_cast<QMenu*>(delegate->menu()));
 }
 
 TEST_F(LaunchTest, ClosingTheWindowKeepsTheApplicationAndTheTrayBringsItBack) {
