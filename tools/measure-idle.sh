@@ -39,13 +39,22 @@ echo "launch: window mapped $(((mapped_ns - start_ns) / 1000000)) ms after exec 
 sleep 0.5
 grep '^startup:' "$scratch/log" || true
 
-# Connect the first desk of the search list, then hide the window as the tray's Hide does.
+# Connect the first desk of the search list, then hide the window.
 sleep 3 # the list fills as the desks advertise
 eval "$(xdotool getwindowgeometry --shell "$window")"
 xdotool mousemove $((X + 180)) $((Y + 81)) click 1
 sleep 5
 import -window root "$scratch/connected.png" 2>/dev/null && cp "$scratch/connected.png" /tmp/ostrel-measure-connected.png
-xdotool windowunmap "$window"
+# Hide it with the window's own menu (right click, "Hide"), as a user would.
+xdotool mousemove $((X + 20)) $((Y + 620)) click 3
+sleep 1
+xdotool mousemove_relative 40 32 click 1
+sleep 1
+if xdotool search --onlyvisible --name '^Ostrel Motion$' >/dev/null; then
+    echo "the window did not hide; measuring anyway" >&2
+else
+    echo "window hidden"
+fi
 
 sleep "$idle"
 before=$(cpu_ticks "$pid")

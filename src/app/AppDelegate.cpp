@@ -87,6 +87,9 @@ void AppDelegate::createStatusItem() {
                     statusOnClick();
             });
     m_statusItem->show();
+    // The same menu on the window itself: desktops without a tray still reach Quit.
+    modalWindow()->addActions(m_menu->actions());
+    modalWindow()->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void AppDelegate::connectMenu() {
