@@ -286,15 +286,8 @@ void DeskSession::connectBluetoothWithPeripheral(const PeripheralPtr& peripheral
 
 void DeskSession::connected(const PeripheralPtr& peripheral) {
     actionAddDeviceToLocalWithperipheral(peripheral);
-    const QString name = peripheral->name();
-    if (auto record = CurrentDeviceStore::boundRecordNamed(name)) {
-        // The bound list keeps the earlier time on purpose; only the current record moves on.
-        record->lastConnectionTime = CurrentDeviceStore::freshRecord(name, {}).lastConnectionTime;
-        CurrentDeviceStore::writeCurrent(*record);
-    } else {
-        CurrentDeviceStore::writeCurrent(
-            CurrentDeviceStore::freshRecord(name, peripheral->identifierString()));
-    }
+    CurrentDeviceStore::setCurrentDeviceWithperipheral(peripheral->name(),
+                                                       peripheral->identifierString());
     refreshDeviceInfo();
 }
 

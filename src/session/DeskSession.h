@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/Scheduler.h"
-#include "session/CurrentDeviceStore.h"
+#include "store/CurrentDeviceStore.h"
 #include "store/Object_LightColor.h"
 #include "transport/BluetoothPeripheral.h"
 

@@ -43,15 +43,6 @@ TEST(DeskHeightDisplayTest, PictureOffsetsFollowTheModelsLegsAndStopAtTheLimits)
     EXPECT_FLOAT_EQ(broken.top, 0.0f);
 }
 
-TEST(CurrentDeviceStoreTest, PresetsParseOnlyFromFourParts) {
-    using P = CurrentDeviceStore::Presets;
-    EXPECT_EQ(CurrentDeviceStore::parsePresets("70,110,0,95"), (P{70, 110, 0, 95}));
-    EXPECT_EQ(CurrentDeviceStore::parsePresets("70.6, 110cm,x,-1"), (P{70, 110, 0, -1}));
-    EXPECT_FALSE(CurrentDeviceStore::parsePresets("70,110,0"));
-    EXPECT_FALSE(CurrentDeviceStore::parsePresets(""));
-    EXPECT_FALSE(CurrentDeviceStore::parsePresets(std::nullopt));
-}
-
 // The session with no desk on the air: every report is the test's own.
 class DeskSessionLogicTest : public SessionTest {
 protected:

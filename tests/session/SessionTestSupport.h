@@ -1,12 +1,12 @@
 #pragma once
 
 #include "TransportTestSupport.h"
-#include "session/CurrentDeviceStore.h"
 #include "session/DeskControlVC.h"
 #include "session/DeskSession.h"
 #include "session/OMTimeManager.h"
 #include "session/ShortcutsHeightSetVC.h"
 #include "store/CurrentDeskModel.h"
+#include "store/CurrentDeviceStore.h"
 #include "store/DQDataSessionHelper.h"
 #include "store/OMPlistManager.h"
 #include "store/Object_SystemSetting.h"
@@ -111,8 +111,9 @@ protected:
         return CurrentDeviceStore::load().memoryHeight;
     }
     std::optional<std::string> boundPresets() const {
-        auto record = CurrentDeviceStore::boundRecordNamed(kDeskName);
-        return record ? record->memoryHeight : std::nullopt;
+        const QVariant stored = OMPlistManager::getDeviceInfoWithBlueToothName(kDeskName).value(
+            QStringLiteral("memoryHeight"));
+        return stored.isValid() ? std::optional(stored.toString().toStdString()) : std::nullopt;
     }
 
     PeripheralPtr peripheral;

@@ -1,10 +1,10 @@
 #include "transport/screens/BluetoothSearchVC.h"
 
+#include "store/CurrentDeviceStore.h"
 #include "transport/BluetoothCenterManager.h"
 #include "transport/RBBluetoothManager.h"
 #include "transport/screens/BluetoothConnectTipVC.h"
 #include "transport/screens/ClickableRowList.h"
-#include "transport/screens/DeskBinding.h"
 #include "transport/screens/DeskSearchRowView.h"
 #include "transport/screens/HomeNavigator.h"
 #include "widgets/OMRotatingImage.h"
@@ -186,7 +186,7 @@ void BluetoothSearchVC::connectReport(const PeripheralPtr& peripheral, const Opt
         return;
     }
     m_paired = true;
-    DeskBinding::bindDevice(peripheral->name(), peripheral->identifierString());
+    CurrentDeviceStore::bindDevice(peripheral->name(), peripheral->identifierString());
     if (row)
         row->hiddenConnect();
     // This screen is leaving: its scan must end before the control screen starts its own.

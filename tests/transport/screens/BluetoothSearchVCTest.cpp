@@ -1,10 +1,10 @@
 #include "transport/screens/BluetoothSearchVC.h"
 
 #include "ScreenTestSupport.h"
+#include "store/CurrentDeviceStore.h"
 #include "store/FileManager.h"
 #include "store/OMPlistManager.h"
 #include "transport/screens/BluetoothConnectTipVC.h"
-#include "transport/screens/DeskBinding.h"
 #include "transport/screens/DeskSearchRowView.h"
 
 #include <QPushButton>
@@ -60,8 +60,8 @@ protected:
     }
 
     static OMBluetoothModel currentDevice() {
-        const auto stored = FileManager::readDictionaryFileName(
-            QString::fromLatin1(DeskBinding::kCurrentDeviceFileName));
+        const auto stored =
+            FileManager::readDictionaryFileName(QString::fromLatin1(CurrentDeviceStore::kFileName));
         EXPECT_TRUE(stored);
         return fromPropertyForm<OMBluetoothModel>(stored.value_or(QVariantMap()));
     }

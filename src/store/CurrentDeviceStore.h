@@ -23,9 +23,15 @@ public:
     static void writeCurrent(const OMBluetoothModel& record);
     static void remove();
 
-    // A newly bound desk's record, dated with the scheduler's wall clock.
+    // A newly bound desk's record, dated with the scheduler's wall clock. `identifier` is the
+    // platform's identifier of the desk: the platform gives no hardware address.
     static OMBluetoothModel freshRecord(const QString& name, const QString& identifier);
-    static std::optional<OMBluetoothModel> boundRecordNamed(const QString& name);
+    // Pairing: saves a fresh record of the desk as bound, then makes the desk current.
+    static void bindDevice(const QString& name, const QString& identifier);
+    // Writes the bound record of that name, its connection time refreshed, as the current device
+    // (the bound list keeps the earlier time); a desk not bound under that name gets a fresh
+    // record instead.
+    static void setCurrentDeviceWithperipheral(const QString& name, const QString& identifier);
 
     // Four comma-separated whole numbers, or nothing when the text has another shape.
     static std::optional<Presets> parsePresets(const std::optional<std::string>& memoryHeight);

@@ -1,8 +1,9 @@
-#include "session/CurrentDeviceStore.h"
+#include "store/CurrentDeviceStore.h"
 
 #include "core/Scheduler.h"
 #include "store/DQToolHelper.h"
 #include "store/FileManager.h"
+#include "store/ListLookup.h"
 #include "store/OMPlistManager.h"
 
 #include <QStringList>
@@ -74,14 +75,23 @@ OMBluetoothModel CurrentDeviceStore::freshRecord(const QString& name, const QStr
     return record;
 }
 
-std::optional<OMBluetoothModel> CurrentDeviceStore::boundRecordNamed(const QString& name) {
-    const std::string wanted = name.toStdString();
-    for (const QVariant& entry : OMPlistManager::getBindDevice()) {
-        auto record = fromPropertyForm<OMBluetoothModel>(entry.toMap());
-        if (record.bluetoothName == wanted)
-            return record;
+void CurrentDeviceStore::bindDevice(const QString& name, const QString& identifier) {
+    OMPlistManager::saveBindDeviceWithDevice(toPropertyForm(freshRecord(name, identifier)));
+    setCurrentDeviceWithperipheral(name, identifier);
+}
+
+void CurrentDeviceStore::setCurrentDeviceWithperipheral(const QString& name,
+                                                        const QString& identifier) {
+    const QVariantList devices = OMPlistManager::getBindDevice();
+    const qsizetype index = ListLookup::indexOf(devices, QStringLiteral("bluetoothName"), name);
+    if (index < 0) {
+        writeCurrent(freshRecord(name, identifier));
+        return;
     }
-    return std::nullopt;
+    // Edit the stored dictionary itself, so keys this build does not know survive.
+    QVariantMap device = devices.at(index).toMap();
+    device.insert(QStringLiteral("lastConnectionTime"), now("yyyy-MM-dd HH:mm"));
+    FileManager::writeDictionary(device, fileName());
 }
 
 std::optional<CurrentDeviceStore::Presets>
