@@ -12,15 +12,15 @@ OMAlert::Presenter& installedPresenter() {
     return presenter;
 }
 
-void showMessageBox(QWidget* parent, const OMAlertSpec& spec, const OMAlert::Done& done) {
+void showMessageBox(QWidget* parent, const OMAlertContent& content, const OMAlert::Done& done) {
     auto* box = new QMessageBox(parent);
     box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setIcon(spec.warning ? QMessageBox::Warning : QMessageBox::NoIcon);
-    box->setText(spec.message);
-    box->setInformativeText(spec.informativeText);
+    box->setIcon(content.warning ? QMessageBox::Warning : QMessageBox::NoIcon);
+    box->setText(content.message);
+    box->setInformativeText(content.informativeText);
     box->setWindowModality(parent ? Qt::WindowModal : Qt::ApplicationModal);
-    for (int i = 0; i < spec.buttons.size(); ++i) {
-        QPushButton* button = box->addButton(spec.buttons.at(i), QMessageBox::AcceptRole);
+    for (int i = 0; i < content.buttons.size(); ++i) {
+        QPushButton* button = box->addButton(content.buttons.at(i), QMessageBox::AcceptRole);
         if (i == 0)
             box->setDefaultButton(button);
         QObject::connect(button, &QPushButton::clicked, box, [done, i] {
@@ -33,14 +33,14 @@ void showMessageBox(QWidget* parent, const OMAlertSpec& spec, const OMAlert::Don
 
 } // namespace
 
-void OMAlert::show(QWidget* parent, const OMAlertSpec& spec, Done done) {
+void OMAlert::show(QWidget* parent, const OMAlertContent& content, Done done) {
     if (const Presenter& presenter = installedPresenter()) {
-        const int response = presenter(parent, spec);
+        const int response = presenter(parent, content);
         if (done)
             done(response);
         return;
     }
-    showMessageBox(parent, spec, done);
+    showMessageBox(parent, content, done);
 }
 
 OMAlert::Presenter OMAlert::setPresenter(Presenter presenter) {

@@ -9,7 +9,7 @@ class QWidget;
 namespace ostrel {
 
 // What an alert or confirmation sheet shows.
-struct OMAlertSpec {
+struct OMAlertContent {
     QString message;         // the bold first line
     QString informativeText; // the explanation below it
     QStringList buttons;     // left to right as read; the first is the default
@@ -23,9 +23,9 @@ class OMAlert {
 public:
     static constexpr int kFirstButton = 1000;
     using Done = std::function<void(int response)>;
-    using Presenter = std::function<int(QWidget* parent, const OMAlertSpec& spec)>;
+    using Presenter = std::function<int(QWidget* parent, const OMAlertContent& content)>;
 
-    static void show(QWidget* parent, const OMAlertSpec& spec, Done done = {});
+    static void show(QWidget* parent, const OMAlertContent& content, Done done = {});
     // Replaces the on-screen presentation (nullptr restores it) and returns the previous one.
     static Presenter setPresenter(Presenter presenter);
 };

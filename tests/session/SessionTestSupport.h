@@ -36,8 +36,8 @@ protected:
         CurrentDeskModel::setName(QStringLiteral("D5"));
         setUnit("0");
 
-        OMAlert::setPresenter([this](QWidget*, const OMAlertSpec& spec) {
-            alerts.push_back(spec);
+        OMAlert::setPresenter([this](QWidget*, const OMAlertContent& content) {
+            alerts.push_back(content);
             return alertAnswer;
         });
         OMScreenRouter& router = OMScreenRouter::instance();
@@ -119,7 +119,7 @@ protected:
     PeripheralPtr peripheral;
     std::unique_ptr<RBBluetoothManager> searchFacade;
     std::unique_ptr<DeskControlVC> control;
-    std::vector<OMAlertSpec> alerts;
+    std::vector<OMAlertContent> alerts;
     int alertAnswer = OMAlert::kFirstButton;
     std::vector<QString> routedTo;
     std::vector<std::unique_ptr<QWidget>> hosted;

@@ -53,7 +53,7 @@ void NoBluetoothVC::actionPair() {
             this, [] { HomeNavigator::show(QString::fromLatin1(screens::kBluetoothSearch)); });
         return;
     }
-    OMAlert::show(this, OMAlertSpec{tr("Tip"), noBluetoothText(), {tr("OK")}});
+    OMAlert::show(this, OMAlertContent{tr("Tip"), noBluetoothText(), {tr("OK")}});
 }
 
 } // namespace ostrel

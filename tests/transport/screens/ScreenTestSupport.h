@@ -42,8 +42,8 @@ protected:
             });
         }
         router.setHost([this](QWidget* screen) { screen->setParent(home.get()); });
-        OMAlert::setPresenter([this](QWidget*, const OMAlertSpec& spec) {
-            alerts.push_back(spec);
+        OMAlert::setPresenter([this](QWidget*, const OMAlertContent& content) {
+            alerts.push_back(content);
             return OMAlert::kFirstButton;
         });
     }
@@ -62,7 +62,7 @@ protected:
 
     std::unique_ptr<QWidget> home;
     QStringList routed;
-    std::vector<OMAlertSpec> alerts;
+    std::vector<OMAlertContent> alerts;
 };
 
 } // namespace ostrel::test
