@@ -185,7 +185,7 @@ void AppDelegate::requestTermination() {
         terminate();
         return;
     }
-    const OMAlertSpec question{
+    const OMAlertContent question{
         tr("Could not save changes while quitting. Quit anyway?"),
         tr("Quitting now will lose any changes you have made since the last successful save"),
         {tr("Quit anyway"), tr("Cancel")},

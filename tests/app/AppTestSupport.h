@@ -44,8 +44,8 @@ protected:
                 screen->setObjectName(QLatin1String(name));
                 return screen;
             });
-        OMAlert::setPresenter([this](QWidget*, const OMAlertSpec& spec) {
-            alerts.push_back(spec);
+        OMAlert::setPresenter([this](QWidget*, const OMAlertContent& content) {
+            alerts.push_back(content);
             return alertAnswer;
         });
         delegate = std::make_unique<AppDelegate>();
@@ -71,7 +71,7 @@ protected:
     }
 
     RecordingServices services;
-    std::vector<OMAlertSpec> alerts;
+    std::vector<OMAlertContent> alerts;
     int alertAnswer = OMAlert::kFirstButton;
     std::unique_ptr<AppDelegate> delegate;
 
