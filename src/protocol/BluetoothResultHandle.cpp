@@ -2,6 +2,7 @@
 
 #include "BluetoothProtocol.h"
 #include "CRC16.h"
+#include "FrameType.h"
 
 #include <algorithm>
 #include <array>
@@ -12,10 +13,10 @@
 namespace ostrel {
 namespace {
 
-constexpr std::uint8_t kPoll = 0x11;
-constexpr std::uint8_t kDisplay = 0x12;
-constexpr std::uint8_t kDeviceInfo = 0x82;
-constexpr std::uint8_t kLightStrip = 0x9F;
+using frame::kDeviceInfoFrame;
+using frame::kDisplayFrame;
+using frame::kLightStripFrame;
+using frame::kPollFrame;
 
 // Head, length, type, CRC and foot around the payload positions a type reads.
 constexpr std::size_t kEnvelope = 3;
@@ -104,18 +105,18 @@ void BluetoothResultHandle::handleTableData(const Bytes& frame) {
     if (frame.size() < minimumSize(2) || !crcCheck(frame))
         return;
     switch (frame[2]) {
-    case kPoll:
+    case kPollFrame:
         answerPoll();
         break;
-    case kDisplay:
+    case kDisplayFrame:
         if (frame.size() >= minimumSize(5))
             handleDisplay(frame[3], frame[4], frame[5]);
         break;
-    case kDeviceInfo:
+    case kDeviceInfoFrame:
         if (frame.size() >= minimumSize(14))
             handleDeviceInfo(frame);
         break;
-    case kLightStrip:
+    case kLightStripFrame:
         if (frame.size() >= minimumSize(7))
             handleLightStrip(frame);
         break;

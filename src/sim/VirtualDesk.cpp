@@ -5,6 +5,7 @@
 #include "protocol/BluetoothResultHandle.h"
 #include "protocol/CRC16.h"
 #include "protocol/FrameSplitter.h"
+#include "protocol/FrameType.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,16 +16,7 @@ namespace ostrel {
 
 namespace {
 
-// Frame types and command opcodes of the desk link.
-constexpr std::uint8_t kKeyFrame = 0x02;
-constexpr std::uint8_t kCommandFrame = 0x03;
-constexpr std::uint8_t kPollFrame = 0x11;
-constexpr std::uint8_t kDisplayFrame = 0x12;
-constexpr std::uint8_t kTargetHeightCommand = 0x80;
-constexpr std::uint8_t kDeviceInfoCommand = 0x82;
-constexpr std::uint8_t kThicknessCommand = 0x86;
-constexpr std::uint8_t kAntiCollisionCommand = 0x89;
-constexpr std::uint8_t kLightStripCommand = 0x9F;
+using namespace frame;
 constexpr int kCustomColourMode = 9;
 
 // Key bitmap of a key frame: first byte | second byte << 8.
@@ -193,7 +185,7 @@ void VirtualDesk::sendDeviceInfo() {
         0,
         byteAt(m_thickness, 0),
     };
-    sendSoon(deskFrame(kDeviceInfoCommand, payload));
+    sendSoon(deskFrame(kDeviceInfoFrame, payload));
     // The strip's state follows, so a host learns that the desk has one.
     if (m_config.hasLightStrip)
         sendLightStrip();
@@ -202,7 +194,7 @@ void VirtualDesk::sendDeviceInfo() {
 void VirtualDesk::sendLightStrip() {
     const Bytes payload{byteAt(m_light.switchStatus, 0), byteAt(m_light.mode, 0),
                         byteAt(m_light.green, 0), byteAt(m_light.red, 0), byteAt(m_light.blue, 0)};
-    sendSoon(deskFrame(kLightStripCommand, payload));
+    sendSoon(deskFrame(kLightStripFrame, payload));
 }
 
 // ---- Host frames ----
