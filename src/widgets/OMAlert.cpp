@@ -19,6 +19,8 @@ void showMessageBox(QWidget* parent, const OMAlertContent& content, const OMAler
     box->setText(content.message);
     box->setInformativeText(content.informativeText);
     box->setWindowModality(parent ? Qt::WindowModal : Qt::ApplicationModal);
+    // Where no window manager draws a frame, the sheet still needs an edge of its own.
+    box->setStyleSheet(QStringLiteral("QMessageBox { border: 1px solid palette(mid); }"));
     for (int i = 0; i < content.buttons.size(); ++i) {
         QPushButton* button = box->addButton(content.buttons.at(i), QMessageBox::AcceptRole);
         if (i == 0)
