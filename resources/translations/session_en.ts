@@ -23,6 +23,24 @@
 <context>
     <name>ostrel::DeskSession</name>
     <message>
+        <source>Connected successful, move the table to synchronize the height.</source>
+        <translation>Connected successful, move the table to synchronize the height.</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::HeightSaveHelpVC</name>
+    <message>
+        <source>How to Save Height Presets</source>
+        <translation>How to Save Height Presets</translation>
+    </message>
+    <message>
+        <source>Customize</source>
+        <translation>Customize</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::PresetKeys</name>
+    <message>
         <source>the sitting height</source>
         <translation>the sitting height</translation>
     </message>
@@ -71,10 +89,6 @@
         <translation>M2 height:%.1fin</translation>
     </message>
     <message>
-        <source>Connected successful, move the table to synchronize the height.</source>
-        <translation>Connected successful, move the table to synchronize the height.</translation>
-    </message>
-    <message>
         <source>Height presets not set</source>
         <translation>Height presets not set</translation>
     </message>
@@ -85,17 +99,6 @@
     <message>
         <source>Setting successful</source>
         <translation>Setting successful</translation>
-    </message>
-</context>
-<context>
-    <name>ostrel::HeightSaveHelpVC</name>
-    <message>
-        <source>How to Save Height Presets</source>
-        <translation>How to Save Height Presets</translation>
-    </message>
-    <message>
-        <source>Customize</source>
-        <translation>Customize</translation>
     </message>
 </context>
 <context>

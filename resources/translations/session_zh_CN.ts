@@ -23,6 +23,24 @@
 <context>
     <name>ostrel::DeskSession</name>
     <message>
+        <source>Connected successful, move the table to synchronize the height.</source>
+        <translation>连接成功，请移动桌子以同步高度。</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::HeightSaveHelpVC</name>
+    <message>
+        <source>How to Save Height Presets</source>
+        <translation>如何保存高度预设</translation>
+    </message>
+    <message>
+        <source>Customize</source>
+        <translation>自定义</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::PresetKeys</name>
+    <message>
         <source>the sitting height</source>
         <translation>坐姿高度</translation>
     </message>
@@ -71,10 +89,6 @@
         <translation>M2 高度:%.1fin</translation>
     </message>
     <message>
-        <source>Connected successful, move the table to synchronize the height.</source>
-        <translation>连接成功，请移动桌子以同步高度。</translation>
-    </message>
-    <message>
         <source>Height presets not set</source>
         <translation>未设置高度预设</translation>
     </message>
@@ -85,17 +99,6 @@
     <message>
         <source>Setting successful</source>
         <translation>设置成功</translation>
-    </message>
-</context>
-<context>
-    <name>ostrel::HeightSaveHelpVC</name>
-    <message>
-        <source>How to Save Height Presets</source>
-        <translation>如何保存高度预设</translation>
-    </message>
-    <message>
-        <source>Customize</source>
-        <translation>自定义</translation>
     </message>
 </context>
 <context>

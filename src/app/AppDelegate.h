@@ -43,6 +43,8 @@ public:
     void showAbout();
     // The menu's Quit: terminates when the object store lets it, possibly after asking.
     void requestTermination();
+    // Terminates without asking: a signal ended the session.
+    void terminate();
     void applicationWillTerminate();
     // Drops the process-wide link services while the application object still exists; their
     // teardown needs it. Call once the event loop has ended.
@@ -70,7 +72,6 @@ private:
     void initPlist();
     void goHome();
     void showFirstScreen(bool bluetoothOpen);
-    void terminate();
 
     bool m_isMoving = false;
     QSystemTrayIcon* m_statusItem = nullptr;

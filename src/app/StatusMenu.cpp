@@ -11,6 +11,10 @@ StatusMenu::StatusMenu(QWidget* parent) : QMenu(parent) {
     mainMenuMinisize = windowMenu->addAction(QString());
     addSeparator();
     QuitOstrelMotion = addAction(QString());
+    // The desktop's usual keys for these, also on the window, which carries the same actions.
+    HideOstrelMotion->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_H));
+    mainMenuMinisize->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
+    QuitOstrelMotion->setShortcut(QKeySequence::Quit);
     setTitles();
 }
 

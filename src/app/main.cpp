@@ -1,15 +1,13 @@
 // Ostrel Motion: a tray utility and one window for Bluetooth LE sit-stand desks.
 #include "app/AppDelegate.h"
-#include "app/DemoDesks.h"
+#include "app/AppRunner.h"
 #include "app/LocalPreference.h"
-#include "app/ScreenFactories.h"
 #include "app/SingleInstance.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QElapsedTimer>
 #include <QTextStream>
-#include <memory>
 
 namespace {
 
@@ -53,24 +51,15 @@ int main(int argc, char** argv) {
         return instance.activateRunning() ? 0 : 1;
 
     ostrel::LocalPreference::installTranslators(application);
-    std::unique_ptr<ostrel::DemoDesks> demo;
-    if (options.demo)
-        demo = std::make_unique<ostrel::DemoDesks>();
-
-    ostrel::ScreenFactories::registerAll();
-    ostrel::AppDelegate delegate;
+    ostrel::AppRunner runner(options.demo);
+    ostrel::AppDelegate& delegate = runner.delegate();
     QObject::connect(&instance, &ostrel::SingleInstance::activated, &delegate,
                      &ostrel::AppDelegate::applicationShouldHandleReopen);
-    QObject::connect(&delegate, &ostrel::AppDelegate::terminated, &application, &QApplication::quit,
-                     Qt::QueuedConnection);
     if (options.measureStartup) {
         QObject::connect(&delegate, &ostrel::AppDelegate::homeScreenShown, &delegate, [&] {
             QTextStream(stdout) << "startup: first window shown after " << sinceStart.elapsed()
                                 << " ms (including the 1000 ms Bluetooth settle pause)" << Qt::endl;
         });
     }
-    delegate.applicationDidFinishLaunching();
-    const int status = QApplication::exec();
-    ostrel::AppDelegate::releaseTransport();
-    return status;
+    return runner.exec();
 }

@@ -2,6 +2,7 @@
 
 #include "BluetoothProtocol.h"
 #include "CRC16.h"
+#include "CommandType.h"
 #include "FrameType.h"
 
 #include <algorithm>
@@ -24,10 +25,7 @@ constexpr std::size_t minimumSize(std::size_t lastPositionRead) {
     return lastPositionRead + 1 + kEnvelope;
 }
 
-constexpr int kAnswerCount = 15;
-constexpr int kTargetHeightAnswer = 5;
-constexpr int kThicknessAnswer = 6;
-constexpr int kDeviceInfoAnswer = 4;
+using command::kAnswerCount;
 
 // Poll answers are written while the notification is handled, so the constant ones are built
 // once; target height and thickness depend on values the screens set and are built on demand.
@@ -36,8 +34,9 @@ const std::array<Bytes, kAnswerCount>& constantAnswers() {
         std::array<Bytes, kAnswerCount> built;
         for (int index = 0; index < kAnswerCount; ++index)
             built[static_cast<std::size_t>(index)] =
-                index == kDeviceInfoAnswer ? BluetoothProtocol::cmdForTableInfo()
-                                           : BluetoothProtocol::cmdForTableResponseType(index);
+                index == command::kDeviceInfoRequest
+                    ? BluetoothProtocol::cmdForTableInfo()
+                    : BluetoothProtocol::cmdForTableResponseType(index);
         return built;
     }();
     return answers;
@@ -129,12 +128,15 @@ void BluetoothResultHandle::answerPoll() {
     if (!m_writer)
         return;
     const int type = currentCommandType();
-    if (type == kTargetHeightAnswer)
+    if (type == command::kTargetHeight)
         m_writer(BluetoothProtocol::cmdForTableTargetHeight(targetHeight()));
-    else if (type == kThicknessAnswer)
+    else if (type == command::kTabletopThickness)
         m_writer(BluetoothProtocol::cmdForTableEditTabletopThickness(thicknessHeight()));
     else if (type >= 0 && type < kAnswerCount)
         m_writer(constantAnswers()[static_cast<std::size_t>(type)]);
+    else
+        return;
+    m_answeredPolls.fetch_add(1, std::memory_order_relaxed);
 }
 
 void BluetoothResultHandle::handleDisplay(int d1, int d2, int d3) {
@@ -221,8 +223,8 @@ void BluetoothResultHandle::handleDeviceInfo(const Bytes& frame) {
     model.tableThickness = frame[14];
     notify(bluetoothResultHandle_DeviceInfo, model);
     // The information poll has been answered; go back to no key.
-    int expected = kDeviceInfoAnswer;
-    m_currentCommandType.compare_exchange_strong(expected, 0);
+    int expected = command::kDeviceInfoRequest;
+    m_currentCommandType.compare_exchange_strong(expected, command::kNoKey);
 }
 
 void BluetoothResultHandle::handleLightStrip(const Bytes& frame) const {

@@ -4,6 +4,7 @@
 #include "DeviceModel.h"
 
 #include <atomic>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -54,6 +55,9 @@ public:
     // response table, 15 and above unanswered.
     int currentCommandType() const { return m_currentCommandType.load(); }
     void setCurrentCommandType(int type) { m_currentCommandType.store(type); }
+    // How many polls have been answered: lets the link's owner wait until the desk has heard
+    // a released key before it lets the link go.
+    std::uint64_t answeredPolls() const { return m_answeredPolls.load(); }
     int targetHeight() const { return m_targetHeight.load(); }
     void setTargetHeight(int height) { m_targetHeight.store(height); }
     int thicknessHeight() const { return m_thicknessHeight.load(); }
@@ -96,6 +100,7 @@ private:
 
     Writer m_writer;
     std::atomic<int> m_currentCommandType{0};
+    std::atomic<std::uint64_t> m_answeredPolls{0};
     std::atomic<int> m_targetHeight{0};
     std::atomic<int> m_thicknessHeight{0};
     int m_state = 0;

@@ -3,6 +3,7 @@
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskSession.h"
 #include "session/HeightSaveHelpVC.h"
+#include "session/PresetKeys.h"
 #include "session/ShortcutsHeightSetVC.h"
 #include "store/CurrentDeskModel.h"
 #include "widgets/HomeFunctionBtn.h"
@@ -14,6 +15,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPointer>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace ostrel {
@@ -72,6 +74,8 @@ QWidget* DeskControlVC::buildHeader() {
     row->addWidget(m_settings);
 
     connect(m_help, &QAbstractButton::clicked, this, &DeskControlVC::actionShowHelp);
+    auto* helpKey = new QShortcut(QKeySequence::HelpContents, this);
+    connect(helpKey, &QShortcut::activated, this, &DeskControlVC::actionShowHelp);
     connect(m_lightStrip, &QAbstractButton::clicked, this, &DeskControlVC::lightStripRequested);
     connect(m_settings, &OMHoverButton::touchHoverDwon, this, &DeskControlVC::touchHoverDwon);
     connect(m_settings, &OMHoverButton::touchHoverUp, this, &DeskControlVC::touchHoverUp);
@@ -112,7 +116,7 @@ QWidget* DeskControlVC::buildPresetButtons() {
     row->setSpacing(12);
     row->addStretch();
     for (int slot = 0; slot < kPresetCount; ++slot) {
-        auto* button = new OMHoverButton(DeskSession::presetImageName(slot, false), box);
+        auto* button = new OMHoverButton(PresetKeys::presetImageName(slot, false), box);
         button->setFixedSize(kPresetButtonSize);
         m_presets[std::size_t(slot)] = button;
         row->addWidget(button);
@@ -130,11 +134,14 @@ void DeskControlVC::connectSession() {
     DeskSession* s = m_session;
     connect(s, &DeskSession::heightShown, this, &DeskControlVC::showHeight);
     connect(s, &DeskSession::deskOffsetsChanged, m_picture, &OMDeskPicture::setLayerOffsets);
-    connect(s, &DeskSession::presetsChanged, this, &DeskControlVC::refreshPresetImages);
+    connect(&s->presetKeys(), &PresetKeys::presetsChanged, this,
+            &DeskControlVC::refreshPresetImages);
     connect(s, &DeskSession::lightStripAvailable, m_lightStrip, &QWidget::setVisible);
     connect(s, &DeskSession::toastRequested, this,
             [this](const QString& text) { SJHUD::showMessage(text, this); });
-    connect(s, &DeskSession::heightToastRequested, this,
+    connect(&s->presetKeys(), &PresetKeys::toastRequested, this,
+            [this](const QString& text) { SJHUD::showMessage(text, this); });
+    connect(&s->presetKeys(), &PresetKeys::heightToastRequested, this,
             [this](const QString& text) { SJHUD::showHeightMessage(text, this); });
     connect(s, &DeskSession::breakTipRequested, this, &DeskControlVC::bluetoothBreakTip);
 }
@@ -161,7 +168,7 @@ void DeskControlVC::showHeight(const QString& text) {
 void DeskControlVC::refreshPresetImages() {
     for (int slot = 0; slot < kPresetCount; ++slot)
         m_presets[std::size_t(slot)]->setImageName(
-            DeskSession::presetImageName(slot, m_session->memory(slot) >= 1));
+            PresetKeys::presetImageName(slot, m_session->presetKeys().memory(slot) >= 1));
 }
 
 int DeskControlVC::slotOf(const QObject* button) const {
@@ -176,9 +183,9 @@ int DeskControlVC::slotOf(const QObject* button) const {
 
 void DeskControlVC::touchDwon(HomeFunctionBtn* button) {
     if (button == m_up)
-        m_session->holdKey(DeskSession::kUpKey);
+        m_session->holdKey(command::kUpKey);
     else if (button == m_down)
-        m_session->holdKey(DeskSession::kDownKey);
+        m_session->holdKey(command::kDownKey);
 }
 
 void DeskControlVC::touchUp(HomeFunctionBtn*) {
@@ -187,7 +194,7 @@ void DeskControlVC::touchUp(HomeFunctionBtn*) {
 
 void DeskControlVC::touchHoverDwon(OMHoverButton* button) {
     if (const int slot = slotOf(button); slot >= 0)
-        m_session->holdPresetKey(slot);
+        m_session->presetKeys().holdPresetKey(slot);
     else if (button == m_settings)
         emit settingsRequested();
 }
@@ -200,12 +207,12 @@ void DeskControlVC::longHoverPress(OMHoverButton* button) {
     const int slot = slotOf(button);
     if (slot < 0 || !m_session->canSavePreset())
         return;
-    QPointer<DeskSession> session(m_session);
-    ShortcutsHeightSetVC::present(this, DeskSession::presetImageName(slot, true),
-                                  DeskSession::presetSaveTip(slot), [session, slot] {
-                                      if (session)
-                                          session->actionSetMemoryKeyWithtype(DeskSession::kSitKey +
-                                                                              slot);
+    QPointer<PresetKeys> presets(&m_session->presetKeys());
+    ShortcutsHeightSetVC::present(this, PresetKeys::presetImageName(slot, true),
+                                  PresetKeys::presetSaveTip(slot), [presets, slot] {
+                                      if (presets)
+                                          presets->actionSetMemoryKeyWithtype(
+                                              command::presetKey(slot));
                                   });
 }
 
@@ -234,7 +241,7 @@ void DeskControlVC::hoverEnd(OMHoverButton* button) {
 
 void DeskControlVC::showTipLabelInView(OMHoverButton* button) {
     const int slot = slotOf(button);
-    m_tip->setText(slot >= 0 ? m_session->presetTipText(slot) : QString());
+    m_tip->setText(slot >= 0 ? m_session->presetKeys().presetTipText(slot) : QString());
 }
 
 void DeskControlVC::hideTipLabel() {

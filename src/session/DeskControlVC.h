@@ -1,5 +1,7 @@
 #pragma once
 
+#include "protocol/CommandType.h"
+
 #include <QWidget>
 #include <array>
 
@@ -19,7 +21,7 @@ class OMImageButton;
 class DeskControlVC : public QWidget {
     Q_OBJECT
 public:
-    static constexpr int kPresetCount = 4;
+    static constexpr int kPresetCount = command::kPresetCount;
     static constexpr int kHeightPointSize = 60;
     static constexpr int kUnitPointSize = 24;
     static constexpr QSize kPreferredSize{420, 640};

@@ -203,9 +203,13 @@ void VirtualDesk::handleFrame(const Bytes& frame) {
     if (frame.size() < kEnvelopeSize || !BluetoothResultHandle::crcCheck(frame))
         return;
     const Bytes payload(frame.begin() + 3, frame.end() - 3);
-    if (frame[2] == kKeyFrame && payload.size() >= 2)
-        handleKeys(payload[0] | payload[1] << 8);
-    else if (frame[2] == kCommandFrame && !payload.empty())
+    if (frame[2] == kKeyFrame && payload.size() >= 2) {
+        const int keys = payload[0] | payload[1] << 8;
+        if (keys != kNoKey)
+            ++m_keyFramesReceived;
+        handleKeys(keys);
+        emit keysReceived(keys);
+    } else if (frame[2] == kCommandFrame && !payload.empty())
         handleCommand(payload);
     // Anything else (the key-display frame, unknown types) means nothing to the controller.
 }

@@ -69,6 +69,8 @@ public:
     int heightTenths() const; // true height, tenths of a cm
     bool isMoving() const { return m_motor.isMoving(); }
     bool isSubscribed() const { return m_subscribed; } // (added to the carriers' interface)
+    // Key frames with any key pressed that the host has sent so far.
+    int keyFramesReceived() const { return m_keyFramesReceived; }
 
     // ---- Fault injection ----
 
@@ -83,6 +85,8 @@ public:
 
 signals:
     void notified(const ostrel::Bytes& value); // one notification value to the host
+    // A key frame from the host was acted on (0 = no key).
+    void keysReceived(int keys);
     void advertisingChanged(bool advertising);
     // The desk side ended the link (dropLink, out of range, power off). Also emitted when no host
     // was linked; a carrier without a link ignores it.
@@ -128,6 +132,7 @@ private:
     bool m_subscribed = false;
 
     int m_heldKeys = 0; // key bitmap of the last key frame
+    int m_keyFramesReceived = 0;
     std::chrono::milliseconds m_lastKeysAt{};
     bool m_latched = false; // a press was consumed; held keys count again after a release
 

@@ -1,5 +1,6 @@
 #include "DQDataSessionHelper.h"
 
+#include "CachedSettingsFile.h"
 #include "DQDataCatchHelper.h"
 
 namespace ostrel {
@@ -17,6 +18,12 @@ void save(const QString& fileName, const QVariantMap& dictionary) {
 QVariantMap firstDictionary(const QString& fileName) {
     const QVariantList list = DQDataCatchHelper::getFileWithFileName(fileName);
     return list.isEmpty() ? QVariantMap() : list.first().toMap();
+}
+
+// Read on every height report for the unit, so it is kept in memory.
+CachedSettingsFile& systemSettingFile() {
+    static CachedSettingsFile file(kSystemSettingFile);
+    return file;
 }
 
 void clear(const QString& fileName) {
@@ -40,13 +47,13 @@ bool DQDataSessionHelper::userIsLoginSelf() {
 }
 
 void DQDataSessionHelper::userSaveSystemSetting(const QVariantMap& setting) {
-    save(kSystemSettingFile, setting);
+    systemSettingFile().write(setting);
 }
 QVariantMap DQDataSessionHelper::userGetSystemSettinginfo() {
-    return firstDictionary(kSystemSettingFile);
+    return systemSettingFile().read();
 }
 void DQDataSessionHelper::userClearSystemSettingData() {
-    clear(kSystemSettingFile);
+    systemSettingFile().clear();
 }
 
 void DQDataSessionHelper::userSaveLightColor(const QVariantMap& lightColor) {

@@ -4,6 +4,7 @@
 #include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
 #include "protocol/BluetoothResultHandle.h"
+#include "protocol/CommandType.h"
 
 namespace ostrel {
 
@@ -13,10 +14,6 @@ std::unique_ptr<RBBluetoothManager>& sharedManager() {
     static std::unique_ptr<RBBluetoothManager> manager;
     return manager;
 }
-
-// Command types that are answers about the desk rather than keys that move it.
-constexpr int kNoKey = 0;
-constexpr int kDeviceInfoRequest = 4;
 
 } // namespace
 
@@ -63,8 +60,9 @@ void RBBluetoothManager::installResultWriter() {
 void RBBluetoothManager::releaseHeldKey() {
     BluetoothResultHandle& handle = BluetoothResultHandle::sharedInstance();
     const int type = handle.currentCommandType();
-    if (type != kNoKey && type != kDeviceInfoRequest)
-        handle.setCurrentCommandType(kNoKey);
+    // The information request is an answer about the desk, not a key that moves it.
+    if (type != command::kNoKey && type != command::kDeviceInfoRequest)
+        handle.setCurrentCommandType(command::kNoKey);
 }
 
 const BluetoothToolOptions& RBBluetoothManager::toolOptions() {

@@ -1,30 +1,52 @@
 #include "widgets/OMHoverButton.h"
 
+#include "widgets/HoldGuard.h"
+
 namespace ostrel {
+
+OMHoverButton::OMHoverButton(const QString& imageName, QWidget* parent)
+    : OMImageButton(imageName, parent), m_guard(new HoldGuard(this)) {
+    connect(m_guard, &HoldGuard::interrupted, this, &OMHoverButton::forgetPress);
+}
+
+void OMHoverButton::afterDelay(Scheduler::Duration delay, void (OMHoverButton::*report)()) {
+    Scheduler::instance().after(delay, this, [this, report, generation = m_generation] {
+        if (generation == m_generation)
+            (this->*report)();
+    });
+}
 
 void OMHoverButton::mousePressEvent(QMouseEvent* event) {
     if (!isLeftButton(event))
         return;
     setDown(true);
-    auto& scheduler = Scheduler::instance();
-    m_longPressCheck = scheduler.after(kLongPressDelay, this, [this] {
-        m_longPress = true;
-        emit longHoverPress(this);
-    });
-    scheduler.after(kReportDelay, this, [this] { reportPress(); });
+    m_guard->arm();
+    m_longPressCheck.cancel();
+    m_longPressCheck =
+        Scheduler::instance().after(kLongPressDelay, this, [this] { checkLongPress(); });
+    afterDelay(kReportDelay, &OMHoverButton::reportPress);
 }
 
 void OMHoverButton::mouseReleaseEvent(QMouseEvent* event) {
-    if (!isLeftButton(event))
+    // A release after the button forgot its press belongs to no press.
+    if (!isLeftButton(event) || !isDown())
         return;
     setDown(false);
     m_longPressCheck.cancel();
-    Scheduler::instance().after(kReportDelay, this, [this] { reportRelease(); });
+    ++m_pendingReleases;
+    afterDelay(kReportDelay, &OMHoverButton::reportRelease);
+}
+
+void OMHoverButton::checkLongPress() {
+    m_longPress = true;
+    emit longHoverPress(this);
 }
 
 void OMHoverButton::reportPress() {
-    if (!m_longPress)
-        emit touchHoverDwon(this);
+    if (m_longPress)
+        return;
+    m_pressReported = true;
+    emit touchHoverDwon(this);
 }
 
 void OMHoverButton::reportRelease() {
@@ -32,9 +54,23 @@ void OMHoverButton::reportRelease() {
     // must still see a long press that was released after 0.5 s.
     const bool wasLongPress = m_longPress;
     m_longPress = false;
-    if (wasLongPress)
+    if (--m_pendingReleases == 0 && !isDown())
+        m_guard->disarm();
+    if (wasLongPress) {
         emit longHoverPressEnd(this);
-    else
+    } else {
+        m_pressReported = false;
+        emit touchHoverUp(this);
+    }
+}
+
+void OMHoverButton::forgetPress() {
+    ++m_generation;
+    m_longPressCheck.cancel();
+    m_longPress = false;
+    m_pendingReleases = 0;
+    setDown(false);
+    if (std::exchange(m_pressReported, false))
         emit touchHoverUp(this);
 }
 

@@ -5,18 +5,24 @@
 
 namespace ostrel {
 
+class HoldGuard;
+
 // The preset and settings buttons of the desk control screen. A press is reported late so that a
 // long press can replace it: the long-press check runs 0.5 s after mouse down, the press itself
 // 0.7 s after mouse down (unless it became a long press) and the release 0.7 s after mouse up. A
 // short click therefore arrives as touchHoverDwon / touchHoverUp about the click's length apart,
 // shifted by 0.7 s. Every delay runs on Scheduler::instance().
+//
+// When the window system takes the release away (a popup, a modal sheet such as the one a long
+// press opens, the window hidden, the focus lost), the button forgets the press at once: pending
+// reports are dropped and a reported press is released now, so the next click starts afresh.
 class OMHoverButton : public OMImageButton {
     Q_OBJECT
 public:
     static constexpr Scheduler::Duration kLongPressDelay{500};
     static constexpr Scheduler::Duration kReportDelay{700};
 
-    using OMImageButton::OMImageButton;
+    explicit OMHoverButton(const QString& imageName = {}, QWidget* parent = nullptr);
 
     bool isLongPress() const { return m_longPress; }
 
@@ -35,10 +41,18 @@ protected:
     void leaveEvent(QEvent* event) override;
 
 private:
+    // Runs `report` after `delay` unless the press is forgotten first.
+    void afterDelay(Scheduler::Duration delay, void (OMHoverButton::*report)());
+    void checkLongPress();
     void reportPress();
     void reportRelease();
+    void forgetPress();
 
+    HoldGuard* m_guard;
     bool m_longPress = false;
+    bool m_pressReported = false; // touchHoverDwon went out and its touchHoverUp has not
+    int m_pendingReleases = 0;
+    unsigned m_generation = 0; // bumped to drop every pending report at once
     TimerHandle m_longPressCheck;
 };
 

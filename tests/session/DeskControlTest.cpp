@@ -3,12 +3,14 @@
 #include "core/NotificationNames.h"
 #include "protocol/BluetoothProtocol.h"
 #include "session/DeskHeightDisplay.h"
+#include "store/DQDataCatchHelper.h"
 #include "widgets/HomeFunctionBtn.h"
 #include "widgets/OMDeskPicture.h"
 #include "widgets/OMHoverButton.h"
 
 #include <QApplication>
 #include <QEnterEvent>
+#include <QFile>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <set>
@@ -76,12 +78,12 @@ TEST_F(DeskControlTest, HoldingUpRaisesTheDeskAndReleasingStopsItWithinOnePoll) 
     EXPECT_EQ(control->heightText(), "72.0cm");
 
     press(control->upButton());
-    EXPECT_EQ(DeskSession::commandType(), DeskSession::kUpKey);
+    EXPECT_EQ(DeskSession::commandType(), command::kUpKey);
     advance(2s);
     ASSERT_TRUE(desk.isMoving());
     EXPECT_GT(desk.heightTenths(), 780);
     release(control->upButton());
-    EXPECT_EQ(DeskSession::commandType(), DeskSession::kNoKey);
+    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
     advance(desk.config().pollPeriod + 1ms);
     EXPECT_FALSE(desk.isMoving());
 
@@ -96,9 +98,9 @@ TEST_F(DeskControlTest, HoldingUpRaisesTheDeskAndReleasingStopsItWithinOnePoll) 
     // Either release stops the desk, even with the other button pressed in between.
     press(control->downButton());
     press(control->upButton());
-    EXPECT_EQ(DeskSession::commandType(), DeskSession::kUpKey);
+    EXPECT_EQ(DeskSession::commandType(), command::kUpKey);
     release(control->downButton());
-    EXPECT_EQ(DeskSession::commandType(), DeskSession::kNoKey);
+    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
 }
 
 TEST_F(DeskControlTest, LongPressSavesTheHeightOnceTheDeskConfirmsAndAClickRecallsIt) {
@@ -127,7 +129,7 @@ TEST_F(DeskControlTest, LongPressSavesTheHeightOnceTheDeskConfirmsAndAClickRecal
     advance(200ms);
     release(control->presetButton(1));
     advance(1s);
-    EXPECT_EQ(DeskSession::commandType(), DeskSession::kNoKey);
+    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
     advance(5s);
     EXPECT_EQ(desk.heightTenths(), 720);
     EXPECT_EQ(control->heightText(), "72.0cm");
@@ -140,7 +142,7 @@ TEST_F(DeskControlTest, UnconfirmedSaveReportsFailureAfterTwoSecondsAndStoresNot
     advance(200ms);
 
     longPressPreset(2, true);
-    advance(DeskSession::kMemoryConfirmTimeout - 1ms - (now() - answeredAt));
+    advance(PresetKeys::kMemoryConfirmTimeout - 1ms - (now() - answeredAt));
     EXPECT_NE(toast(), "Setting failed");
     advance(1ms);
     EXPECT_EQ(toast(), "Setting failed");
@@ -149,13 +151,13 @@ TEST_F(DeskControlTest, UnconfirmedSaveReportsFailureAfterTwoSecondsAndStoresNot
 
     // Cancelling sends nothing at all.
     longPressPreset(3, false);
-    EXPECT_EQ(DeskSession::commandType(), DeskSession::kNoKey);
+    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
     EXPECT_EQ(sheetTips.back(), "the M2 height");
     EXPECT_EQ(sheets.size(), 1u) << "one sheet window serves every request";
 }
 
 TEST_F(DeskControlTest, PresetClicksAndLongPressesNeedAPresetAndAKnownHeight) {
-    bindDesk({}, "0,0,0,0");
+    VirtualDesk& desk = bindDesk({}, "0,0,0,0");
     // No height report yet: the desk only reports once polled, and the screen is brand new.
     control = std::make_unique<DeskControlVC>();
     int presented = 0;
@@ -169,7 +171,7 @@ TEST_F(DeskControlTest, PresetClicksAndLongPressesNeedAPresetAndAKnownHeight) {
     release(control->presetButton(0));
     advance(700ms);
     EXPECT_EQ(toast(), "Height presets not set");
-    EXPECT_EQ(DeskSession::commandType(), DeskSession::kNoKey);
+    EXPECT_EQ(desk.keyFramesReceived(), 0) << "an unset preset sends no key at all";
 }
 
 TEST_F(DeskControlTest, LostLinkAsksAndGoesBackToSearch) {
@@ -210,7 +212,7 @@ TEST_F(DeskControlTest, KeyHeldWhenTheLinkDropsDoesNotMoveTheDeskAfterReconnecti
     advance(500ms);
     ASSERT_TRUE(desk.isMoving());
     desk.dropLink();
-    EXPECT_EQ(DeskSession::commandType(), DeskSession::kNoKey);
+    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
 
     NotificationCenter::defaultCenter().post(notifications::kReconnect);
     advance(2s);
@@ -245,7 +247,7 @@ TEST_F(DeskControlTest, ReconnectionScanRunsInRoundsUntilTheBoundDeskIsBack) {
     advance(95s); // three rounds; the other desk is seen and ignored
     EXPECT_FALSE(facade().isConnect());
     EXPECT_TRUE(central->isScanning());
-    EXPECT_TRUE(session().isReConnect());
+    EXPECT_TRUE(session().link().isReConnect());
 
     desk.setInRange(true);
     advance(2s);
@@ -276,7 +278,7 @@ TEST_F(DeskControlTest, ResetFromTheDeskClearsThePresetsInBothStores) {
 
     desk.setResetNeeded(true);
     advance(300ms);
-    EXPECT_EQ(session().presets(), (CurrentDeviceStore::Presets{0, 0, 0, 0}));
+    EXPECT_EQ(session().presetKeys().presets(), (CurrentDeviceStore::Presets{0, 0, 0, 0}));
     EXPECT_EQ(storedPresets(), "0,0,0,0");
     EXPECT_EQ(boundPresets(), "0,0,0,0");
     for (int slot = 0; slot < DeskControlVC::kPresetCount; ++slot)
@@ -285,7 +287,8 @@ TEST_F(DeskControlTest, ResetFromTheDeskClearsThePresetsInBothStores) {
     // With nothing to clear, further resets write nothing.
     CurrentDeviceStore::remove();
     advance(300ms);
-    EXPECT_FALSE(CurrentDeviceStore::load().bluetoothName.has_value());
+    EXPECT_FALSE(
+        QFile::exists(DQDataCatchHelper::getDocPath() + '/' + CurrentDeviceStore::kFileName));
 }
 
 TEST_F(DeskControlTest, LightStripButtonAppearsOnTheFirstReportAndOnlyChangesAreAnnounced) {

@@ -74,11 +74,11 @@ TEST_F(DeskSessionLogicTest, SavedPresetIsTheShownHeightRoundedToWholeCentimetre
     };
     for (const Case& c : cases) {
         report(c.height);
-        session().actionMemoryKeySaveWithtype(c.type);
+        session().presetKeys().actionMemoryKeySaveWithtype(c.type);
         EXPECT_EQ(storedPresets(), c.stored) << c.height;
         EXPECT_EQ(boundPresets(), c.stored) << c.height;
     }
-    EXPECT_EQ(session().presets(), (CurrentDeviceStore::Presets{70, 72, 73, 100}))
+    EXPECT_EQ(session().presetKeys().presets(), (CurrentDeviceStore::Presets{70, 72, 73, 100}))
         << "a malformed text leaves the presets as they were";
 }
 
@@ -90,18 +90,20 @@ TEST_F(DeskSessionLogicTest, ConfirmationCountsOnceAndStillStoresWhenLate) {
         BluetoothResultHandle::sharedInstance().bluetoothResultHandle_Manage("S-");
     };
 
-    confirm(); // the desk's own keypad, no request from here
-    EXPECT_EQ(DeskSession::commandType(), DeskSession::kNoKey);
+    confirm(); // the desk's own keypad, no request from here: it must not touch the presets
+    advance(PresetKeys::kMemoryKeyTap);
+    EXPECT_EQ(toast(), QString());
+    EXPECT_EQ(storedPresets(), "0,0,0,0");
 
-    session().actionSetMemoryKeyWithtype(9);
-    EXPECT_EQ(DeskSession::commandType(), DeskSession::kMemoryKey);
-    advance(DeskSession::kMemoryConfirmTimeout);
+    session().presetKeys().actionSetMemoryKeyWithtype(9);
+    EXPECT_EQ(DeskSession::commandType(), command::kMemoryKey);
+    advance(PresetKeys::kMemoryConfirmTimeout);
     EXPECT_EQ(toast(), "Setting failed");
     confirm();
     EXPECT_EQ(DeskSession::commandType(), 9);
     confirm();
-    advance(DeskSession::kMemoryKeyTap);
-    EXPECT_EQ(DeskSession::commandType(), DeskSession::kNoKey);
+    advance(PresetKeys::kMemoryKeyTap);
+    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
     EXPECT_EQ(toast(), "Setting successful");
     EXPECT_EQ(storedPresets(), "80,0,0,0");
 }
@@ -153,12 +155,12 @@ TEST_F(DeskSessionLogicTest, StartUpAsksToMoveTheDeskWhileNoHeightIsKnown) {
 // The timed preset tap the hot keys use.
 TEST_F(DeskSessionLogicTest, PresetKeyTapHoldsTheKeyForSevenTenthsOfASecond) {
     openControl();
-    session().actionEnterMemoryKeyWithtype(10);
+    session().presetKeys().actionEnterMemoryKeyWithtype(10);
     EXPECT_EQ(DeskSession::commandType(), 10);
-    advance(DeskSession::kPresetKeyTap - 1ms);
+    advance(PresetKeys::kPresetKeyTap - 1ms);
     EXPECT_EQ(DeskSession::commandType(), 10);
     advance(1ms);
-    EXPECT_EQ(DeskSession::commandType(), DeskSession::kNoKey);
+    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
 }
 
 } // namespace

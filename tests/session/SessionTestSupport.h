@@ -2,8 +2,10 @@
 
 #include "TransportTestSupport.h"
 #include "session/DeskControlVC.h"
+#include "session/DeskLink.h"
 #include "session/DeskSession.h"
 #include "session/OMTimeManager.h"
+#include "session/PresetKeys.h"
 #include "session/ShortcutsHeightSetVC.h"
 #include "store/CurrentDeskModel.h"
 #include "store/CurrentDeviceStore.h"

@@ -1,0 +1,46 @@
+#include "app/AppRunner.h"
+
+#include "app/AppDelegate.h"
+#include "app/DemoDesks.h"
+#include "app/ScreenFactories.h"
+#include "protocol/BluetoothResultHandle.h"
+#include "transport/RBBluetoothManager.h"
+
+#include <QApplication>
+#include <QDeadlineTimer>
+
+namespace ostrel {
+
+AppRunner::AppRunner(bool demo) {
+    if (demo)
+        m_demo = std::make_unique<DemoDesks>();
+    ScreenFactories::registerAll();
+    m_delegate = std::make_unique<AppDelegate>();
+    QObject::connect(m_delegate.get(), &AppDelegate::terminated, qApp, &QApplication::quit,
+                     Qt::QueuedConnection);
+    // A signal does not wait for the quit question: the session is ending anyway.
+    QObject::connect(&m_signals, &TerminationSignals::received, m_delegate.get(),
+                     &AppDelegate::terminate);
+}
+
+AppRunner::~AppRunner() = default;
+
+int AppRunner::exec() {
+    m_delegate->applicationDidFinishLaunching();
+    const int status = QApplication::exec();
+    letDeskHearReleasedKey();
+    AppDelegate::releaseTransport();
+    return status;
+}
+
+void AppRunner::letDeskHearReleasedKey() {
+    const BluetoothResultHandle& handle = BluetoothResultHandle::sharedInstance();
+    if (!RBBluetoothManager::sharedInstance().isConnect())
+        return;
+    const std::uint64_t answered = handle.answeredPolls();
+    const QDeadlineTimer deadline(kReleaseLimit);
+    while (handle.answeredPolls() == answered && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
+}
+
+} // namespace ostrel

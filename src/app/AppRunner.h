@@ -1,0 +1,42 @@
+#pragma once
+
+#include "app/TerminationSignals.h"
+
+#include <chrono>
+#include <memory>
+
+namespace ostrel {
+
+class AppDelegate;
+class DemoDesks;
+
+// The application between its QApplication and the end of its event loop: the shell, the demo
+// desks when asked for, termination from the menu or by a signal, and the orderly release of the
+// desk link once the loop has ended.
+class AppRunner {
+public:
+    // How long quitting waits for the desk to hear "no key" before the link goes.
+    static constexpr std::chrono::milliseconds kReleaseLimit{300};
+
+    explicit AppRunner(bool demo);
+    ~AppRunner();
+
+    AppDelegate& delegate() const { return *m_delegate; }
+    DemoDesks* demo() const { return m_demo.get(); }
+
+    // Launches the shell and runs the event loop; returns its exit status.
+    int exec();
+
+private:
+    // A desk moves while its polls are answered with a key. The session released its keys as
+    // the loop ended; losing the link would stop the desk too, but only after the desk's own
+    // time-out, and a link BlueZ keeps open after we exit would not be lost at all: so the desk
+    // hears the released key once before the link is let go.
+    static void letDeskHearReleasedKey();
+
+    std::unique_ptr<DemoDesks> m_demo;
+    std::unique_ptr<AppDelegate> m_delegate;
+    TerminationSignals m_signals;
+};
+
+} // namespace ostrel

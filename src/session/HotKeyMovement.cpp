@@ -1,0 +1,41 @@
+#include "session/HotKeyMovement.h"
+
+#include "protocol/BluetoothResultHandle.h"
+#include "protocol/CommandType.h"
+
+namespace ostrel {
+
+HotKeyMovement::HotKeyMovement(QObject* parent)
+    : QObject(parent), m_tempDate(Scheduler::instance().now()) {}
+
+void HotKeyMovement::globalKeyMoving(float currentHeight) {
+    if (!m_isMoving)
+        return;
+    const Scheduler::Duration now = Scheduler::instance().now();
+    if (now - m_tempDate <= kStallStep)
+        return;
+    if (currentHeight == m_tempHeight)
+        stop();
+    else
+        m_tempHeight = currentHeight;
+    m_tempDate = now;
+}
+
+void HotKeyMovement::globalKeyStopUpDown() {
+    if (!m_isMoving)
+        return;
+    stop();
+    m_tempDate = Scheduler::instance().now();
+}
+
+void HotKeyMovement::stop() {
+    BluetoothResultHandle::sharedInstance().setCurrentCommandType(command::kNoKey);
+    reset();
+}
+
+void HotKeyMovement::reset() {
+    m_isMoving = false;
+    m_tempHeight = 0.0f;
+}
+
+} // namespace ostrel

@@ -1,0 +1,317 @@
+// Motion safety with real input: the application runs on a virtual desk on a real X server,
+// xdotool presses the mouse and keys as a user would, and the desk itself says when it stops.
+// A held key must end within 150 ms of whatever takes the release away (250 ms for a focus
+// change, which the X11 platform reports about 100 ms late), and quitting must let the desk
+// hear the released key before the link goes.
+//
+// Each test starts the whole application and quits it, so each needs a process of its own, as
+// CTest runs them.
+#include "app/AppDelegate.h"
+#include "app/AppRunner.h"
+#include "app/DemoDesks.h"
+#include "app/OMBaseModalWindow.h"
+#include "protocol/BluetoothResultHandle.h"
+#include "session/DeskControlVC.h"
+#include "session/ShortcutsHeightSetVC.h"
+#include "sim/VirtualDesk.h"
+#include "store/CurrentDeviceStore.h"
+#include "transport/screens/BluetoothSearchVC.h"
+#include "transport/screens/DeskSearchRowView.h"
+#include "widgets/HomeFunctionBtn.h"
+#include "widgets/OMHoverButton.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QPushButton>
+#include <QTimer>
+#include <csignal>
+#include <cstdio>
+#include <functional>
+#include <gtest/gtest.h>
+#include <optional>
+
+namespace ostrel::test {
+namespace {
+
+constexpr qint64 kStopLimitMs = 150;
+constexpr qint64 kFocusStopLimitMs = 250;
+constexpr int kWaitMs = 15000;
+
+bool waitUntil(const std::function<bool()>& condition, int timeoutMs = kWaitMs) {
+    QElapsedTimer waited;
+    waited.start();
+    while (!condition()) {
+        if (waited.elapsed() > timeoutMs)
+            return false;
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
+    }
+    return true;
+}
+
+// One xdotool command; it talks to the X server, never to the application.
+void xdotool(const QStringList& arguments) {
+    ASSERT_EQ(QProcess::execute(QStringLiteral("xdotool"), arguments), 0)
+        << arguments.join(' ').toStdString();
+}
+
+QStringList pointAt(const QWidget* widget) {
+    const QPoint centre = widget->mapToGlobal(widget->rect().center());
+    return {QStringLiteral("mousemove"), QString::number(centre.x()), QString::number(centre.y())};
+}
+
+class MotionSafetyX11Test : public ::testing::Test {
+protected:
+    void SetUp() override {
+        runner = std::make_unique<AppRunner>(true);
+        desk = runner->demo()->desks().first();
+        clock.start();
+        // The desk acts on a key frame as it arrives: a stop is timed to that moment.
+        QObject::connect(desk, &VirtualDesk::keysReceived, [this] { sample(); });
+    }
+
+    // Runs the application with `scenario` started inside its event loop. Unless the scenario
+    // ends the application itself, it is quit when the scenario returns.
+    void run(const std::function<void()>& scenario, bool quitsItself = false) {
+        QTimer::singleShot(0, qApp, [&] {
+            scenario();
+            if (!quitsItself || HasFailure())
+                QApplication::quit();
+        });
+        runner->exec();
+    }
+
+    void sample() {
+        if (watching && !stoppedAtMs && !desk->isMoving()) {
+            stoppedAtMs = clock.elapsed();
+            stoppedWhileLinked = desk->isSubscribed();
+        }
+    }
+
+    QWidget* content() const { return runner->delegate().modalWindow()->content(); }
+    DeskControlVC* control() const { return qobject_cast<DeskControlVC*>(content()); }
+
+    // Pairs the first desk from the search screen, as a user would.
+    void pairDesk() {
+        DeskSearchRowView* row = nullptr;
+        ASSERT_TRUE(waitUntil([&] {
+            auto* search = qobject_cast<BluetoothSearchVC*>(content());
+            for (DeskSearchRowView* candidate :
+                 search ? search->rows() : QList<DeskSearchRowView*>{})
+                if (candidate->title() == desk->name() && candidate->isVisible())
+                    row = candidate;
+            return row != nullptr;
+        }));
+        const WId window = runner->delegate().modalWindow()->winId();
+        xdotool({QStringLiteral("windowfocus"), QString::number(window)});
+        xdotool(pointAt(row) << QStringLiteral("click") << QStringLiteral("1"));
+        ASSERT_TRUE(waitUntil([&] {
+            return control() && desk->isSubscribed() && control()->heightText() != "0.0cm";
+        }));
+    }
+
+    void holdUp() {
+        xdotool(pointAt(control()->upButton())
+                << QStringLiteral("mousedown") << QStringLiteral("1"));
+        ASSERT_TRUE(waitUntil([&] { return desk->isMoving(); }));
+    }
+
+    // From now on, the first moment the desk stands still is recorded.
+    void markEvent() {
+        stoppedAtMs.reset();
+        eventAtMs = clock.elapsed();
+        watching = true;
+    }
+
+    void reportLatency() const {
+        std::printf("desk stopped %lld ms after the event\n",
+                    static_cast<long long>(*stopLatency()));
+    }
+
+    std::optional<qint64> stopLatency() const {
+        return stoppedAtMs ? std::optional(*stoppedAtMs - eventAtMs) : std::nullopt;
+    }
+
+    void expectStoppedWithin(qint64 limitMs) {
+        EXPECT_TRUE(waitUntil([&] { return stoppedAtMs.has_value(); }, 2000));
+        ASSERT_TRUE(stopLatency().has_value()) << "the desk kept moving";
+        reportLatency();
+        EXPECT_LE(*stopLatency(), limitMs);
+        EXPECT_TRUE(stoppedWhileLinked) << "stopped by losing the link, not by the released key";
+    }
+
+    void waitForPolls(int count) {
+        int notifications = 0; // a poll and a display frame each
+        const auto connection =
+            QObject::connect(desk, &VirtualDesk::notified, [&] { ++notifications; });
+        EXPECT_TRUE(waitUntil([&] { return notifications >= 2 * count; }));
+        QObject::disconnect(connection);
+    }
+
+    // The desk stays still for a few more polls, the mouse button up again.
+    void expectStaysStopped() {
+        xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
+        waitForPolls(4);
+        EXPECT_FALSE(desk->isMoving());
+        EXPECT_EQ(BluetoothResultHandle::sharedInstance().currentCommandType(), 0);
+    }
+
+    std::unique_ptr<AppRunner> runner;
+    VirtualDesk* desk = nullptr;
+    QElapsedTimer clock;
+    bool watching = false;
+    qint64 eventAtMs = 0;
+    std::optional<qint64> stoppedAtMs;
+    bool stoppedWhileLinked = false;
+};
+
+TEST_F(MotionSafetyX11Test, RightClickWhileHoldingUpStopsTheDesk) {
+    run([&] {
+        ASSERT_NO_FATAL_FAILURE(pairDesk());
+        ASSERT_NO_FATAL_FAILURE(holdUp());
+        // The window's menu runs an event loop of its own until it closes: close it once the
+        // desk has stopped, from inside that loop.
+        const auto closeMenu = QObject::connect(desk, &VirtualDesk::keysReceived, [&] {
+            if (stoppedAtMs)
+                if (QWidget* menu = QApplication::activePopupWidget())
+                    QTimer::singleShot(0, menu, &QWidget::close);
+        });
+        markEvent();
+        QProcess rightClick;
+        rightClick.start(QStringLiteral("xdotool"), {QStringLiteral("click"), QStringLiteral("3")});
+        expectStoppedWithin(kStopLimitMs);
+        QObject::disconnect(closeMenu);
+        rightClick.waitForFinished();
+        expectStaysStopped();
+    });
+}
+
+class KeyWhileHoldingTest : public MotionSafetyX11Test,
+                            public ::testing::WithParamInterface<const char*> {};
+
+// The window's own keys: hide (Ctrl+H), minimise (Ctrl+M) and the presets help sheet (F1),
+// which is window-modal and so takes the release.
+TEST_P(KeyWhileHoldingTest, StopsTheDesk) {
+    run([&] {
+        ASSERT_NO_FATAL_FAILURE(pairDesk());
+        ASSERT_NO_FATAL_FAILURE(holdUp());
+        markEvent();
+        xdotool({QStringLiteral("key"), QString::fromLatin1(GetParam())});
+        expectStoppedWithin(kStopLimitMs);
+        expectStaysStopped();
+    });
+}
+
+INSTANTIATE_TEST_SUITE_P(WindowKeys, KeyWhileHoldingTest,
+                         ::testing::Values("ctrl+h", "ctrl+m", "F1"),
+                         [](const ::testing::TestParamInfo<const char*>& tested) {
+                             const std::string keys = tested.param;
+                             return keys == "F1"       ? std::string("HelpSheet")
+                                    : keys == "ctrl+h" ? std::string("Hide")
+                                                       : std::string("Minimise");
+                         });
+
+TEST_F(MotionSafetyX11Test, FocusLeavingTheApplicationStopsTheDesk) {
+    run([&] {
+        ASSERT_NO_FATAL_FAILURE(pairDesk());
+        ASSERT_NO_FATAL_FAILURE(holdUp());
+        // The root window takes the focus, as when the user clicks into another application.
+        QProcess root;
+        root.start(QStringLiteral("xdotool"),
+                   {QStringLiteral("search"), QStringLiteral("--maxdepth"), QStringLiteral("0"),
+                    QStringLiteral("--name"), QString()});
+        ASSERT_TRUE(root.waitForFinished());
+        const QString rootWindow = QString::fromLatin1(root.readAllStandardOutput()).trimmed();
+        ASSERT_FALSE(rootWindow.isEmpty());
+        markEvent();
+        xdotool({QStringLiteral("windowfocus"), rootWindow});
+        expectStoppedWithin(kFocusStopLimitMs);
+    });
+}
+
+// Quitting from the keyboard and the signals that end a session: the event loop ends, and the
+// desk must have heard the released key before the link is let go.
+class EndWhileHoldingTest : public MotionSafetyX11Test,
+                            public ::testing::WithParamInterface<int> {};
+
+TEST_P(EndWhileHoldingTest, StopsTheDeskBeforeTheLinkGoes) {
+    run(
+        [&] {
+            ASSERT_NO_FATAL_FAILURE(pairDesk());
+            ASSERT_NO_FATAL_FAILURE(holdUp());
+            markEvent();
+            if (GetParam() == 0)
+                xdotool({QStringLiteral("key"), QStringLiteral("ctrl+q")});
+            else
+                ASSERT_EQ(QProcess::execute(QStringLiteral("kill"),
+                                            {QStringLiteral("-%1").arg(GetParam()),
+                                             QString::number(QCoreApplication::applicationPid())}),
+                          0);
+        },
+        true);
+    ASSERT_TRUE(stopLatency().has_value()) << "the desk was still moving when the link went";
+    reportLatency();
+    EXPECT_LE(*stopLatency(), kStopLimitMs);
+    EXPECT_TRUE(stoppedWhileLinked);
+    xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
+}
+
+INSTANTIATE_TEST_SUITE_P(Endings, EndWhileHoldingTest,
+                         ::testing::Values(0, SIGTERM, SIGINT, SIGHUP),
+                         [](const ::testing::TestParamInfo<int>& tested) {
+                             switch (tested.param) {
+                             case SIGTERM:
+                                 return std::string("SIGTERM");
+                             case SIGINT:
+                                 return std::string("SIGINT");
+                             case SIGHUP:
+                                 return std::string("SIGHUP");
+                             default:
+                                 return std::string("QuitKey");
+                             }
+                         });
+
+// A long press opens the save sheet while the mouse is down; the click after it must recall.
+TEST_F(MotionSafetyX11Test, TheClickAfterTheSaveSheetRecallsThePreset) {
+    run([&] {
+        ASSERT_NO_FATAL_FAILURE(pairDesk());
+        OMHoverButton* sit = control()->presetButton(0);
+        const int presetHeight = desk->heightTenths();
+        auto longPressSit = [&](bool confirm) {
+            xdotool(pointAt(sit) << QStringLiteral("mousedown") << QStringLiteral("1"));
+            ShortcutsHeightSetVC* sheet = nullptr;
+            ASSERT_TRUE(waitUntil([&] {
+                sheet = sit->window()->findChild<ShortcutsHeightSetVC*>();
+                return sheet && sheet->isVisible();
+            }));
+            xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
+            QPushButton* answer = confirm ? sheet->confirmButton() : sheet->cancelButton();
+            xdotool(pointAt(answer) << QStringLiteral("click") << QStringLiteral("1"));
+            ASSERT_TRUE(waitUntil([&] { return !sheet->isVisible(); }));
+        };
+
+        longPressSit(true);
+        ASSERT_TRUE(waitUntil([&] {
+            return CurrentDeviceStore::load().memoryHeight.value_or("").starts_with(
+                std::to_string((presetHeight + 5) / 10) + ",");
+        }));
+        ASSERT_NO_FATAL_FAILURE(holdUp());
+        ASSERT_TRUE(waitUntil([&] { return desk->heightTenths() > presetHeight + 30; }));
+        xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
+        ASSERT_TRUE(waitUntil([&] { return !desk->isMoving(); }));
+
+        longPressSit(false);
+        // A click as long as a person's, four polls of the desk: the preset key is held for
+        // the click's length from 0.7 s after the press, and a press of 0.5 s would be long.
+        const int keysBefore = desk->keyFramesReceived();
+        xdotool(pointAt(sit) << QStringLiteral("mousedown") << QStringLiteral("1"));
+        waitForPolls(4);
+        xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
+        EXPECT_TRUE(waitUntil([&] { return desk->keyFramesReceived() > keysBefore; }, 3000))
+            << "the click sent no preset key";
+        EXPECT_TRUE(waitUntil([&] { return std::abs(desk->heightTenths() - presetHeight) <= 5; }));
+    });
+}
+
+} // namespace
+} // namespace ostrel::test

@@ -1,0 +1,141 @@
+// What takes a held button's release away. Offscreen, Qt delivers the events (a popup shown,
+// a window blocked or hidden) but not the input grabs behind them, so these tests check that
+// the buttons react to the events; the grabs themselves are tested under X11 with real input.
+#include "WidgetTestSupport.h"
+#include "widgets/HomeFunctionBtn.h"
+#include "widgets/OMHoverButton.h"
+
+#include <QDialog>
+#include <QMenu>
+#include <QSignalSpy>
+#include <QVBoxLayout>
+#include <functional>
+
+using namespace ostrel;
+
+namespace {
+
+struct Interruption {
+    const char* name;
+    std::function<void(QWidget& window, QWidget& button)> happen;
+};
+
+const Interruption kInterruptions[] = {
+    {"PopupMenu",
+     [](QWidget& window, QWidget&) {
+         auto* menu = new QMenu(&window);
+         menu->addAction(QStringLiteral("Hide"));
+         menu->popup(window.mapToGlobal(QPoint(10, 10)));
+     }},
+    {"ModalSheet",
+     [](QWidget& window, QWidget&) {
+         auto* sheet = new QDialog(&window);
+         sheet->setWindowModality(Qt::WindowModal);
+         sheet->show();
+     }},
+    {"WindowHidden", [](QWidget& window, QWidget&) { window.hide(); }},
+    {"WindowMinimised", [](QWidget& window, QWidget&) { window.showMinimized(); }},
+    {"ButtonHidden", [](QWidget&, QWidget& button) { button.hide(); }},
+    {"ButtonDisabled", [](QWidget&, QWidget& button) { button.setEnabled(false); }},
+};
+
+class HoldGuardTest : public test::VirtualTimeTest,
+                      public ::testing::WithParamInterface<Interruption> {
+protected:
+    template <class Button> Button* addButton() {
+        auto* button = new Button(QStringLiteral("control_up"), &window);
+        button->setFixedSize(56, 56);
+        window.layout()->addWidget(button);
+        window.show();
+        return button;
+    }
+
+    HoldGuardTest() { new QVBoxLayout(&window); }
+
+    QWidget window;
+};
+
+TEST_P(HoldGuardTest, HoldButtonLetsGoAtOnceAndIgnoresTheStaleRelease) {
+    auto* up = addButton<HomeFunctionBtn>();
+    QSignalSpy released(up, &HomeFunctionBtn::touchUp);
+    test::sendMouse(up, QEvent::MouseButtonPress);
+    ASSERT_EQ(released.count(), 0);
+
+    GetParam().happen(window, *up);
+    EXPECT_EQ(released.count(), 1);
+    EXPECT_FALSE(up->isDown());
+
+    // The release Qt may still deliver later belongs to no hold.
+    test::sendMouse(up, QEvent::MouseButtonRelease);
+    EXPECT_EQ(released.count(), 1);
+}
+
+TEST_P(HoldGuardTest, PresetButtonEndsAReportedPressAtOnce) {
+    auto* preset = addButton<OMHoverButton>();
+    QSignalSpy pressed(preset, &OMHoverButton::touchHoverDwon);
+    QSignalSpy released(preset, &OMHoverButton::touchHoverUp);
+    test::sendMouse(preset, QEvent::MouseButtonPress);
+    at(300);
+    test::sendMouse(preset, QEvent::MouseButtonRelease);
+    at(800); // pressed at 700, its timed release due at 1000
+    ASSERT_EQ(pressed.count(), 1);
+
+    GetParam().happen(window, *preset);
+    EXPECT_EQ(released.count(), 1) << "released now, not at 1000";
+    at(2000);
+    EXPECT_EQ(released.count(), 1) << "and not a second time";
+}
+
+INSTANTIATE_TEST_SUITE_P(Events, HoldGuardTest, ::testing::ValuesIn(kInterruptions),
+                         [](const ::testing::TestParamInfo<Interruption>& tested) {
+                             return std::string(tested.param.name);
+                         });
+
+class PresetButtonGuardTest : public test::VirtualTimeTest {
+protected:
+    PresetButtonGuardTest() {
+        new QVBoxLayout(&window);
+        preset = new OMHoverButton(QStringLiteral("control_sit_set"), &window);
+        window.layout()->addWidget(preset);
+        window.show();
+    }
+
+    QWidget window;
+    OMHoverButton* preset;
+};
+
+// A long press opens the save sheet while the mouse is down; the sheet takes the release.
+TEST_F(PresetButtonGuardTest, TheClickAfterALongPressSheetRecallsThePreset) {
+    QSignalSpy pressed(preset, &OMHoverButton::touchHoverDwon);
+    QSignalSpy released(preset, &OMHoverButton::touchHoverUp);
+    QDialog sheet(&window);
+    sheet.setWindowModality(Qt::WindowModal);
+    QObject::connect(preset, &OMHoverButton::longHoverPress, &sheet, &QDialog::show);
+
+    test::sendMouse(preset, QEvent::MouseButtonPress);
+    at(600); // the sheet is up; the release never reaches the button
+    EXPECT_TRUE(sheet.isVisible());
+    EXPECT_FALSE(preset->isLongPress());
+    sheet.hide();
+
+    at(5000);
+    test::sendMouse(preset, QEvent::MouseButtonPress);
+    at(5200);
+    test::sendMouse(preset, QEvent::MouseButtonRelease);
+    at(7000);
+    EXPECT_EQ(pressed.count(), 1);
+    EXPECT_EQ(released.count(), 1);
+}
+
+TEST_F(PresetButtonGuardTest, APressNotYetReportedIsDroppedWithoutAKey) {
+    QSignalSpy pressed(preset, &OMHoverButton::touchHoverDwon);
+    QSignalSpy released(preset, &OMHoverButton::touchHoverUp);
+    test::sendMouse(preset, QEvent::MouseButtonPress);
+    at(300);
+    window.hide();
+    at(3000);
+    EXPECT_EQ(pressed.count(), 0);
+    EXPECT_EQ(released.count(), 0);
+}
+
+} // namespace
