@@ -206,13 +206,13 @@ TEST_F(ConnectTest, ConnectByIdentifierChecksItFirst) {
     VirtualDesk& desk = addDesk();
     std::vector<std::optional<BluetoothError>> errors;
     auto record = [&](const PeripheralPtr&, const OptionalError& e) { errors.push_back(e); };
-    tool().connectDeviceWithIdentifier("", record);
-    tool().connectDeviceWithIdentifier("desk-1", record);
+    extras().connectDeviceWithIdentifier("", record);
+    extras().connectDeviceWithIdentifier("desk-1", record);
     ASSERT_EQ(errors.size(), 2u);
     EXPECT_EQ(*errors[0], (BluetoothError{13, "the identifier is empty !"}));
     EXPECT_EQ(*errors[1], (BluetoothError{13, "the identifier is not effect !"}));
 
-    tool().connectDeviceWithIdentifier(central->identifierOf(&desk), record);
+    extras().connectDeviceWithIdentifier(central->identifierOf(&desk), record);
     advance(500ms);
     ASSERT_EQ(errors.size(), 3u);
     EXPECT_FALSE(errors[2]);
@@ -225,7 +225,7 @@ TEST_F(ConnectTest, BatchConnectStaggersAndReportsOnceAllAnswered) {
     QList<PeripheralPtr> connected;
     std::optional<std::chrono::milliseconds> doneAt;
     tool().setManagerOptions(facade().toolOptions());
-    tool().scanAndConnectAllDeviceWithRule(
+    extras().scanAndConnectAllDeviceWithRule(
         [](const PeripheralPtr& p) { return p->name().startsWith("QWJ"); },
         [&](const QList<PeripheralPtr>& list, const OptionalError& error) {
             EXPECT_FALSE(error);

@@ -3,6 +3,7 @@
 #include "core/ManualScheduler.h"
 #include "transport/BluetoothCenterManager.h"
 #include "transport/BluetoothTool.h"
+#include "transport/BluetoothToolExtras.h"
 
 #include <QCoreApplication>
 #include <gtest/gtest.h>
@@ -70,7 +71,7 @@ TEST_F(QtPlatformCentralTest, UnknownPeripheralFailsToConnectWithoutHanging) {
     tool->centerManager();
     scheduler.runDue();
     std::optional<BluetoothError> error;
-    tool->connectDeviceWithIdentifier(
+    BluetoothToolExtras(*tool).connectDeviceWithIdentifier(
         "AA:BB:CC:DD:EE:FF", [&](const PeripheralPtr&, const OptionalError& e) { error = e; });
     // Unknown to the platform: a scan for it runs first (30 s, the time-out is unset) and ends
     // without it.
