@@ -42,9 +42,10 @@ BluetoothCenterManager& BluetoothTool::centerManager() {
     if (!m_centerManager) {
         m_centerManager =
             std::make_unique<BluetoothCenterManager>(m_central, m_managerOptions.managerDictionary);
+        // Both ways, so that a screen scanning for desks learns at once when the radio goes.
         m_centerManager->setStateChangeCallback([this](BluetoothCenterManager*, int state) {
-            if (state == PlatformCentral::StatePoweredOn)
-                setBluetoothState(StatePoweredOn, nullptr);
+            setBluetoothState(
+                state == PlatformCentral::StatePoweredOn ? StatePoweredOn : StateRadioOff, nullptr);
         });
     }
     return *m_centerManager;

@@ -22,6 +22,7 @@ class BluetoothTool : public QObject {
 public:
     // Link steps reported to bluetoothStateChanged.
     enum LinkState {
+        StateRadioOff = 0, // the radio went off or is unavailable: scans find nothing
         StatePoweredOn = 1,
         StateFound = 2,
         StateConnected = 3,

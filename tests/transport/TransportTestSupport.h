@@ -38,8 +38,8 @@ protected:
             BluetoothResultHandle::replaceSharedInstance(std::make_unique<BluetoothResultHandle>());
         m_previousFacade =
             RBBluetoothManager::replaceSharedInstance(std::make_unique<RBBluetoothManager>());
-        tool().centerManager();
-        scheduler.runDue(); // the radio's first power report
+        facade().blueToothIsOpen(); // the radio, with the facade's options
+        scheduler.runDue();         // and its first power report
     }
 
     void TearDown() override {

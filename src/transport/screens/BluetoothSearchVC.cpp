@@ -93,7 +93,11 @@ void BluetoothSearchVC::startScan() {
     m_isScanning = true;
     scanOwner() = this;
     m_blueToothManager->setNDevices({});
-    m_blueToothManager->resetManager();
+    // Leftover links go, but not one the user is pairing right now.
+    if (m_connecting.isEmpty())
+        m_blueToothManager->resetManager();
+    else
+        m_blueToothManager->resetScanManager();
     reloadData();
     m_imageSearch->startRotating();
     m_blueToothManager->setScanTimeOut(kScanTimeOut);
@@ -164,6 +168,7 @@ void BluetoothSearchVC::actionSelectRow(int row) {
         return;
     QPointer<DeskSearchRowView> rowView = m_rows.value(row);
     rowView->showConnect();
+    m_connecting.append(peripheral);
     QPointer<BluetoothSearchVC> self(this);
     m_blueToothManager->connectDeviceWithPeripheral(
         peripheral, [self, rowView](const PeripheralPtr& connected, const OptionalError& error) {
@@ -174,6 +179,7 @@ void BluetoothSearchVC::actionSelectRow(int row) {
 
 void BluetoothSearchVC::connectReport(const PeripheralPtr& peripheral, const OptionalError& error,
                                       const QPointer<DeskSearchRowView>& row) {
+    m_connecting.removeOne(peripheral);
     // Later reports of the paired desk (a lost link, a reconnection) are the session's.
     if (m_paired)
         return;

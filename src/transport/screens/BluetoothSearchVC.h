@@ -56,6 +56,8 @@ private:
     RBBluetoothManager* m_blueToothManager;
     bool m_isScanning = false;
     bool m_paired = false;
+    // Desks clicked whose connect has not reported yet: a scan restarted meanwhile keeps them.
+    QList<PeripheralPtr> m_connecting;
     QLabel* m_labelTitle = nullptr;
     OMRotatingImage* m_imageSearch = nullptr;
     ClickableRowList* m_tableDesk = nullptr;
