@@ -12,6 +12,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <algorithm>
 
 namespace ostrel {
@@ -62,11 +63,17 @@ void BluetoothSearchVC::initView() {
 
     m_tableDesk = new ClickableRowList;
 
+    m_buttonDeskType = new QPushButton(tr("Choose desk model"));
+    m_buttonDeskType->setFlat(true);
+    m_buttonDeskType->setCursor(Qt::PointingHandCursor);
+    connect(m_buttonDeskType, &QPushButton::clicked, this, [this] { actionPushToTypeVC(); });
+
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(24, 20, 24, 20);
     layout->setSpacing(12);
     layout->addLayout(header);
     layout->addWidget(m_tableDesk, 1);
+    layout->addWidget(m_buttonDeskType, 0, Qt::AlignHCenter);
 }
 
 bool BluetoothSearchVC::isRefreshRotating() const {
@@ -206,6 +213,12 @@ void BluetoothSearchVC::showConnectTip(const QString& deskName) {
     // The tip closes itself; pairing again starts from a fresh list.
     connect(tip, &BluetoothConnectTipVC::pairClicked, this, &BluetoothSearchVC::actionRefresh,
             Qt::UniqueConnection);
+}
+
+void BluetoothSearchVC::actionPushToTypeVC() {
+    // Not from inside the click: the home window deletes this screen as it takes the next.
+    HomeNavigator::later(this,
+                         [] { HomeNavigator::show(QString::fromLatin1(screens::kDeskType)); });
 }
 
 } // namespace ostrel
