@@ -29,6 +29,9 @@ TEST_F(ConnectTest, ConnectsAndReportsTheLink) {
     QObject observer;
     NotificationCenter::defaultCenter().addObserver(&observer, notifications::kBluetoothConnected,
                                                     [&](const QVariant&) { ++connectedPosts; });
+    std::vector<int> states;
+    facade().bluetoothStateChanged(
+        [&](const PeripheralPtr& p, int state) { states.push_back(p == peripheral ? state : -1); });
 
     connectRecording(peripheral);
     advance(VirtualCentral::kDefaultLatency);
@@ -38,15 +41,43 @@ TEST_F(ConnectTest, ConnectsAndReportsTheLink) {
     EXPECT_TRUE(facade().isConnect());
     EXPECT_EQ(facade().currentPeripheral(), peripheral);
     EXPECT_EQ(connectedPosts, 1);
-    EXPECT_EQ(tool().bluetoothState(), 3);
+    EXPECT_EQ(states, std::vector<int>{3});
+}
 
-    // Asked again, the facade answers at once without a new platform connect.
+// Asked again, the facade answers at once without a new platform connect, reports state 3
+// again and, given a frame callback, subscribes it.
+TEST_F(ConnectTest, ConnectingAConnectedDeskAnswersAtOnceAndSubscribes) {
+    VirtualDesk& desk = addDesk();
+    const PeripheralPtr peripheral = discover(desk);
     connectRecording(peripheral);
-    ASSERT_EQ(reports.size(), 2u);
-    EXPECT_FALSE(reports[1].error);
     advance(1s);
-    EXPECT_EQ(connectedPosts, 1);
+    ASSERT_EQ(reports.size(), 1u);
+    EXPECT_FALSE(desk.isSubscribed());
+    int connectedPosts = 0;
+    QObject observer;
+    NotificationCenter::defaultCenter().addObserver(&observer, notifications::kBluetoothConnected,
+                                                    [&](const QVariant&) { ++connectedPosts; });
+    std::vector<int> states;
+    facade().bluetoothStateChanged(
+        [&](const PeripheralPtr&, int state) { states.push_back(state); });
+    int frames = 0;
+    const auto asked = now();
+    facade().connectDeviceWithPeripheral(
+        peripheral,
+        [this](const PeripheralPtr&, const OptionalError& error) {
+            reports.push_back({now(), error});
+        },
+        [&](const std::optional<Bytes>& frame, const OptionalError&) { frames += frame ? 1 : 0; });
+    ASSERT_EQ(reports.size(), 2u);
+    EXPECT_EQ(reports[1].at, asked);
+    EXPECT_FALSE(reports[1].error);
+    ASSERT_FALSE(states.empty());
+    EXPECT_EQ(states.front(), 3);
+    advance(1s);
+    EXPECT_EQ(connectedPosts, 0);
     EXPECT_EQ(reports.size(), 2u);
+    EXPECT_TRUE(desk.isSubscribed());
+    EXPECT_GT(frames, 0);
 }
 
 TEST_F(ConnectTest, UnansweredConnectTimesOutAndLeavesTheDeskDisconnected) {
