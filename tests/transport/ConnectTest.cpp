@@ -186,9 +186,9 @@ TEST_F(ConnectTest, LostLinkWithoutAutoReconnectStaysDown) {
 TEST_F(ConnectTest, RadioPowerCycleReconnects) {
     VirtualDesk& desk = addDesk();
     const PeripheralPtr peripheral = discover(desk);
-    std::vector<int> powerStates;
-    tool().centerManager().setStateChangeCallback(
-        [&](BluetoothCenterManager*, int state) { powerStates.push_back(state); });
+    std::vector<int> states;
+    facade().bluetoothStateChanged(
+        [&](const PeripheralPtr&, int state) { states.push_back(state); });
     connectRecording(peripheral);
     advance(100ms);
     central->setPowered(false);
@@ -200,14 +200,24 @@ TEST_F(ConnectTest, RadioPowerCycleReconnects) {
     advance(100ms);
     ASSERT_EQ(reports.size(), 3u);
     EXPECT_FALSE(reports[2].error);
-    EXPECT_EQ(powerStates, (std::vector<int>{4, 5}));
+    // Connected, radio off, radio on, connected again.
+    EXPECT_EQ(states, (std::vector<int>{3, 0, 1, 3}));
 }
 
+// resetScanManager forgets the found desks and stops scanning but keeps links; resetManager
+// also ends them, and a link ended on purpose is not re-established.
 TEST_F(ConnectTest, TeardownIsNotTreatedAsALoss) {
     VirtualDesk& desk = addDesk();
     const PeripheralPtr peripheral = discover(desk);
     connectRecording(peripheral);
     advance(100ms);
+    facade().scanWithType(2, [](const PeripheralPtr&, int, const OptionalError&) {});
+    facade().resetScanManager();
+    EXPECT_FALSE(central->isScanning());
+    EXPECT_TRUE(tool().centerManager().foundDeviceDict().isEmpty());
+    EXPECT_TRUE(peripheral->isConnected());
+    EXPECT_EQ(reports.size(), 1u);
+
     facade().resetManager();
     advance(100ms);
     ASSERT_EQ(reports.size(), 2u);

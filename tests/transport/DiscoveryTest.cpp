@@ -142,6 +142,25 @@ TEST_F(DiscoveryTest, RadioOffEndsScansWithPoweredOffError) {
     EXPECT_FALSE(facade().blueToothIsOpen());
 }
 
+// The facade's options ask for the power alert; a central manager made without them is quiet.
+TEST_F(DiscoveryTest, PowerAlertOnlyWhenTheOptionsAskForIt) {
+    QStringList alerts;
+    BluetoothCenterManager::setAlertHandler(
+        [&](const QString&, const QString& text, const QString&) { alerts.append(text); });
+    VirtualCentral otherRadio;
+    const BluetoothCenterManager plain(&otherRadio);
+    advance(100ms);
+    otherRadio.setPowered(false);
+    advance(100ms);
+    EXPECT_TRUE(alerts.isEmpty());
+
+    central->setPowered(false);
+    advance(100ms);
+    BluetoothCenterManager::setAlertHandler(nullptr);
+    EXPECT_EQ(alerts,
+              QStringList{"Bluetooth is turned off, please turn it on to connect to your desk"});
+}
+
 TEST_F(DiscoveryTest, SingleResultScanStopsAtTheNamedDesk) {
     addDesk({.name = "QWJ-0002"});
     addDesk();

@@ -189,6 +189,25 @@ TEST_F(BluetoothSearchVCTest, FailedConnectionShowsTheTipWithTheDeskNameAndPairS
     EXPECT_TRUE(screen->isScanning());
 }
 
+// A failed attempt leaves nothing pending: the next fresh list drops a leftover link as usual
+// (here one made elsewhere, whose link report restarts this screen's scan).
+TEST_F(BluetoothSearchVCTest, FailedAttemptLeavesNothingPendingForTheNextScan) {
+    const VirtualDesk& desk = addNamedDesk("QWJ-0001");
+    central->setConnectFailure(&desk, QStringLiteral("Peer refused"));
+    openScreen();
+    pairFirstRowAtFiveSeconds();
+    advance(30s);
+    ASSERT_FALSE(screen->isScanning());
+
+    const VirtualDesk& other = addNamedDesk("QWJ-0002");
+    const PeripheralPtr leftover =
+        tool().centerManager().peripheralFor(central->identifierOf(&other));
+    tool().connectDeviceWithPeripheral(leftover, [](const PeripheralPtr&, const OptionalError&) {});
+    advance(1s);
+    EXPECT_TRUE(screen->isScanning());
+    EXPECT_FALSE(leftover->isConnected());
+}
+
 // The click comes just before the 30 s scan ends and the desk answers just after: the scan the
 // link report restarts must not take the link with it.
 TEST_F(BluetoothSearchVCTest, ConnectFinishingAfterTheScanEndedKeepsItsLink) {
