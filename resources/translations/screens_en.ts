@@ -41,12 +41,23 @@
         <source>Available</source>
         <translation>Available</translation>
     </message>
+    <message>
+        <source>Choose desk model</source>
+        <translation>Choose desk model</translation>
+    </message>
 </context>
 <context>
     <name>ostrel::DeskSearchRowView</name>
     <message>
         <source>Pairing</source>
         <translation>Pairing</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::DeskTypeVC</name>
+    <message>
+        <source>Back</source>
+        <translation>Back</translation>
     </message>
 </context>
 <context>

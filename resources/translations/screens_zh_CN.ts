@@ -41,12 +41,23 @@
         <source>Available</source>
         <translation>可用设备</translation>
     </message>
+    <message>
+        <source>Choose desk model</source>
+        <translation>选择桌型</translation>
+    </message>
 </context>
 <context>
     <name>ostrel::DeskSearchRowView</name>
     <message>
         <source>Pairing</source>
         <translation>正在配对</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::DeskTypeVC</name>
+    <message>
+        <source>Back</source>
+        <translation>返回</translation>
     </message>
 </context>
 <context>

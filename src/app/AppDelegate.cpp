@@ -14,6 +14,7 @@
 #include "store/OMPlistManager.h"
 #include "store/Object_SystemSetting.h"
 #include "store/RecordDictionary.h"
+#include "transport/BluetoothCenterManager.h"
 #include "transport/BluetoothTool.h"
 #include "transport/RBBluetoothManager.h"
 #include "widgets/OMAlert.h"
@@ -58,9 +59,15 @@ const QStringList& AppDelegate::legacyFileNames() {
 AppDelegate::AppDelegate(QObject* parent) : QObject(parent) {
     OMScreenRouter::instance().setHost(
         [this](QWidget* screen) { modalWindow()->setContent(screen); });
+    // What the radio has to tell the user (no BLE, radio off) comes as an alert of its own.
+    BluetoothCenterManager::setAlertHandler(
+        [](const QString& message, const QString& text, const QString& button) {
+            OMAlert::show(nullptr, {message, text, {button}});
+        });
 }
 
 AppDelegate::~AppDelegate() {
+    BluetoothCenterManager::setAlertHandler(nullptr);
     OMScreenRouter::instance().setHost({});
 }
 

@@ -191,6 +191,11 @@ void VirtualCentral::setConnectFailure(const VirtualDesk* desk, const QString& t
         link->connectFailure = text;
 }
 
+void VirtualCentral::setWriteRefusal(const VirtualDesk* desk, const QString& text) {
+    if (Link* link = linkFor(identifierOf(desk)))
+        link->writeRefusal = text;
+}
+
 void VirtualCentral::connectPeripheral(const QString& identifier, const QVariantMap&) {
     Link* link = linkFor(identifier);
     if (!link || link->state == PeripheralConnected)
@@ -314,6 +319,12 @@ OptionalError VirtualCentral::writeValueWithoutResponse(const GattPath& path, co
         return radioError("The device is not connected.");
     if (!BluetoothUuid::same(path.characteristic, link->desk->writeUuid()))
         return radioError("Writing is not permitted.");
+    if (!link->writeRefusal.isEmpty()) {
+        later([path, refusal = link->writeRefusal](PlatformCentralDelegate& d) {
+            d.peripheralDidFailToWrite(path, BluetoothError{0, refusal});
+        });
+        return std::nullopt;
+    }
     if (m_writeObserver)
         m_writeObserver(path, value);
     link->desk->writeFromHost(value);

@@ -36,6 +36,9 @@ public:
     void setLatency(std::chrono::milliseconds latency) { m_latency = latency; }
     // Connect attempts to `desk` fail with this text until it is cleared with an empty one.
     void setConnectFailure(const VirtualDesk* desk, const QString& text);
+    // Writes to `desk` leave the host but are refused a moment later with this text, as a radio
+    // stack reports a write without response it could not deliver; an empty text clears it.
+    void setWriteRefusal(const VirtualDesk* desk, const QString& text);
     // Sees every write that reaches a desk, as it leaves the host.
     void setWriteObserver(WriteObserver observer) { m_writeObserver = std::move(observer); }
     // A sighting of a device that is no desk at all (odd names, no name), for robustness tests.
@@ -75,6 +78,7 @@ private:
         int state = PeripheralDisconnected;
         bool notifying = false;
         QString connectFailure;
+        QString writeRefusal;
         Bytes lastValue;
     };
 

@@ -1,5 +1,6 @@
 #include "BluetoothCenterManager.h"
 
+#include "BluetoothToolOptions.h"
 #include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
 #include "core/Scheduler.h"
@@ -49,11 +50,19 @@ void BluetoothCenterManager::centralDidUpdateState(int state) {
     m_centerState = state;
     if (changed && m_stateChangeCallback)
         m_stateChangeCallback(this, state);
-    if (state == PlatformCentral::StateUnsupported && alertHandler())
-        alertHandler()(
-            QStringLiteral("Prompt"),
-            QStringLiteral("This device does not support BLE4.0, please replace the device"),
-            QStringLiteral("Confirm"));
+    if (state == PlatformCentral::StateUnsupported)
+        showAlert(tr("This device does not support BLE4.0, please replace the device"));
+    else if (changed && state == PlatformCentral::StatePoweredOff && showsPowerAlert())
+        showAlert(tr("Bluetooth is turned off, please turn it on to connect to your desk"));
+}
+
+bool BluetoothCenterManager::showsPowerAlert() const {
+    return m_options.value(QString::fromLatin1(BluetoothToolOptions::kShowPowerAlertKey)).toBool();
+}
+
+void BluetoothCenterManager::showAlert(const QString& text) {
+    if (alertHandler())
+        alertHandler()(tr("Prompt"), text, tr("Confirm"));
 }
 
 void BluetoothCenterManager::scanDeviceWithTimeInterval(double seconds, const QStringList& services,

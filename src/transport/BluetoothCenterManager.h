@@ -18,6 +18,7 @@ namespace ostrel {
 // connected ones, the one-in-ten throttle on repeated sightings, the 5 s lost-device timer and
 // the end of the scan. Everything platform-specific sits behind PlatformCentral.
 class BluetoothCenterManager : public QObject, private PlatformCentralDelegate {
+    Q_OBJECT
 public:
     // Scan event flags, one per call.
     enum ScanFlag {
@@ -29,8 +30,9 @@ public:
     };
     using ScanCallback = std::function<void(const PeripheralPtr& peripheral, int flags)>;
     using StateChangeCallback = std::function<void(BluetoothCenterManager* manager, int state)>;
-    // Shows the alert for hardware without BLE; the application installs a dialog. Arguments:
-    // message, informative text, button.
+    // Shows the alert for hardware without BLE, and for a radio switched off when the options
+    // ask for it (BluetoothToolOptions::kShowPowerAlertKey); the application installs a dialog.
+    // Arguments, already translated: message, informative text, button.
     using AlertHandler = std::function<void(const QString&, const QString&, const QString&)>;
 
     static constexpr int kRepeatReportInterval = 10;
@@ -82,6 +84,8 @@ public:
 
 private:
     void scanTimeEnded();
+    bool showsPowerAlert() const;
+    void showAlert(const QString& text);
     PeripheralPtr liveWrapper(const QString& identifier) const;
 
     void centralDidUpdateState(int state) override;

@@ -16,7 +16,8 @@ struct BluetoothCharacteristic::PendingWrite {
     Bytes data;
     std::size_t pieceCount;
     WriteCallback callback;
-    bool finished = false;
+    bool finished = false; // no further pieces go out
+    bool reported = false;
 };
 
 BluetoothCharacteristic::BluetoothCharacteristic(const QString& uuid, int properties,
@@ -88,16 +89,19 @@ void BluetoothCharacteristic::writeValueWithData(const Bytes& data, WriteCallbac
     m_lastWrite = write;
     // The first piece goes out now, so a poll is answered while it is being handled.
     writePiece(write, 0);
-    const auto device = peripheral();
-    QObject* context = device ? device->centerManager() : nullptr;
     std::weak_ptr<BluetoothCharacteristic> weak = weak_from_this();
     for (std::size_t k = 1; k < pieces; ++k) {
-        Scheduler::instance().after(kWritePieceInterval * static_cast<int>(k), context,
+        Scheduler::instance().after(kWritePieceInterval * static_cast<int>(k), timerContext(),
                                     [weak, write, k] {
                                         if (const auto self = weak.lock())
                                             self->writePiece(write, k);
                                     });
     }
+}
+
+QObject* BluetoothCharacteristic::timerContext() const {
+    const auto device = peripheral();
+    return device ? device->centerManager() : nullptr;
 }
 
 void BluetoothCharacteristic::writePiece(const std::shared_ptr<PendingWrite>& write,
@@ -117,18 +121,28 @@ void BluetoothCharacteristic::writePiece(const std::shared_ptr<PendingWrite>& wr
         error = BluetoothError{0, QStringLiteral("the device is disconnected")};
     else if (begin != end)
         error = central->writeValueWithoutResponse(path(), Bytes(begin, end));
-    if (error || index + 1 == write->pieceCount) {
+    if (error) {
         write->finished = true;
-        if (write->callback)
-            write->callback(shared_from_this(), error);
+        report(write, error);
+    } else if (index + 1 == write->pieceCount) {
+        write->finished = true;
+        Scheduler::instance().after(
+            kWriteRefusalWindow, timerContext(),
+            [self = shared_from_this(), write] { self->report(write, std::nullopt); });
     }
 }
 
 void BluetoothCharacteristic::didFailToWrite(const BluetoothError& error) {
-    const auto write = m_lastWrite;
-    if (!write)
+    if (const auto write = m_lastWrite) {
+        write->finished = true; // no further pieces of a refused write
+        report(write, error);
+    }
+}
+
+void BluetoothCharacteristic::report(const std::shared_ptr<PendingWrite>& write,
+                                     const OptionalError& error) {
+    if (std::exchange(write->reported, true))
         return;
-    write->finished = true; // no further pieces of a refused write
     if (write->callback)
         write->callback(shared_from_this(), error);
 }

@@ -32,6 +32,9 @@ public:
     enum DataType { WriteData = 0, ReadData = 1, NotifyData = 2 };
     static constexpr std::size_t kWritePieceSize = 20;
     static constexpr std::chrono::milliseconds kWritePieceInterval{200};
+    // A radio stack refuses a write without response only after it has taken the bytes; a write
+    // reports "written" once this long after its last piece has gone without a refusal.
+    static constexpr std::chrono::milliseconds kWriteRefusalWindow{500};
     // The history lists keep only the newest entries: a desk polls many times a second.
     static constexpr qsizetype kHistoryLimit = 32;
 
@@ -72,15 +75,18 @@ public:
     // Platform events, routed here by the peripheral.
     void didReadValue(const Bytes& value, const OptionalError& error);
     void didNotifyValue(const Bytes& value);
-    // The last write was refused: its callback hears the error, once more if it had already
-    // been told the pieces were handed over.
+    // The last write was refused: its callback hears the error, unless it has already reported.
     void didFailToWrite(const BluetoothError& error);
     void didUpdateNotificationState(bool notifying, const OptionalError& error);
     void didDiscoverDescriptors(const OptionalError& error);
 
 private:
     struct PendingWrite;
+    // Write timers end with the central manager that the link belongs to.
+    QObject* timerContext() const;
     void writePiece(const std::shared_ptr<PendingWrite>& write, std::size_t index);
+    // Each write reports exactly once, whichever of success and refusal comes first.
+    void report(const std::shared_ptr<PendingWrite>& write, const OptionalError& error);
 
     QString m_uuid;
     int m_properties;

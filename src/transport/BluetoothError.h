@@ -11,6 +11,9 @@ struct BluetoothError {
     int code = 0;
     QString domain;
 
+    static BluetoothError of(int code, const char* text) {
+        return BluetoothError{code, QString::fromLatin1(text)};
+    }
     BluetoothError withCode(int newCode) const { return BluetoothError{newCode, domain}; }
     friend bool operator==(const BluetoothError&, const BluetoothError&) = default;
 };

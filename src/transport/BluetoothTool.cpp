@@ -1,6 +1,5 @@
 #include "BluetoothTool.h"
 
-#include "BluetoothUuid.h"
 #include "QtPlatformCentral.h"
 #include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
@@ -15,19 +14,6 @@ namespace {
 std::unique_ptr<BluetoothTool>& sharedTool() {
     static std::unique_ptr<BluetoothTool> tool;
     return tool;
-}
-
-BluetoothError error(int code, const char* text) {
-    return BluetoothError{code, QString::fromLatin1(text)};
-}
-
-// A null name or an empty rule is no condition at all.
-BluetoothTool::ScanCondition conditionOf(const QString& name) {
-    return name.isNull() ? BluetoothTool::ScanCondition{} : BluetoothTool::ScanCondition{name};
-}
-
-BluetoothTool::ScanCondition conditionOf(BluetoothTool::Rule rule) {
-    return rule ? BluetoothTool::ScanCondition{std::move(rule)} : BluetoothTool::ScanCondition{};
 }
 
 } // namespace
@@ -56,9 +42,10 @@ BluetoothCenterManager& BluetoothTool::centerManager() {
     if (!m_centerManager) {
         m_centerManager =
             std::make_unique<BluetoothCenterManager>(m_central, m_managerOptions.managerDictionary);
+        // Both ways, so that a screen scanning for desks learns at once when the radio goes.
         m_centerManager->setStateChangeCallback([this](BluetoothCenterManager*, int state) {
-            if (state == PlatformCentral::StatePoweredOn)
-                setBluetoothState(StatePoweredOn, nullptr);
+            setBluetoothState(
+                state == PlatformCentral::StatePoweredOn ? StatePoweredOn : StateRadioOff, nullptr);
         });
     }
     return *m_centerManager;
@@ -68,6 +55,14 @@ void BluetoothTool::setBluetoothState(int state, const PeripheralPtr& peripheral
     m_bluetoothState = state;
     if (m_bluetoothStateChanged)
         m_bluetoothStateChanged(peripheral, state);
+}
+
+BluetoothTool::ScanCondition BluetoothTool::conditionOf(const QString& name) {
+    return name.isNull() ? ScanCondition{} : ScanCondition{name};
+}
+
+BluetoothTool::ScanCondition BluetoothTool::conditionOf(Rule rule) {
+    return rule ? ScanCondition{std::move(rule)} : ScanCondition{};
 }
 
 int BluetoothTool::settleTimeOut(int& seconds) {
@@ -86,8 +81,8 @@ void BluetoothTool::startScan(BluetoothCenterManager::ScanCallback handler) {
 
 BluetoothError BluetoothTool::scanEndError() const {
     return m_centerManager && m_centerManager->blueToothIsOpen()
-               ? error(ErrorNotFound, kTextNotFound)
-               : error(ErrorPoweredOff, kTextPoweredOff);
+               ? BluetoothError::of(ErrorNotFound, kTextNotFound)
+               : BluetoothError::of(ErrorPoweredOff, kTextPoweredOff);
 }
 
 bool BluetoothTool::meetsCondition(const ScanCondition& condition, const PeripheralPtr& peripheral,
@@ -107,13 +102,13 @@ bool BluetoothTool::meetsCondition(const ScanCondition& condition, const Periphe
 void BluetoothTool::scanDeviceWithCondition(const ScanCondition& condition,
                                             PeripheralCallback callback) {
     if (std::holds_alternative<std::monostate>(condition)) {
-        callback(nullptr, error(ErrorNotFound, kTextConditionNil));
+        callback(nullptr, BluetoothError::of(ErrorNotFound, kTextConditionNil));
         return;
     }
     if (centerManager().blueToothIsOpen())
         setBluetoothState(StatePoweredOn, nullptr);
     else
-        callback(nullptr, error(ErrorPoweredOffWaiting, kTextPoweredOffWaiting));
+        callback(nullptr, BluetoothError::of(ErrorPoweredOffWaiting, kTextPoweredOffWaiting));
     auto done = std::make_shared<bool>(false);
     startScan([this, condition, callback, done](const PeripheralPtr& peripheral, int flags) {
         if (*done)
@@ -145,7 +140,7 @@ void BluetoothTool::scanAllDeviceAsyncWithRule(Rule rule, ScanEventCallback call
             stopScanDevice();
             OptionalError ended;
             if (!centerManager().blueToothIsOpen())
-                ended = error(ErrorPoweredOff, kTextPoweredOff);
+                ended = BluetoothError::of(ErrorPoweredOff, kTextPoweredOff);
             callback(nullptr, flags, ended);
             return;
         }
@@ -160,7 +155,7 @@ void BluetoothTool::scanAllDeviceAsyncWithRule(Rule rule, ScanEventCallback call
 void BluetoothTool::scanAllDeviceWithCondition(const ScanCondition& condition,
                                                ListCallback callback) {
     if (std::holds_alternative<std::monostate>(condition)) {
-        callback({}, error(ErrorNotFound, kTextConditionNil));
+        callback({}, BluetoothError::of(ErrorNotFound, kTextConditionNil));
         return;
     }
     auto found = std::make_shared<QList<PeripheralPtr>>();
@@ -248,7 +243,8 @@ void BluetoothTool::handleConnectReport(const PeripheralPtr& peripheral,
     }
 }
 
-void BluetoothTool::scanThenConnect(const ScanCondition& condition, PeripheralCallback callback) {
+void BluetoothTool::scanAndConnectDeviceWithCondition(const ScanCondition& condition,
+                                                      PeripheralCallback callback) {
     scanDeviceWithCondition(
         condition, [this, callback](const PeripheralPtr& peripheral, const OptionalError& failure) {
             if (failure)
@@ -259,101 +255,12 @@ void BluetoothTool::scanThenConnect(const ScanCondition& condition, PeripheralCa
 }
 
 void BluetoothTool::scanAndConnectDeviceWithName(const QString& name, PeripheralCallback callback) {
-    scanThenConnect(conditionOf(name), std::move(callback));
-}
-
-void BluetoothTool::scanAndConnectDeviceWithRule(Rule rule, PeripheralCallback callback) {
-    scanThenConnect(conditionOf(std::move(rule)), std::move(callback));
-}
-
-void BluetoothTool::scanAndConnectDeviceWithIdentifier(const QString& identifier,
-                                                       PeripheralCallback callback) {
-    scanAndConnectDeviceWithRule(
-        [identifier](const PeripheralPtr& peripheral) {
-            return peripheral->identifierString() == identifier;
-        },
-        std::move(callback));
-}
-
-void BluetoothTool::connectDeviceWithIdentifier(const QString& identifier,
-                                                PeripheralCallback callback) {
-    if (identifier.isEmpty()) {
-        callback(nullptr, error(ErrorIdentifier, kTextIdentifierEmpty));
-        return;
-    }
-    if (!BluetoothUuid::isValidIdentifier(identifier)) {
-        callback(nullptr, error(ErrorIdentifier, kTextIdentifierInvalid));
-        return;
-    }
-    BluetoothCenterManager& manager = centerManager();
-    PeripheralPtr known = manager.searchDeviceWithPeripheral(identifier);
-    if (!known)
-        known = manager.foundDeviceDict().value(identifier);
-    if (!known) {
-        const QList<PeripheralPtr> retrieved =
-            manager.retrievePeripheralsWithIdentifiers({identifier});
-        known = retrieved.isEmpty() ? nullptr : retrieved.first();
-    }
-    if (known)
-        connectDeviceWithPeripheral(known, std::move(callback));
-    else
-        scanAndConnectDeviceWithIdentifier(identifier, std::move(callback));
-}
-
-void BluetoothTool::scanAllThenConnect(const ScanCondition& condition, ListCallback callback) {
-    scanAllDeviceWithCondition(condition, [this, callback](const QList<PeripheralPtr>& found,
-                                                           const OptionalError& failure) {
-        dealScanedAllDeviceWithArray(found, failure, callback);
-    });
-}
-
-void BluetoothTool::scanAndConnectAllDeviceWithName(const QString& name, ListCallback callback) {
-    scanAllThenConnect(conditionOf(name), std::move(callback));
-}
-
-void BluetoothTool::scanAndConnectAllDeviceWithRule(Rule rule, ListCallback callback) {
-    scanAllThenConnect(conditionOf(std::move(rule)), std::move(callback));
-}
-
-void BluetoothTool::dealScanedAllDeviceWithArray(const QList<PeripheralPtr>& peripherals,
-                                                 const OptionalError& failure,
-                                                 ListCallback callback) {
-    if (failure || peripherals.isEmpty()) {
-        callback(peripherals, failure);
-        return;
-    }
-    // Each peripheral's first report counts once; later link events of it do not. The state
-    // lets go of the peripherals once reported, since their connect callbacks keep it.
-    struct Batch {
-        QList<PeripheralPtr> waiting;
-        QList<PeripheralPtr> all;
-        ListCallback callback;
-    };
-    auto batch = std::make_shared<Batch>(Batch{peripherals, peripherals, std::move(callback)});
-    for (qsizetype n = 0; n < peripherals.size(); ++n) {
-        Scheduler::instance().after(
-            kBatchConnectStagger * n, this, [this, batch, peripheral = peripherals[n]] {
-                connectDeviceWithPeripheral(peripheral, [batch](const PeripheralPtr& reported,
-                                                                const OptionalError& result) {
-                    if (!batch->waiting.removeOne(reported))
-                        return;
-                    reported->setConnectErrorDescription(result ? result->domain : QString());
-                    if (!batch->waiting.isEmpty())
-                        return;
-                    const ListCallback done = std::exchange(batch->callback, nullptr);
-                    done(std::exchange(batch->all, {}), std::nullopt);
-                });
-            });
-    }
+    scanAndConnectDeviceWithCondition(conditionOf(name), std::move(callback));
 }
 
 void BluetoothTool::disconnectWithPeripheral(const PeripheralPtr& peripheral) {
     if (peripheral)
         peripheral->disconnectDevice();
-}
-
-void BluetoothTool::disconnectWithIdentifier(const QString& identifier) {
-    disconnectWithPeripheral(centerManager().searchDeviceWithPeripheral(identifier));
 }
 
 void BluetoothTool::disconnectAllPeripheral() {
@@ -367,7 +274,7 @@ void BluetoothTool::searchCharacteristicWithPeripheral(const PeripheralPtr& peri
                                                        const QString& operationUUID,
                                                        CharacteristicCallback callback) {
     if (!peripheral || !peripheral->isConnected()) {
-        callback(nullptr, error(ErrorNotConnected, kTextNotConnected));
+        callback(nullptr, BluetoothError::of(ErrorNotConnected, kTextNotConnected));
         return;
     }
     peripheral->discoverDeviceServiceWithUUIDArray(
@@ -377,8 +284,9 @@ void BluetoothTool::searchCharacteristicWithPeripheral(const PeripheralPtr& peri
                 return callback(nullptr, std::nullopt);
             const ServicePtr service = peripheral->searchServiceWithService(serviceUUID);
             if (failure || !service)
-                return callback(nullptr, failure ? failure->withCode(ErrorNoService)
-                                                 : error(ErrorNoService, kTextNoService));
+                return callback(nullptr, failure
+                                             ? failure->withCode(ErrorNoService)
+                                             : BluetoothError::of(ErrorNoService, kTextNoService));
             setBluetoothState(StateServiceFound, peripheral);
             service->discoverCharacteristicWithCharacteristicUUIDs(
                 {operationUUID},
@@ -390,7 +298,8 @@ void BluetoothTool::searchCharacteristicWithPeripheral(const PeripheralPtr& peri
                     if (searchFailure || !characteristic)
                         return callback(
                             nullptr, searchFailure ? searchFailure->withCode(ErrorNoCharacteristic)
-                                                   : error(ErrorNoCharacteristic, kTextNoService));
+                                                   : BluetoothError::of(ErrorNoCharacteristic,
+                                                                        kTextNoService));
                     setBluetoothState(StateCharacteristicFound, peripheral);
                     callback(characteristic, std::nullopt);
                 });
@@ -435,7 +344,6 @@ void BluetoothTool::notifyDataWithPeripheral(const PeripheralPtr& peripheral,
                 return callback(std::nullopt, failure);
             if (!characteristic)
                 return;
-            // Bytes left from an earlier link belong to no frame of this one.
             m_bluethoothData.clear();
             // The subscription lives inside the peripheral: hold it weakly.
             std::weak_ptr<BluetoothPeripheral> weak = peripheral;
@@ -446,143 +354,9 @@ void BluetoothTool::notifyDataWithPeripheral(const PeripheralPtr& peripheral,
                         result ? OptionalError(result->withCode(ErrorNotify)) : std::nullopt;
                     if (!result)
                         setBluetoothState(StateNotified, weak.lock());
-                    deliverNotification(value, mapped, callback);
+                    m_bluethoothData.deliver(value, mapped, callback);
                 });
         });
-}
-
-void BluetoothTool::deliverNotification(const Bytes& value, const OptionalError& failure,
-                                        const DataCallback& callback) {
-    if (value.empty()) {
-        if (failure)
-            callback(std::nullopt, failure);
-        return;
-    }
-    // A frame handler may cause the next notification synchronously (the answer to a poll can
-    // make a desk report at once): that one waits until this one is cut.
-    if (m_splitting) {
-        m_pendingDeliveries.push_back([this, value, failure, callback] {
-            m_bluethoothData.append(value, [&](const Bytes& frame) { callback(frame, failure); });
-        });
-        return;
-    }
-    m_splitting = true;
-    m_bluethoothData.append(value, [&](const Bytes& frame) { callback(frame, failure); });
-    while (!m_pendingDeliveries.empty()) {
-        const auto next = std::move(m_pendingDeliveries.front());
-        m_pendingDeliveries.pop_front();
-        next();
-    }
-    m_splitting = false;
-}
-
-void BluetoothTool::readValueWithPeripheral(const PeripheralPtr& peripheral,
-                                            const QString& serviceUUID, const QString& readUUID,
-                                            DataCallback callback) {
-    searchCharacteristicWithPeripheral(
-        peripheral, serviceUUID, readUUID,
-        [=, this](const CharacteristicPtr& characteristic, const OptionalError& failure) {
-            if (failure)
-                return callback(std::nullopt, failure);
-            if (!characteristic)
-                return;
-            characteristic->readValueWithCallback([=, this](const CharacteristicPtr&,
-                                                            const Bytes& value,
-                                                            const OptionalError& result) {
-                if (result)
-                    return callback(std::nullopt, result->withCode(ErrorRead));
-                setBluetoothState(StateRead, peripheral);
-                callback(value, std::nullopt);
-            });
-        });
-}
-
-void BluetoothTool::withDescriptor(
-    const PeripheralPtr& peripheral, const QString& serviceUUID, const QString& characterUUID,
-    std::function<void(const DescriptorPtr&, const OptionalError&)> use) {
-    searchCharacteristicWithPeripheral(
-        peripheral, serviceUUID, characterUUID,
-        [use](const CharacteristicPtr& characteristic, const OptionalError& failure) {
-            if (failure)
-                return use(nullptr, failure);
-            if (!characteristic)
-                return;
-            characteristic->discoverDescriptorWithCallback(
-                [use](const QList<DescriptorPtr>& descriptors, const OptionalError& result) {
-                    if (result)
-                        return use(nullptr, result);
-                    if (descriptors.isEmpty())
-                        return use(nullptr, error(ErrorNoDescriptor, kTextNoDescriptor));
-                    use(descriptors.first(), std::nullopt);
-                });
-        });
-}
-
-void BluetoothTool::writeDescriptorWithPeripheral(const PeripheralPtr& peripheral,
-                                                  const QString& serviceUUID,
-                                                  const QString& characterUUID, const Bytes& data,
-                                                  ErrorCallback callback) {
-    withDescriptor(peripheral, serviceUUID, characterUUID,
-                   [data, callback](const DescriptorPtr& descriptor, const OptionalError& failure) {
-                       if (failure)
-                           return callback(failure);
-                       descriptor->writeValueWithData(data, callback);
-                   });
-}
-
-void BluetoothTool::readDescriptorWithPeripheral(const PeripheralPtr& peripheral,
-                                                 const QString& serviceUUID,
-                                                 const QString& characterUUID,
-                                                 DataCallback callback) {
-    withDescriptor(peripheral, serviceUUID, characterUUID,
-                   [callback](const DescriptorPtr& descriptor, const OptionalError& failure) {
-                       if (failure)
-                           return callback(std::nullopt, failure);
-                       descriptor->readValueWithCallback(
-                           [callback](const Bytes& value, const OptionalError& result) {
-                               if (result)
-                                   return callback(std::nullopt, result);
-                               callback(value, std::nullopt);
-                           });
-                   });
-}
-
-void BluetoothTool::readRSSIWithPeripheral(const PeripheralPtr& peripheral, RSSICallback callback) {
-    if (!peripheral || !peripheral->isConnected())
-        return callback(0, error(ErrorNotConnected, kTextNotConnected));
-    peripheral->readDeviceRSSIWithCallback(std::move(callback));
-}
-
-BluetoothTool::PeripheralCallback BluetoothTool::subscribeAndWrite(const QString& serviceUUID,
-                                                                   const QString& notifyUUID,
-                                                                   const QString& wirteUUID,
-                                                                   const Bytes& writeData,
-                                                                   DataCallback callback) {
-    return [=, this](const PeripheralPtr& peripheral, const OptionalError& failure) {
-        if (failure)
-            return callback(std::nullopt, failure);
-        notifyDataWithPeripheral(peripheral, serviceUUID, notifyUUID, true, callback);
-        writeDataWithPeripheral(peripheral, serviceUUID, wirteUUID, writeData,
-                                [callback](const CharacteristicPtr&, const OptionalError& result) {
-                                    if (result)
-                                        callback(std::nullopt, result);
-                                });
-    };
-}
-
-void BluetoothTool::connectDeviceWithName(const QString& name, const QString& serviceUUID,
-                                          const QString& notifyUUID, const QString& wirteUUID,
-                                          const Bytes& writeData, DataCallback callback) {
-    scanAndConnectDeviceWithName(name, subscribeAndWrite(serviceUUID, notifyUUID, wirteUUID,
-                                                         writeData, std::move(callback)));
-}
-
-void BluetoothTool::connectDeviceWithIdentifier(const QString& identifier,
-                                                const QString& serviceUUID,
-                                                const QString& notifyUUID, const QString& wirteUUID,
-                                                const Bytes& writeData, DataCallback callback) {
-    connectDeviceWithIdentifier(identifier, subscribeAndWrite(serviceUUID, notifyUUID, wirteUUID,
-                                                              writeData, std::move(callback)));
 }
 
 } // namespace ostrel

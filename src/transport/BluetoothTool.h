@@ -3,11 +3,10 @@
 #include "BluetoothCenterManager.h"
 #include "BluetoothError.h"
 #include "BluetoothToolOptions.h"
-#include "protocol/FrameSplitter.h"
+#include "NotificationFrames.h"
 
 #include <QObject>
 #include <QPointer>
-#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -17,11 +16,13 @@ namespace ostrel {
 
 // Whole link operations over the wrappers: scan with a condition, connect with a time-out,
 // find a characteristic, write, subscribe and cut the notification stream into desk frames.
-// Every failure is a BluetoothError with one of the codes below; nothing throws.
+// Every failure is a BluetoothError with one of the codes below; nothing throws. The operations
+// the application does not use are in BluetoothToolExtras.
 class BluetoothTool : public QObject {
 public:
     // Link steps reported to bluetoothStateChanged.
     enum LinkState {
+        StateRadioOff = 0, // the radio went off or is unavailable: scans find nothing
         StatePoweredOn = 1,
         StateFound = 2,
         StateConnected = 3,
@@ -60,7 +61,6 @@ public:
     static constexpr char kTextIdentifierEmpty[] = "the identifier is empty !";
     static constexpr char kTextIdentifierInvalid[] = "the identifier is not effect !";
     static constexpr int kDefaultTimeOut = 30; // seconds, for a time-out left unset
-    static constexpr std::chrono::milliseconds kBatchConnectStagger{300};
 
     using StateCallback = std::function<void(const PeripheralPtr& peripheral, int state)>;
     using PeripheralCallback =
@@ -74,11 +74,13 @@ public:
     // Frame data (or a read value) is absent when only an error is reported.
     using DataCallback =
         std::function<void(const std::optional<Bytes>& data, const OptionalError& error)>;
-    using ErrorCallback = std::function<void(const OptionalError& error)>;
-    using RSSICallback = std::function<void(int rssi, const OptionalError& error)>;
     using Rule = std::function<bool(const PeripheralPtr& peripheral)>;
     // A name to match exactly, a rule, or nothing (which fails the scan at once).
     using ScanCondition = std::variant<std::monostate, QString, Rule>;
+
+    // A null name or an empty rule is no condition at all.
+    static ScanCondition conditionOf(const QString& name);
+    static ScanCondition conditionOf(Rule rule);
 
     // `central` is adopted when it has no parent; otherwise its owner keeps it alive.
     explicit BluetoothTool(PlatformCentral* central, QObject* parent = nullptr);
@@ -96,7 +98,7 @@ public:
         m_bluetoothStateChanged = std::move(callback);
     }
     BluetoothCenterManager& centerManager();
-    const FrameSplitter& bluethoothData() const { return m_bluethoothData; }
+    const FrameSplitter& bluethoothData() const { return m_bluethoothData.splitter(); }
 
     // Scanning.
     void scanDeviceWithCondition(const ScanCondition& condition, PeripheralCallback callback);
@@ -112,16 +114,10 @@ public:
 
     // Connecting. The callback hears every later report of the peripheral too.
     void connectDeviceWithPeripheral(const PeripheralPtr& peripheral, PeripheralCallback callback);
-    void connectDeviceWithIdentifier(const QString& identifier, PeripheralCallback callback);
+    void scanAndConnectDeviceWithCondition(const ScanCondition& condition,
+                                           PeripheralCallback callback);
     void scanAndConnectDeviceWithName(const QString& name, PeripheralCallback callback);
-    void scanAndConnectDeviceWithRule(Rule rule, PeripheralCallback callback);
-    void scanAndConnectDeviceWithIdentifier(const QString& identifier, PeripheralCallback callback);
-    void scanAndConnectAllDeviceWithName(const QString& name, ListCallback callback);
-    void scanAndConnectAllDeviceWithRule(Rule rule, ListCallback callback);
-    void dealScanedAllDeviceWithArray(const QList<PeripheralPtr>& peripherals,
-                                      const OptionalError& error, ListCallback callback);
     void disconnectWithPeripheral(const PeripheralPtr& peripheral);
-    void disconnectWithIdentifier(const QString& identifier);
     void disconnectAllPeripheral();
 
     // GATT operations.
@@ -135,24 +131,11 @@ public:
     void notifyDataWithPeripheral(const PeripheralPtr& peripheral, const QString& serviceUUID,
                                   const QString& notifyUUID, bool notifyValue,
                                   DataCallback callback);
-    void readValueWithPeripheral(const PeripheralPtr& peripheral, const QString& serviceUUID,
-                                 const QString& readUUID, DataCallback callback);
-    void writeDescriptorWithPeripheral(const PeripheralPtr& peripheral, const QString& serviceUUID,
-                                       const QString& characterUUID, const Bytes& data,
-                                       ErrorCallback callback);
-    void readDescriptorWithPeripheral(const PeripheralPtr& peripheral, const QString& serviceUUID,
-                                      const QString& characterUUID, DataCallback callback);
-    void readRSSIWithPeripheral(const PeripheralPtr& peripheral, RSSICallback callback);
-
-    // Connect, subscribe and write in one call; frames and every error go to `callback`.
-    void connectDeviceWithName(const QString& name, const QString& serviceUUID,
-                               const QString& notifyUUID, const QString& wirteUUID,
-                               const Bytes& writeData, DataCallback callback);
-    void connectDeviceWithIdentifier(const QString& identifier, const QString& serviceUUID,
-                                     const QString& notifyUUID, const QString& wirteUUID,
-                                     const Bytes& writeData, DataCallback callback);
 
 private:
+    // The operations the application does not use report their steps here too.
+    friend class BluetoothToolExtras;
+
     void setBluetoothState(int state, const PeripheralPtr& peripheral);
     void startScan(BluetoothCenterManager::ScanCallback handler);
     BluetoothError scanEndError() const;
@@ -160,16 +143,6 @@ private:
                                int flags);
     void handleConnectReport(const PeripheralPtr& peripheral, const OptionalError& error, int kind,
                              const PeripheralCallback& callback);
-    void scanThenConnect(const ScanCondition& condition, PeripheralCallback callback);
-    void scanAllThenConnect(const ScanCondition& condition, ListCallback callback);
-    void withDescriptor(const PeripheralPtr& peripheral, const QString& serviceUUID,
-                        const QString& characterUUID,
-                        std::function<void(const DescriptorPtr&, const OptionalError&)> use);
-    void deliverNotification(const Bytes& value, const OptionalError& error,
-                             const DataCallback& callback);
-    PeripheralCallback subscribeAndWrite(const QString& serviceUUID, const QString& notifyUUID,
-                                         const QString& wirteUUID, const Bytes& writeData,
-                                         DataCallback callback);
     // An unset time-out becomes the default, in the options too.
     static int settleTimeOut(int& seconds);
 
@@ -178,10 +151,7 @@ private:
     BluetoothToolOptions m_managerOptions;
     int m_bluetoothState = 0;
     StateCallback m_bluetoothStateChanged;
-    FrameSplitter m_bluethoothData;
-    // Notification values that arrive while frames are being handed out wait their turn.
-    bool m_splitting = false;
-    std::deque<std::function<void()>> m_pendingDeliveries;
+    NotificationFrames m_bluethoothData;
 };
 
 } // namespace ostrel

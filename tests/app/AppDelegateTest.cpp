@@ -60,10 +60,15 @@ TEST_F(LaunchTest, ShowsSearchOnlyAfterTheSettlePause) {
     EXPECT_EQ(OMWindowIdentifier::find(OMWindowIdentifier::home()), delegate->modalWindow());
 }
 
-TEST_F(LaunchTest, ShowsNoBluetoothWhenTheRadioIsOff) {
+TEST_F(LaunchTest, ShowsNoBluetoothAndTellsTheUserWhenTheRadioIsOff) {
     central->setPowered(false);
     launch();
     EXPECT_EQ(screenName(), QLatin1String(screens::kNoBluetooth));
+    ASSERT_EQ(alerts.size(), 1u);
+    EXPECT_EQ(alerts[0].message, "Prompt");
+    EXPECT_EQ(alerts[0].informativeText,
+              "Bluetooth is turned off, please turn it on to connect to your desk");
+    EXPECT_EQ(alerts[0].buttons, QStringList{"Confirm"});
 }
 
 TEST_F(LaunchTest, ClosingTheWindowKeepsTheApplicationAndTheTrayBringsItBack) {

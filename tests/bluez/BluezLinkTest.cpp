@@ -109,7 +109,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& testParam) { return testParam.param.label; });
 
 // A write without response reports nothing on success; BlueZ's error reply comes back later
-// and must still reach the writer's callback as code 9.
+// and must reach the writer's callback as code 9, its one and only report.
 TEST_F(BluezTest, FailedWriteValueSurfacesAsCodeNine) {
     addDesk(QStringLiteral("QWJ-2301"), 2);
     connectDesk(discover(QStringLiteral("QWJ-2301")));
@@ -124,8 +124,8 @@ TEST_F(BluezTest, FailedWriteValueSurfacesAsCodeNine) {
         [codes](const CharacteristicPtr&, const OptionalError& error) {
             codes->push_back(error ? error->code : 0);
         });
-    ASSERT_TRUE(waitFor([&] { return std::ranges::count(*codes, 9) == 1; }));
-    EXPECT_EQ(codes->back(), 9);
+    ASSERT_TRUE(waitFor([&] { return !codes->empty(); }));
+    EXPECT_EQ(*codes, std::vector<int>{9});
 }
 
 } // namespace

@@ -21,7 +21,9 @@ protected:
     std::vector<Report> reports;
 };
 
-TEST_F(ConnectTest, ConnectsAndReportsTheLink) {
+// Asked again, the facade answers at once without a new platform connect, reports state 3
+// again and, given a frame callback, subscribes it.
+TEST_F(ConnectTest, ConnectsAndAnswersAgainAtOnceForAConnectedDesk) {
     VirtualDesk& desk = addDesk();
     const PeripheralPtr peripheral = discover(desk);
     ASSERT_TRUE(peripheral);
@@ -29,6 +31,9 @@ TEST_F(ConnectTest, ConnectsAndReportsTheLink) {
     QObject observer;
     NotificationCenter::defaultCenter().addObserver(&observer, notifications::kBluetoothConnected,
                                                     [&](const QVariant&) { ++connectedPosts; });
+    std::vector<int> states;
+    facade().bluetoothStateChanged(
+        [&](const PeripheralPtr& p, int state) { states.push_back(p == peripheral ? state : -1); });
 
     connectRecording(peripheral);
     advance(VirtualCentral::kDefaultLatency);
@@ -38,15 +43,27 @@ TEST_F(ConnectTest, ConnectsAndReportsTheLink) {
     EXPECT_TRUE(facade().isConnect());
     EXPECT_EQ(facade().currentPeripheral(), peripheral);
     EXPECT_EQ(connectedPosts, 1);
-    EXPECT_EQ(tool().bluetoothState(), 3);
+    EXPECT_EQ(states, std::vector<int>{3});
+    EXPECT_FALSE(desk.isSubscribed());
 
-    // Asked again, the facade answers at once without a new platform connect.
-    connectRecording(peripheral);
+    int frames = 0;
+    const auto asked = now();
+    facade().connectDeviceWithPeripheral(
+        peripheral,
+        [this](const PeripheralPtr&, const OptionalError& error) {
+            reports.push_back({now(), error});
+        },
+        [&](const std::optional<Bytes>& frame, const OptionalError&) { frames += frame ? 1 : 0; });
     ASSERT_EQ(reports.size(), 2u);
+    EXPECT_EQ(reports[1].at, asked);
     EXPECT_FALSE(reports[1].error);
+    ASSERT_GE(states.size(), 2u);
+    EXPECT_EQ(states[1], 3);
     advance(1s);
     EXPECT_EQ(connectedPosts, 1);
     EXPECT_EQ(reports.size(), 2u);
+    EXPECT_TRUE(desk.isSubscribed());
+    EXPECT_GT(frames, 0);
 }
 
 TEST_F(ConnectTest, UnansweredConnectTimesOutAndLeavesTheDeskDisconnected) {
@@ -155,9 +172,9 @@ TEST_F(ConnectTest, LostLinkWithoutAutoReconnectStaysDown) {
 TEST_F(ConnectTest, RadioPowerCycleReconnects) {
     VirtualDesk& desk = addDesk();
     const PeripheralPtr peripheral = discover(desk);
-    std::vector<int> powerStates;
-    tool().centerManager().setStateChangeCallback(
-        [&](BluetoothCenterManager*, int state) { powerStates.push_back(state); });
+    std::vector<int> states;
+    facade().bluetoothStateChanged(
+        [&](const PeripheralPtr&, int state) { states.push_back(state); });
     connectRecording(peripheral);
     advance(100ms);
     central->setPowered(false);
@@ -169,14 +186,24 @@ TEST_F(ConnectTest, RadioPowerCycleReconnects) {
     advance(100ms);
     ASSERT_EQ(reports.size(), 3u);
     EXPECT_FALSE(reports[2].error);
-    EXPECT_EQ(powerStates, (std::vector<int>{4, 5}));
+    // Connected, radio off, radio on, connected again.
+    EXPECT_EQ(states, (std::vector<int>{3, 0, 1, 3}));
 }
 
+// resetScanManager forgets the found desks and stops scanning but keeps links; resetManager
+// also ends them, and a link ended on purpose is not re-established.
 TEST_F(ConnectTest, TeardownIsNotTreatedAsALoss) {
     VirtualDesk& desk = addDesk();
     const PeripheralPtr peripheral = discover(desk);
     connectRecording(peripheral);
     advance(100ms);
+    facade().scanWithType(2, [](const PeripheralPtr&, int, const OptionalError&) {});
+    facade().resetScanManager();
+    EXPECT_FALSE(central->isScanning());
+    EXPECT_TRUE(tool().centerManager().foundDeviceDict().isEmpty());
+    EXPECT_TRUE(peripheral->isConnected());
+    EXPECT_EQ(reports.size(), 1u);
+
     facade().resetManager();
     advance(100ms);
     ASSERT_EQ(reports.size(), 2u);
@@ -206,13 +233,13 @@ TEST_F(ConnectTest, ConnectByIdentifierChecksItFirst) {
     VirtualDesk& desk = addDesk();
     std::vector<std::optional<BluetoothError>> errors;
     auto record = [&](const PeripheralPtr&, const OptionalError& e) { errors.push_back(e); };
-    tool().connectDeviceWithIdentifier("", record);
-    tool().connectDeviceWithIdentifier("desk-1", record);
+    extras().connectDeviceWithIdentifier("", record);
+    extras().connectDeviceWithIdentifier("desk-1", record);
     ASSERT_EQ(errors.size(), 2u);
     EXPECT_EQ(*errors[0], (BluetoothError{13, "the identifier is empty !"}));
     EXPECT_EQ(*errors[1], (BluetoothError{13, "the identifier is not effect !"}));
 
-    tool().connectDeviceWithIdentifier(central->identifierOf(&desk), record);
+    extras().connectDeviceWithIdentifier(central->identifierOf(&desk), record);
     advance(500ms);
     ASSERT_EQ(errors.size(), 3u);
     EXPECT_FALSE(errors[2]);
@@ -225,7 +252,7 @@ TEST_F(ConnectTest, BatchConnectStaggersAndReportsOnceAllAnswered) {
     QList<PeripheralPtr> connected;
     std::optional<std::chrono::milliseconds> doneAt;
     tool().setManagerOptions(facade().toolOptions());
-    tool().scanAndConnectAllDeviceWithRule(
+    extras().scanAndConnectAllDeviceWithRule(
         [](const PeripheralPtr& p) { return p->name().startsWith("QWJ"); },
         [&](const QList<PeripheralPtr>& list, const OptionalError& error) {
             EXPECT_FALSE(error);

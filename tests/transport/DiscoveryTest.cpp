@@ -60,17 +60,24 @@ TEST_F(DiscoveryTest, DeskUnseenForFiveSecondsIsDroppedAndSeenAnewLater) {
     EXPECT_EQ(flagsOf("QWJ-0001"), (std::vector<int>{8, 32, 8}));
 }
 
-TEST_F(DiscoveryTest, ScanEndsAfterItsTimeOutWithOneEndReport) {
-    scan(1); // nothing of type 1 around
+// Desks keep advertising after the end: the end is reported once, bare, and nothing follows.
+TEST_F(DiscoveryTest, ContinuousScanEndsAfterItsTimeOutWithOneBareEndReport) {
+    addDesk({.name = "Ostrel-CN-1", .bluetoothType = 1});
+    addDesk(); // type 2: not what this scan looks for
+    scan(1);
     advance(29999ms);
-    EXPECT_TRUE(events.empty());
+    ASSERT_FALSE(flagsOf("Ostrel-CN-1").empty());
+    EXPECT_EQ(flagsOf("Ostrel-CN-1").front(), 8);
+    EXPECT_TRUE(flagsOf("QWJ-0001").empty());
+    EXPECT_TRUE(flagsOf("").empty());
     advance(1ms);
-    ASSERT_EQ(events.size(), 1u);
-    EXPECT_EQ(events[0].flags, 2);
-    EXPECT_FALSE(events[0].errorCode);
+    EXPECT_EQ(flagsOf(""), std::vector<int>{2});
+    EXPECT_EQ(events.back().at, 30s);
+    EXPECT_FALSE(events.back().errorCode);
     EXPECT_FALSE(central->isScanning());
+    const std::size_t ended = events.size();
     advance(60s);
-    EXPECT_EQ(events.size(), 1u);
+    EXPECT_EQ(events.size(), ended);
 }
 
 TEST_F(DiscoveryTest, UnsetTimeOutScansForThirtySeconds) {
@@ -107,9 +114,20 @@ TEST_F(DiscoveryTest, CollectingScanListsEachMatchingDeskOnce) {
     EXPECT_EQ(names, (QStringList{"QJW-7", "QWJ-0001"}));
 }
 
+// A scan started with the radio off runs all the same and ends as a powered-off scan: the
+// continuous one with flags 2 and code 1, the single-result one with code 0 at once and code 1
+// at the end.
 TEST_F(DiscoveryTest, RadioOffEndsScansWithPoweredOffError) {
+    addDesk();
     central->setPowered(false);
     scan();
+    advance(30s);
+    ASSERT_EQ(events.size(), 1u);
+    EXPECT_EQ(events[0].at, 30s);
+    EXPECT_EQ(events[0].name, "");
+    EXPECT_EQ(events[0].flags, 2);
+    EXPECT_EQ(events[0].errorCode, 1);
+
     std::vector<int> singleCodes;
     facade().setScanTimeOut(5);
     tool().scanDeviceWithName("QWJ-0001", [&](const PeripheralPtr& p, const OptionalError& e) {
@@ -117,9 +135,30 @@ TEST_F(DiscoveryTest, RadioOffEndsScansWithPoweredOffError) {
         singleCodes.push_back(e ? e->code : -1);
     });
     EXPECT_EQ(singleCodes, std::vector<int>{0}); // at once, the scan runs all the same
+    EXPECT_TRUE(central->isScanning());
     advance(5s);
     EXPECT_EQ(singleCodes, (std::vector<int>{0, 1}));
+    EXPECT_EQ(events.size(), 1u);
     EXPECT_FALSE(facade().blueToothIsOpen());
+}
+
+// The facade's options ask for the power alert; a central manager made without them is quiet.
+TEST_F(DiscoveryTest, PowerAlertOnlyWhenTheOptionsAskForIt) {
+    QStringList alerts;
+    BluetoothCenterManager::setAlertHandler(
+        [&](const QString&, const QString& text, const QString&) { alerts.append(text); });
+    VirtualCentral otherRadio;
+    const BluetoothCenterManager plain(&otherRadio);
+    advance(100ms);
+    otherRadio.setPowered(false);
+    advance(100ms);
+    EXPECT_TRUE(alerts.isEmpty());
+
+    central->setPowered(false);
+    advance(100ms);
+    BluetoothCenterManager::setAlertHandler(nullptr);
+    EXPECT_EQ(alerts,
+              QStringList{"Bluetooth is turned off, please turn it on to connect to your desk"});
 }
 
 TEST_F(DiscoveryTest, SingleResultScanStopsAtTheNamedDesk) {

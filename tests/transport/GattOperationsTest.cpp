@@ -45,15 +45,15 @@ TEST_F(GattOperationsTest, DescriptorAndValueReadsFollowTheSubscription) {
         if (value)
             values.push_back(*value);
     };
-    tool().readDescriptorWithPeripheral(peripheral, "FFF0", "FFF1", collect);
+    extras().readDescriptorWithPeripheral(peripheral, "FFF0", "FFF1", collect);
     advance(200ms);
-    tool().writeDescriptorWithPeripheral(peripheral, "FFF0", "FFF1", {0x01, 0x00},
-                                         [](const OptionalError& error) { EXPECT_FALSE(error); });
+    extras().writeDescriptorWithPeripheral(peripheral, "FFF0", "FFF1", {0x01, 0x00},
+                                           [](const OptionalError& error) { EXPECT_FALSE(error); });
     advance(200ms);
     EXPECT_TRUE(desk->isSubscribed()); // the 0x2902 write switched notifications on
-    tool().readDescriptorWithPeripheral(peripheral, "FFF0", "FFF1", collect);
+    extras().readDescriptorWithPeripheral(peripheral, "FFF0", "FFF1", collect);
     advance(200ms);
-    tool().readValueWithPeripheral(peripheral, "FFF0", "FFF1", collect);
+    extras().readValueWithPeripheral(peripheral, "FFF0", "FFF1", collect);
     advance(200ms);
     ASSERT_EQ(values.size(), 3u);
     EXPECT_EQ(values[0], (Bytes{0x00, 0x00}));
@@ -66,8 +66,8 @@ TEST_F(GattOperationsTest, DescriptorOperationOnBareCharacteristicIsCodeTwelve) 
     VirtualDesk& plain = addDesk({.name = "QWJ-0009"});
     const PeripheralPtr typeTwo = connect(plain);
     std::optional<BluetoothError> error;
-    tool().writeDescriptorWithPeripheral(typeTwo, "180D", "2A39", {0x01},
-                                         [&](const OptionalError& e) { error = e; });
+    extras().writeDescriptorWithPeripheral(typeTwo, "180D", "2A39", {0x01},
+                                           [&](const OptionalError& e) { error = e; });
     advance(200ms);
     ASSERT_TRUE(error);
     EXPECT_EQ(*error, (BluetoothError{12, "the characteristic no have descripotor"}));
@@ -75,14 +75,14 @@ TEST_F(GattOperationsTest, DescriptorOperationOnBareCharacteristicIsCodeTwelve) 
 
 TEST_F(GattOperationsTest, RssiOfALiveLinkAndOfNone) {
     std::vector<int> results;
-    tool().readRSSIWithPeripheral(peripheral, [&](int rssi, const OptionalError& error) {
+    extras().readRSSIWithPeripheral(peripheral, [&](int rssi, const OptionalError& error) {
         EXPECT_FALSE(error);
         results.push_back(rssi);
     });
     advance(100ms);
     facade().setAutoConnectAfterDisconnect(false);
     desk->dropLink();
-    tool().readRSSIWithPeripheral(peripheral, [&](int, const OptionalError& error) {
+    extras().readRSSIWithPeripheral(peripheral, [&](int, const OptionalError& error) {
         results.push_back(error ? error->code : 0);
     });
     EXPECT_EQ(results, (std::vector<int>{-55, 4}));
@@ -94,11 +94,11 @@ TEST_F(GattOperationsTest, ConnectSubscribeAndWriteInOneCall) {
     std::vector<Bytes> sent;
     central->setWriteObserver([&](const GattPath&, const Bytes& value) { sent.push_back(value); });
     int frames = 0;
-    tool().connectDeviceWithName("Ostrel-CN-3", "FFF0", "FFF1", "FFF1", Bytes{0x9B, 0x01},
-                                 [&](const std::optional<Bytes>& frame, const OptionalError& e) {
-                                     EXPECT_FALSE(e);
-                                     frames += frame ? 1 : 0;
-                                 });
+    extras().connectDeviceWithName("Ostrel-CN-3", "FFF0", "FFF1", "FFF1", Bytes{0x9B, 0x01},
+                                   [&](const std::optional<Bytes>& frame, const OptionalError& e) {
+                                       EXPECT_FALSE(e);
+                                       frames += frame ? 1 : 0;
+                                   });
     advance(1s);
     ASSERT_FALSE(sent.empty());
     EXPECT_EQ(sent.front(), (Bytes{0x9B, 0x01}));

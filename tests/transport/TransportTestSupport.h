@@ -6,6 +6,7 @@
 #include "sim/VirtualDesk.h"
 #include "transport/BluetoothFilter.h"
 #include "transport/BluetoothTool.h"
+#include "transport/BluetoothToolExtras.h"
 #include "transport/RBBluetoothManager.h"
 
 #include <gtest/gtest.h>
@@ -37,8 +38,8 @@ protected:
             BluetoothResultHandle::replaceSharedInstance(std::make_unique<BluetoothResultHandle>());
         m_previousFacade =
             RBBluetoothManager::replaceSharedInstance(std::make_unique<RBBluetoothManager>());
-        tool().centerManager();
-        scheduler.runDue(); // the radio's first power report
+        facade().blueToothIsOpen(); // the radio, with the facade's options
+        scheduler.runDue();         // and its first power report
     }
 
     void TearDown() override {
@@ -60,6 +61,7 @@ protected:
 
     static RBBluetoothManager& facade() { return RBBluetoothManager::sharedInstance(); }
     static BluetoothTool& tool() { return BluetoothTool::shareInstance(); }
+    static BluetoothToolExtras extras() { return BluetoothToolExtras(tool()); }
     static BluetoothResultHandle& handle() { return BluetoothResultHandle::sharedInstance(); }
 
     // Scans for type 2 until `desk` is sighted, then stops scanning.

@@ -51,6 +51,30 @@ TEST_F(WriteTest, LongWriteGoesOutInTwentyBytePiecesFifthOfASecondApart) {
     EXPECT_EQ(writtenReports, 1); // one completion for the whole write
 }
 
+// The radio may refuse a write without response after its bytes have left: the writer hears
+// that refusal alone, and a write nobody refuses reports "written" alone.
+TEST_F(WriteTest, EachWriteReportsExactlyOnce) {
+    VirtualDesk& desk = addDesk();
+    connect(desk); // not subscribed: no poll answers share the characteristic
+    std::vector<OptionalError> reports;
+    int writtenReports = 0;
+    facade().bluetoothStateChanged(
+        [&](const PeripheralPtr&, int state) { writtenReports += state == 8 ? 1 : 0; });
+    auto record = [&](const CharacteristicPtr&, const OptionalError& e) { reports.push_back(e); };
+    central->setWriteRefusal(&desk, QStringLiteral("Write not permitted"));
+    facade().writeDataWithCurrentperipheral(Bytes{0x01}, record);
+    advance(2s);
+    EXPECT_EQ(reports, (std::vector<OptionalError>{BluetoothError{9, "Write not permitted"}}));
+    EXPECT_EQ(writtenReports, 0);
+
+    central->setWriteRefusal(&desk, {});
+    reports.clear();
+    facade().writeDataWithCurrentperipheral(Bytes{0x01}, record);
+    advance(2s);
+    EXPECT_EQ(reports, std::vector<OptionalError>{std::nullopt});
+    EXPECT_EQ(writtenReports, 1);
+}
+
 TEST_F(WriteTest, TypeOneDeskWritesAndListensOnOneCharacteristic) {
     const VirtualDesk& desk = addDesk({.name = "Ostrel-CN-7", .bluetoothType = 1});
     int frames = 0;

@@ -12,6 +12,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <algorithm>
 
 namespace ostrel {
@@ -62,11 +63,17 @@ void BluetoothSearchVC::initView() {
 
     m_tableDesk = new ClickableRowList;
 
+    m_buttonDeskType = new QPushButton(tr("Choose desk model"));
+    m_buttonDeskType->setFlat(true);
+    m_buttonDeskType->setCursor(Qt::PointingHandCursor);
+    connect(m_buttonDeskType, &QPushButton::clicked, this, [this] { actionPushToTypeVC(); });
+
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(24, 20, 24, 20);
     layout->setSpacing(12);
     layout->addLayout(header);
     layout->addWidget(m_tableDesk, 1);
+    layout->addWidget(m_buttonDeskType, 0, Qt::AlignHCenter);
 }
 
 bool BluetoothSearchVC::isRefreshRotating() const {
@@ -93,7 +100,11 @@ void BluetoothSearchVC::startScan() {
     m_isScanning = true;
     scanOwner() = this;
     m_blueToothManager->setNDevices({});
-    m_blueToothManager->resetManager();
+    // Leftover links go, but not one the user is pairing right now.
+    if (m_connecting.isEmpty())
+        m_blueToothManager->resetManager();
+    else
+        m_blueToothManager->resetScanManager();
     reloadData();
     m_imageSearch->startRotating();
     m_blueToothManager->setScanTimeOut(kScanTimeOut);
@@ -164,6 +175,7 @@ void BluetoothSearchVC::actionSelectRow(int row) {
         return;
     QPointer<DeskSearchRowView> rowView = m_rows.value(row);
     rowView->showConnect();
+    m_connecting.append(peripheral);
     QPointer<BluetoothSearchVC> self(this);
     m_blueToothManager->connectDeviceWithPeripheral(
         peripheral, [self, rowView](const PeripheralPtr& connected, const OptionalError& error) {
@@ -174,6 +186,7 @@ void BluetoothSearchVC::actionSelectRow(int row) {
 
 void BluetoothSearchVC::connectReport(const PeripheralPtr& peripheral, const OptionalError& error,
                                       const QPointer<DeskSearchRowView>& row) {
+    m_connecting.removeOne(peripheral);
     // Later reports of the paired desk (a lost link, a reconnection) are the session's.
     if (m_paired)
         return;
@@ -200,6 +213,12 @@ void BluetoothSearchVC::showConnectTip(const QString& deskName) {
     // The tip closes itself; pairing again starts from a fresh list.
     connect(tip, &BluetoothConnectTipVC::pairClicked, this, &BluetoothSearchVC::actionRefresh,
             Qt::UniqueConnection);
+}
+
+void BluetoothSearchVC::actionPushToTypeVC() {
+    // Not from inside the click: the home window deletes this screen as it takes the next.
+    HomeNavigator::later(this,
+                         [] { HomeNavigator::show(QString::fromLatin1(screens::kDeskType)); });
 }
 
 } // namespace ostrel

@@ -8,6 +8,7 @@
 #include <QWidget>
 
 class QLabel;
+class QPushButton;
 
 namespace ostrel {
 
@@ -34,6 +35,8 @@ public:
     QString titleText() const;
     // The rows in list order, one per entry of the facade's nDevices.
     const QList<DeskSearchRowView*>& rows() const { return m_rows; }
+    // Opens the desk type screen, where the model that the bound devices belong to is chosen.
+    QPushButton* deskTypeButton() const { return m_buttonDeskType; }
 
     void startScan();
     void actionRefresh() { startScan(); }
@@ -52,13 +55,17 @@ private:
     void connectReport(const PeripheralPtr& peripheral, const OptionalError& error,
                        const QPointer<DeskSearchRowView>& row);
     void showConnectTip(const QString& deskName);
+    void actionPushToTypeVC();
 
     RBBluetoothManager* m_blueToothManager;
     bool m_isScanning = false;
     bool m_paired = false;
+    // Desks clicked whose connect has not reported yet: a scan restarted meanwhile keeps them.
+    QList<PeripheralPtr> m_connecting;
     QLabel* m_labelTitle = nullptr;
     OMRotatingImage* m_imageSearch = nullptr;
     ClickableRowList* m_tableDesk = nullptr;
+    QPushButton* m_buttonDeskType = nullptr;
     QList<DeskSearchRowView*> m_rows;
 };
 

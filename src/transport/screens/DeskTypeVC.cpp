@@ -6,11 +6,15 @@
 #include "transport/screens/DeskTypeTable.h"
 #include "transport/screens/HomeNavigator.h"
 
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace ostrel {
 
-DeskTypeVC::DeskTypeVC(QWidget* parent) : QWidget(parent) {
+DeskTypeVC::DeskTypeVC(QWidget* parent)
+    : QWidget(parent), m_buttonBack(new QPushButton(tr("Back"))) {
+    m_buttonBack->setFlat(true);
+    connect(m_buttonBack, &QPushButton::clicked, this, &DeskTypeVC::actionPushToSearchVC);
     auto* list = new ClickableRowList;
     for (int index = 0; index < DeskTypeTable::kRowCount; ++index) {
         auto* cell = new DeskTypeCell(index);
@@ -20,11 +24,16 @@ DeskTypeVC::DeskTypeVC(QWidget* parent) : QWidget(parent) {
     }
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(24, 20, 24, 20);
+    layout->addWidget(m_buttonBack, 0, Qt::AlignLeft);
     layout->addWidget(list);
 }
 
 void DeskTypeVC::actionSelectRow(int row) {
     CurrentDeskModel::setName(QString::fromLatin1(DeskTypeTable::row(row).foldName));
+    actionPushToSearchVC();
+}
+
+void DeskTypeVC::actionPushToSearchVC() {
     // This screen is replaced by what follows, so not from inside its own click.
     HomeNavigator::later(this, &HomeNavigator::actionPushToSearchVC);
 }

@@ -187,12 +187,44 @@ TEST_F(BluetoothSearchVCTest, FailedConnectionShowsTheTipWithTheDeskNameAndPairS
     tip->pairButton()->click();
     EXPECT_FALSE(tip->isVisible());
     EXPECT_TRUE(screen->isScanning());
+
+    // Nothing stays pending: a fresh list drops a leftover link as usual (here one made
+    // elsewhere once the scan has ended, whose link report starts this screen's next scan).
+    advance(31s);
+    ASSERT_FALSE(screen->isScanning());
+    const VirtualDesk& other = addNamedDesk("QWJ-0002");
+    const PeripheralPtr leftover =
+        tool().centerManager().peripheralFor(central->identifierOf(&other));
+    tool().connectDeviceWithPeripheral(leftover, [](const PeripheralPtr&, const OptionalError&) {});
+    advance(1s);
+    EXPECT_TRUE(screen->isScanning());
+    EXPECT_FALSE(leftover->isConnected());
 }
 
-TEST_F(BluetoothSearchVCTest, FollowsTheRadio) {
+// The click comes just before the 30 s scan ends and the desk answers just after: the scan the
+// link report restarts must not take the link with it.
+TEST_F(BluetoothSearchVCTest, ConnectFinishingAfterTheScanEndedKeepsItsLink) {
+    addNamedDesk("QWJ-0001");
+    openScreen();
+    advance(30s - VirtualCentral::kDefaultLatency / 2);
+    ASSERT_TRUE(screen->isScanning());
+    click(screen->rows().first());
+    advance(VirtualCentral::kDefaultLatency);
+
+    EXPECT_EQ(routed, QStringList{screens::kDeskControl});
+    const PeripheralPtr paired = screen->blueToothManager().currentPeripheral();
+    ASSERT_TRUE(paired);
+    EXPECT_TRUE(paired->isConnected());
+    EXPECT_FALSE(central->isScanning()); // the control screen inherits a quiet radio
+    advance(1s);
+    EXPECT_TRUE(paired->isConnected());
+}
+
+TEST_F(BluetoothSearchVCTest, FollowsTheRadioAndTellsTheUserWhenItGoesOff) {
     addNamedDesk("QWJ-0001");
     central->setPowered(false);
     scheduler.runDue();
+    radioAlerts.clear();
     openScreen();
     advance(1s);
     EXPECT_FALSE(screen->isScanning()); // no scan starts with the radio off
@@ -202,18 +234,24 @@ TEST_F(BluetoothSearchVCTest, FollowsTheRadio) {
     advance(1s);
     EXPECT_TRUE(screen->isScanning());
     EXPECT_EQ(rowTitles(), QStringList{"QWJ-0001"});
+    EXPECT_TRUE(radioAlerts.isEmpty());
 
-    // Off during the scan: nothing more is found and the scan ends as a powered-off scan.
+    // Off during the scan: it stops at once, the list stays, and the user is told.
     central->setPowered(false);
-    advance(30s);
+    advance(1s);
     EXPECT_FALSE(screen->isScanning());
     EXPECT_FALSE(screen->isRefreshRotating());
+    EXPECT_FALSE(central->isScanning());
     EXPECT_EQ(rowTitles(), QStringList{"QWJ-0001"});
+    EXPECT_EQ(radioAlerts,
+              QStringList{"Bluetooth is turned off, please turn it on to connect to your desk"});
 
     central->setPowered(true);
     advance(1s);
     EXPECT_TRUE(screen->isScanning());
+    EXPECT_TRUE(screen->isRefreshRotating());
     EXPECT_EQ(rowTitles(), QStringList{"QWJ-0001"});
+    EXPECT_EQ(radioAlerts.size(), 1);
 }
 
 TEST_F(BluetoothSearchVCTest, LeavingStopsItsOwnScanButNotTheNextScreens) {

@@ -1,12 +1,15 @@
 #include "ScreenTestSupport.h"
 #include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
+#include "transport/screens/BluetoothSearchVC.h"
 #include "transport/screens/DeskTypeCell.h"
 #include "transport/screens/DeskTypeTable.h"
 #include "transport/screens/DeskTypeVC.h"
 #include "transport/screens/NoBluetoothVC.h"
 
+#include <QPointer>
 #include <QPushButton>
+#include <QTest>
 
 namespace ostrel::test {
 namespace {
@@ -49,27 +52,75 @@ TEST(DeskTypeTableTest, RowsNameTheirModelAndPictureAndFallBackToTheLast) {
     }
 }
 
-TEST_F(DeskTypeAndNoBluetoothTest, ChoosingAModelStoresItAndGoesOnByTheRadio) {
-    struct Case {
-        bool radioOn;
-        int row;
-        const char* foldName;
-        const char* next;
-    };
-    for (const Case& c : {Case{true, 3, "D5Pro", screens::kBluetoothSearch},
-                          Case{false, 0, "D5Plus", screens::kNoBluetooth}}) {
-        SCOPED_TRACE(c.row);
-        setRadio(c.radioOn);
-        routed.clear();
-        deleteCurrentDevicePosts = 0;
-        DeskTypeVC screen;
-        ASSERT_EQ(screen.cells().size(), DeskTypeTable::kRowCount);
-        click(screen.cells().at(c.row));
-        EXPECT_EQ(CurrentDeskModel::name(), c.foldName);
-        scheduler.runDue();
-        EXPECT_EQ(deleteCurrentDevicePosts, 1);
-        EXPECT_EQ(routed, QStringList{c.next});
+// With the radio on the choice leads to search (DeskTypeFlowTest); with it off, here.
+TEST_F(DeskTypeAndNoBluetoothTest, ChoosingAModelWithTheRadioOffStoresItAndShowsNoBluetooth) {
+    setRadio(false);
+    DeskTypeVC screen;
+    ASSERT_EQ(screen.cells().size(), DeskTypeTable::kRowCount);
+    click(screen.cells().at(0));
+    EXPECT_EQ(CurrentDeskModel::name(), "D5Plus");
+    scheduler.runDue();
+    EXPECT_EQ(deleteCurrentDevicePosts, 1);
+    EXPECT_EQ(routed, QStringList{screens::kNoBluetooth});
+}
+
+// The real search and desk type screens in the home window, one at a time, reached by clicks.
+class DeskTypeFlowTest : public DeskTypeAndNoBluetoothTest {
+protected:
+    void SetUp() override {
+        DeskTypeAndNoBluetoothTest::SetUp();
+        OMScreenRouter& router = OMScreenRouter::instance();
+        router.registerScreen(screens::kBluetoothSearch, [] { return new BluetoothSearchVC; });
+        router.registerScreen(screens::kDeskType, [] { return new DeskTypeVC; });
+        router.setHost([this](QWidget* screen) {
+            delete current;
+            current = screen;
+            screen->setParent(home.get());
+            screen->show();
+        });
+        home->resize(400, 500);
+        home->show();
     }
+
+    void TearDown() override {
+        delete current; // before the radio it scans with
+        DeskTypeAndNoBluetoothTest::TearDown();
+    }
+
+    // The screen in the home window once pending moves are done, if it is a `Screen`.
+    template <class Screen> Screen* shown() {
+        scheduler.runDue();
+        return qobject_cast<Screen*>(current.data());
+    }
+
+    DeskTypeVC* clickThroughToDeskType() {
+        auto* search = shown<BluetoothSearchVC>();
+        EXPECT_TRUE(search && search->deskTypeButton()->isVisible());
+        if (search)
+            QTest::mouseClick(search->deskTypeButton(), Qt::LeftButton);
+        return shown<DeskTypeVC>();
+    }
+
+    QPointer<QWidget> current;
+};
+
+TEST_F(DeskTypeFlowTest, SearchLeadsToTheDeskTypeScreenAndBack) {
+    OMScreenRouter::instance().show(screens::kBluetoothSearch);
+    EXPECT_EQ(shown<BluetoothSearchVC>()->deskTypeButton()->text(), "Choose desk model");
+
+    DeskTypeVC* type = clickThroughToDeskType();
+    ASSERT_TRUE(type);
+    EXPECT_EQ(type->backButton()->text(), "Back");
+    QTest::mouseClick(type->backButton(), Qt::LeftButton);
+    EXPECT_TRUE(shown<BluetoothSearchVC>());
+    EXPECT_EQ(CurrentDeskModel::name(), "D5"); // back keeps the model
+
+    type = clickThroughToDeskType();
+    ASSERT_TRUE(type);
+    QTest::mouseClick(type->cells().at(3), Qt::LeftButton);
+    EXPECT_TRUE(shown<BluetoothSearchVC>());
+    EXPECT_EQ(CurrentDeskModel::name(), "D5Pro");
+    EXPECT_EQ(deleteCurrentDevicePosts, 2);
 }
 
 TEST_F(DeskTypeAndNoBluetoothTest, PairAsksTheRadioAgain) {

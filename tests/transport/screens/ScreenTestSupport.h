@@ -1,6 +1,7 @@
 #pragma once
 
 #include "store/CurrentDeskModel.h"
+#include "transport/BluetoothCenterManager.h"
 #include "transport/TransportTestSupport.h"
 #include "widgets/OMAlert.h"
 #include "widgets/OMScreenRouter.h"
@@ -46,9 +47,14 @@ protected:
             alerts.push_back(content);
             return OMAlert::kFirstButton;
         });
+        BluetoothCenterManager::setAlertHandler(
+            [this](const QString&, const QString& text, const QString&) {
+                radioAlerts.append(text);
+            });
     }
 
     void TearDown() override {
+        BluetoothCenterManager::setAlertHandler(nullptr);
         OMAlert::setPresenter(nullptr);
         OMScreenRouter::instance().clear();
         home.reset();
@@ -63,6 +69,7 @@ protected:
     std::unique_ptr<QWidget> home;
     QStringList routed;
     std::vector<OMAlertContent> alerts;
+    QStringList radioAlerts; // what the radio asked to tell the user
 };
 
 } // namespace ostrel::test
