@@ -3,6 +3,7 @@
 #   tools/dev.sh test    install missing Debian packages, build everything, run every test
 #   tools/dev.sh deps    only install missing Debian packages
 #   tools/dev.sh start   install missing packages, build the application, run it on demo desks
+#   tools/dev.sh package install missing packages, build, make the Debian package in build/
 # Set BUILD_DIR to build elsewhere (default: build/ in the checkout).
 set -euo pipefail
 
@@ -17,6 +18,7 @@ packages=(
     clang libclang-rt-14-dev
     dbus dbus-daemon xvfb xauth xdotool libxcb1-dev
     qt6-wayland fonts-droid-fallback
+    dpkg-dev file lintian desktop-file-utils appstream
 )
 
 install_missing() {
@@ -66,13 +68,18 @@ start)
 deps)
     install_missing
     ;;
+package)
+    install_missing
+    configure_and_build
+    (cd "$build_dir" && cpack -G DEB)
+    ;;
 test)
     install_missing
     configure_and_build -DOSTREL_BUILD_BENCH=ON
     ctest --test-dir "$build_dir" --output-on-failure -j "$(nproc)"
     ;;
 *)
-    echo "usage: $0 start|test|deps" >&2
+    echo "usage: $0 start|test|package|deps" >&2
     exit 2
     ;;
 esac

@@ -105,5 +105,9 @@
         <source>最小化软件</source>
         <translation>Minimise</translation>
     </message>
+    <message>
+        <source>Start at login</source>
+        <translation>Start at login</translation>
+    </message>
 </context>
 </TS>

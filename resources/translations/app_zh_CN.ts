@@ -105,5 +105,9 @@
         <source>最小化软件</source>
         <translation>最小化软件</translation>
     </message>
+    <message>
+        <source>Start at login</source>
+        <translation>登录时启动</translation>
+    </message>
 </context>
 </TS>

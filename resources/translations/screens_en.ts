@@ -78,5 +78,13 @@
         <source>OK</source>
         <translation>OK</translation>
     </message>
+    <message>
+        <source>The system&apos;s Bluetooth service (BlueZ) is not running. Install the &quot;bluez&quot; package and start it with &quot;sudo systemctl enable --now bluetooth&quot;, then press Pair.</source>
+        <translation>The system&apos;s Bluetooth service (BlueZ) is not running. Install the &quot;bluez&quot; package and start it with &quot;sudo systemctl enable --now bluetooth&quot;, then press Pair.</translation>
+    </message>
+    <message>
+        <source>The system&apos;s Bluetooth service refuses this user. Add yourself to the &quot;bluetooth&quot; group with &quot;sudo usermod -aG bluetooth $USER&quot;, log out and back in, then press Pair.</source>
+        <translation>The system&apos;s Bluetooth service refuses this user. Add yourself to the &quot;bluetooth&quot; group with &quot;sudo usermod -aG bluetooth $USER&quot;, log out and back in, then press Pair.</translation>
+    </message>
 </context>
 </TS>

@@ -78,5 +78,13 @@
         <source>OK</source>
         <translation>确定</translation>
     </message>
+    <message>
+        <source>The system&apos;s Bluetooth service (BlueZ) is not running. Install the &quot;bluez&quot; package and start it with &quot;sudo systemctl enable --now bluetooth&quot;, then press Pair.</source>
+        <translation>系统的蓝牙服务（BlueZ）没有运行。请安装 &quot;bluez&quot; 软件包，并用 &quot;sudo systemctl enable --now bluetooth&quot; 启动它，然后点击配对。</translation>
+    </message>
+    <message>
+        <source>The system&apos;s Bluetooth service refuses this user. Add yourself to the &quot;bluetooth&quot; group with &quot;sudo usermod -aG bluetooth $USER&quot;, log out and back in, then press Pair.</source>
+        <translation>系统的蓝牙服务拒绝了当前用户。请用 &quot;sudo usermod -aG bluetooth $USER&quot; 把自己加入 &quot;bluetooth&quot; 组，注销并重新登录，然后点击配对。</translation>
+    </message>
 </context>
 </TS>

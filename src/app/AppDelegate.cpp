@@ -1,5 +1,6 @@
 #include "AppDelegate.h"
 
+#include "AutostartEntry.h"
 #include "CacheRule.h"
 #include "OMBaseModalWindow.h"
 #include "OMPersistentContainer.h"
@@ -105,6 +106,14 @@ void AppDelegate::connectMenu() {
     connect(m_menu->mainMenuMinisize, &QAction::triggered, this,
             &AppDelegate::clickMainMenuMiniSoftware);
     connect(m_menu->QuitOstrelMotion, &QAction::triggered, this, &AppDelegate::requestTermination);
+    connect(m_menu->startAtLogin, &QAction::triggered, this, [this](bool enabled) {
+        AutostartEntry::setEnabled(enabled);
+        m_menu->startAtLogin->setChecked(AutostartEntry::isEnabled());
+    });
+    // The file is the setting: show what is on disk each time the menu opens.
+    connect(m_menu.get(), &QMenu::aboutToShow, this,
+            [this] { m_menu->startAtLogin->setChecked(AutostartEntry::isEnabled()); });
+    m_menu->startAtLogin->setChecked(AutostartEntry::isEnabled());
 }
 
 void AppDelegate::actionSetSystomSetting() {
@@ -150,7 +159,8 @@ void AppDelegate::showFirstScreen(bool bluetoothOpen) {
         QLatin1String(bluetoothOpen ? screens::kBluetoothSearch : screens::kNoBluetooth));
     OMWindowIdentifier::assign(window, OMWindowIdentifier::home());
     window->centerOnScreen();
-    window->bringToFront();
+    if (!m_startHidden)
+        window->bringToFront();
     emit homeScreenShown(screen);
 }
 

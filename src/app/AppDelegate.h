@@ -32,6 +32,8 @@ public:
     explicit AppDelegate(QObject* parent = nullptr);
     ~AppDelegate() override;
 
+    // Started at login: only the tray icon shows; the window waits for the tray or a relaunch.
+    void setStartHidden(bool hidden) { m_startHidden = hidden; }
     void applicationDidFinishLaunching();
     void actionSetSystomSetting();
     void actionPushToSearchVC();
@@ -74,6 +76,7 @@ private:
     void showFirstScreen(bool bluetoothOpen);
 
     bool m_isMoving = false;
+    bool m_startHidden = false;
     QSystemTrayIcon* m_statusItem = nullptr;
     std::unique_ptr<StatusMenu> m_menu;
     std::unique_ptr<OMBaseModalWindow> m_modalWindow;

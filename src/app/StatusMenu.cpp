@@ -10,6 +10,9 @@ StatusMenu::StatusMenu(QWidget* parent) : QMenu(parent) {
     mainMenuWindow = windowMenu->menuAction();
     mainMenuMinisize = windowMenu->addAction(QString());
     addSeparator();
+    startAtLogin = addAction(QString());
+    startAtLogin->setCheckable(true);
+    addSeparator();
     QuitOstrelMotion = addAction(QString());
     // The desktop's usual keys for these, also on the window, which carries the same actions.
     HideOstrelMotion->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_H));
@@ -25,6 +28,7 @@ void StatusMenu::setTitles() {
     mainMenuWindow->setText(tr("窗口"));
     windowMenu->setTitle(tr("窗口"));
     mainMenuMinisize->setText(tr("最小化软件"));
+    startAtLogin->setText(tr("Start at login"));
 }
 
 } // namespace ostrel

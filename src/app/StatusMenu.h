@@ -6,7 +6,8 @@
 namespace ostrel {
 
 // The application menu, opened from the tray icon: About, Hide, the Window submenu with
-// Minimise, and Quit. Titles are set from the translations when the application starts.
+// Minimise, Start at login, and Quit. Titles are set from the translations when the application
+// starts.
 class StatusMenu : public QMenu {
     Q_OBJECT
 public:
@@ -20,6 +21,7 @@ public:
     QPointer<QAction> mainMenuWindow;
     QPointer<QMenu> windowMenu;
     QPointer<QAction> mainMenuMinisize;
+    QPointer<QAction> startAtLogin;
 };
 
 } // namespace ostrel

@@ -14,6 +14,7 @@ namespace {
 struct Options {
     bool demo = false;
     bool measureStartup = false;
+    bool hidden = false;
 };
 
 Options parseOptions(const QApplication& application) {
@@ -27,9 +28,12 @@ Options parseOptions(const QApplication& application) {
     const QCommandLineOption measure(
         QStringLiteral("measure-startup"),
         QStringLiteral("Print the time from start to the first window."));
-    parser.addOptions({demo, measure});
+    const QCommandLineOption hidden(
+        QStringLiteral("hidden"),
+        QStringLiteral("Start in the tray without showing the window (as at login)."));
+    parser.addOptions({demo, measure, hidden});
     parser.process(application);
-    return {parser.isSet(demo), parser.isSet(measure)};
+    return {parser.isSet(demo), parser.isSet(measure), parser.isSet(hidden)};
 }
 
 } // namespace
@@ -43,7 +47,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("ostrel-motion"));
     QApplication::setApplicationDisplayName(QStringLiteral("Ostrel Motion"));
     QApplication::setApplicationVersion(QStringLiteral(OSTREL_VERSION));
-    QApplication::setDesktopFileName(QStringLiteral("ostrel-motion"));
+    QApplication::setDesktopFileName(QStringLiteral("com.ostrel.motion"));
     const Options options = parseOptions(application);
 
     ostrel::SingleInstance instance(QDBusConnection::sessionBus());
@@ -53,6 +57,7 @@ int main(int argc, char** argv) {
     ostrel::LocalPreference::installTranslators(application);
     ostrel::AppRunner runner(options.demo);
     ostrel::AppDelegate& delegate = runner.delegate();
+    delegate.setStartHidden(options.hidden);
     QObject::connect(&instance, &ostrel::SingleInstance::activated, &delegate,
                      &ostrel::AppDelegate::applicationShouldHandleReopen);
     if (options.measureStartup) {

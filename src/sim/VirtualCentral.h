@@ -47,6 +47,9 @@ public:
     void injectNotification(const VirtualDesk* desk, const Bytes& value);
 
     int state() const override;
+    int stackProblem() const override { return m_stackProblem; }
+    // For tests and the demo: the stack as if the system refused it or did not run it.
+    void setStackProblem(int problem) { m_stackProblem = problem; }
     void scanForPeripherals(const QStringList& services, const QVariantMap& options) override;
     void stopScan() override;
     bool isScanning() const override { return m_scanRequested; }
@@ -73,6 +76,7 @@ public:
     void readRSSI(const QString& identifier) override;
 
 private:
+    int m_stackProblem = StackUsable;
     struct Link {
         QPointer<VirtualDesk> desk;
         int state = PeripheralDisconnected;

@@ -54,6 +54,9 @@ public:
     const QVariantMap& scanOptionsDictionary() const { return m_scanOptionsDictionary; }
     const QVariantMap& options() const { return m_options; }
     PlatformCentral* manager() const { return m_manager; }
+    int stackProblem() const {
+        return m_manager ? m_manager->stackProblem() : PlatformCentral::StackUsable;
+    }
     void setStateChangeCallback(StateChangeCallback callback) {
         m_stateChangeCallback = std::move(callback);
     }

@@ -44,6 +44,13 @@ public:
     void setDelegate(PlatformCentralDelegate* delegate) { m_delegate = delegate; }
 
     virtual int state() const = 0;
+    // Beyond the radio's state: a platform stack the application cannot use at all.
+    enum StackProblem {
+        StackUsable = 0,
+        StackNotRunning = 1,
+        StackRefusesUser = 2,
+    };
+    virtual int stackProblem() const { return StackUsable; }
 
     // Scanning is a request that outlives a powered-off radio: isScanning() stays true from
     // scanForPeripherals until stopScan, and sightings resume when the radio comes back.

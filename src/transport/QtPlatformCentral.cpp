@@ -1,6 +1,7 @@
 #include "QtPlatformCentral.h"
 
 #include "BluetoothUuid.h"
+#include "BluezAccess.h"
 
 #include <QBluetoothDeviceDiscoveryAgent>
 #include <QBluetoothLocalDevice>
@@ -90,6 +91,19 @@ void QtPlatformCentral::updateState() {
         startAgentIfWanted();
     if (delegate())
         delegate()->centralDidUpdateState(m_state);
+}
+
+int QtPlatformCentral::stackProblem() const {
+    if (m_local->isValid())
+        return StackUsable;
+    switch (BluezAccess::check()) {
+    case BluezAccess::NotRunning:
+        return StackNotRunning;
+    case BluezAccess::Refused:
+        return StackRefusesUser;
+    default:
+        return StackUsable;
+    }
 }
 
 int QtPlatformCentral::state() const {

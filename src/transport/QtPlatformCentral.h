@@ -21,6 +21,8 @@ public:
     ~QtPlatformCentral() override;
 
     int state() const override;
+    // Asks BlueZ itself, since an invalid local device can mean either problem.
+    int stackProblem() const override;
     void scanForPeripherals(const QStringList& services, const QVariantMap& options) override;
     void stopScan() override;
     bool isScanning() const override { return m_scanRequested; }

@@ -1,4 +1,5 @@
 #include "AppTestSupport.h"
+#include "app/AutostartEntry.h"
 #include "app/OMPersistentContainer.h"
 #include "app/StatusMenu.h"
 #include "store/CurrentDeskModel.h"
@@ -8,6 +9,8 @@
 #include "widgets/OMWindowIdentifier.h"
 
 #include <QApplication>
+#include <QFile>
+#include <QProcess>
 #include <QSignalSpy>
 
 namespace ostrel::test {
@@ -83,6 +86,47 @@ TEST_F(LaunchTest, ClosingTheWindowKeepsTheApplicationAndTheTrayBringsItBack) {
     delegate->statusOnClick();
     EXPECT_TRUE(delegate->modalWindow()->isVisible());
     EXPECT_EQ(delegate->modalWindow()->content(), screen);
+}
+
+TEST_F(LaunchTest, HiddenStartShowsOnlyTheTrayUntilTheTrayIsClicked) {
+    delegate->setStartHidden(true);
+    launch();
+    EXPECT_EQ(screenName(), QLatin1String(screens::kBluetoothSearch));
+    EXPECT_FALSE(delegate->modalWindow()->isVisible());
+    delegate->statusOnClick();
+    EXPECT_TRUE(delegate->modalWindow()->isVisible());
+}
+
+// The autostart file is the setting: the menu entry writes and removes it and shows what is on
+// disk whenever the menu opens.
+TEST_F(LaunchTest, StartAtLoginWritesAValidAutostartEntryThatStartsHidden) {
+    launch();
+    QAction* entry = delegate->menu()->startAtLogin;
+    const QString path = AutostartEntry::filePath();
+    ASSERT_FALSE(entry->isChecked());
+
+    entry->trigger();
+    ASSERT_TRUE(QFile::exists(path));
+    EXPECT_TRUE(entry->isChecked());
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.readAll().contains(QStringLiteral("\nExec=\"%1\" --hidden\n")
+                                            .arg(QCoreApplication::applicationFilePath())
+                                            .toUtf8()));
+    EXPECT_EQ(QProcess::execute(QStringLiteral("desktop-file-validate"), {path}), 0);
+
+    QFile::remove(path); // removed behind the application's back
+    emit delegate->menu()->aboutToShow();
+    EXPECT_FALSE(entry->isChecked());
+    entry->trigger();
+    entry->trigger();
+    EXPECT_FALSE(QFile::exists(path));
+    EXPECT_FALSE(entry->isChecked());
+}
+
+TEST(AutostartEntryTest, QuotesTheProgramPathAsDesktopEntriesWant) {
+    EXPECT_TRUE(AutostartEntry::contents(QStringLiteral("/opt/My Apps/ostrel$1\\x"))
+                    .contains("Exec=\"/opt/My Apps/ostrel\\$1\\\\x\" --hidden\n"));
 }
 
 TEST_F(LaunchTest, MenuMinimisesAndHides) {

@@ -276,6 +276,11 @@ QDBusMessage BluezStandin::propertiesCall(const QDBusMessage& message) {
 QDBusMessage BluezStandin::dispatch(const QDBusMessage& message) {
     const QString path = message.path();
     const QString interface = message.interface();
+    // As bluetoothd's bus policy does for a user outside the allowed group; the control
+    // interface stays open so a test can lift it again.
+    if (m_refuseAccess && path != QLatin1String(StandinControl::kPath))
+        return message.createErrorReply(QStringLiteral("org.freedesktop.DBus.Error.AccessDenied"),
+                                        QStringLiteral("Rejected send message"));
     if (interface == QLatin1String(bluez::kPropertiesInterface))
         return propertiesCall(message);
     if (interface == QLatin1String(bluez::kIntrospectableInterface))

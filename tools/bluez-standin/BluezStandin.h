@@ -33,6 +33,7 @@ public:
 
     bool isPowered() const { return m_powered; }
     void setPowered(bool powered);
+    void setRefuseAccess(bool refuse) { m_refuseAccess = refuse; }
     bool isDiscovering() const { return m_discovering; }
     // How often a discovering adapter hears each advertising desk.
     void setAdvertisingInterval(std::chrono::milliseconds interval);
@@ -72,6 +73,7 @@ private:
     StandinControl m_control;
     std::vector<std::unique_ptr<StandinDesk>> m_desks;
     bool m_powered = true;
+    bool m_refuseAccess = false;
     bool m_discovering = false;
     std::chrono::milliseconds m_advertisingInterval = kDefaultAdvertisingInterval;
     TimerHandle m_advertising;

@@ -29,6 +29,11 @@ StandinControl::StandinControl(BluezStandin& standin) : m_standin(standin) {
             m_standin.setPowered(a.at(0).toBool());
             return message.createReply();
         });
+    add(QStringLiteral("SetRefuseAccess"), QStringLiteral("b"),
+        [this](const auto& message, const auto& a) {
+            m_standin.setRefuseAccess(a.at(0).toBool());
+            return message.createReply();
+        });
     add(QStringLiteral("AddDesk"), QStringLiteral("si"),
         [this](const auto& message, const auto& a) { return addDesk(message, a); });
     add(QStringLiteral("AddDesk"), QStringLiteral("sia{sv}"),
@@ -147,6 +152,7 @@ QString StandinControl::introspection() {
     return QStringLiteral(
         "<interface name=\"org.ostrel.BluezStandin.Control\">"
         "<method name=\"SetPowered\"><arg type=\"b\" direction=\"in\"/></method>"
+        "<method name=\"SetRefuseAccess\"><arg type=\"b\" direction=\"in\"/></method>"
         "<method name=\"AddDesk\"><arg name=\"name\" type=\"s\" direction=\"in\"/>"
         "<arg name=\"type\" type=\"i\" direction=\"in\"/>"
         "<arg name=\"options\" type=\"a{sv}\" direction=\"in\"/>"

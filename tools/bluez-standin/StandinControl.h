@@ -11,6 +11,8 @@ class StandinDesk;
 
 // The stand-in's knobs for tests and demos, at /control as org.ostrel.BluezStandin.Control:
 //   SetPowered(b)                   the adapter's radio
+//   SetRefuseAccess(b)              every BlueZ call answered AccessDenied, as for a user the
+//                                   system's Bluetooth policy does not allow
 //   AddDesk(s name, i type [, a{sv} options]) -> o
 //                                   options: pollPeriod (ms), startHeight (tenths of a cm),
 //                                   rssi, speed (cm/s)

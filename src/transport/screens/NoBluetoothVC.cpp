@@ -2,6 +2,7 @@
 
 #include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
+#include "transport/BluetoothTool.h"
 #include "transport/RBBluetoothManager.h"
 #include "transport/screens/HomeNavigator.h"
 #include "transport/screens/ScreenPicture.h"
@@ -23,12 +24,27 @@ QString NoBluetoothVC::noBluetoothText() {
               "connection");
 }
 
-NoBluetoothVC::NoBluetoothVC(QWidget* parent)
-    : QWidget(parent), m_buttonPair(new QPushButton(tr("Pair"))) {
+QString NoBluetoothVC::explanation() {
+    switch (RBBluetoothManager::sharedInstance().bluetoothTool().centerManager().stackProblem()) {
+    case PlatformCentral::StackNotRunning:
+        return tr("The system's Bluetooth service (BlueZ) is not running. Install the "
+                  "\"bluez\" package and start it with \"sudo systemctl enable --now "
+                  "bluetooth\", then press Pair.");
+    case PlatformCentral::StackRefusesUser:
+        return tr("The system's Bluetooth service refuses this user. Add yourself to the "
+                  "\"bluetooth\" group with \"sudo usermod -aG bluetooth $USER\", log out and "
+                  "back in, then press Pair.");
+    default:
+        return noBluetoothText();
+    }
+}
 
-    auto* text = new QLabel(noBluetoothText());
-    text->setWordWrap(true);
-    text->setAlignment(Qt::AlignCenter);
+NoBluetoothVC::NoBluetoothVC(QWidget* parent)
+    : QWidget(parent), m_text(new QLabel(explanation())),
+      m_buttonPair(new QPushButton(tr("Pair"))) {
+    m_text->setWordWrap(true);
+    m_text->setAlignment(Qt::AlignCenter);
+    m_text->setTextInteractionFlags(Qt::TextSelectableByMouse); // the commands can be copied
 
     m_buttonPair->setMinimumWidth(160);
     m_buttonPair->setDefault(true);
@@ -40,7 +56,7 @@ NoBluetoothVC::NoBluetoothVC(QWidget* parent)
     layout->addStretch(1);
     layout->addWidget(screenPicture(QStringLiteral("color_desk"), kPictureSize), 0,
                       Qt::AlignHCenter);
-    layout->addWidget(text);
+    layout->addWidget(m_text);
     layout->addWidget(m_buttonPair, 0, Qt::AlignHCenter);
     layout->addStretch(1);
 }
@@ -53,7 +69,12 @@ void NoBluetoothVC::actionPair() {
             this, [] { HomeNavigator::show(QString::fromLatin1(screens::kBluetoothSearch)); });
         return;
     }
-    OMAlert::show(this, OMAlertContent{tr("Tip"), noBluetoothText(), {tr("OK")}});
+    m_text->setText(explanation());
+    OMAlert::show(this, OMAlertContent{tr("Tip"), m_text->text(), {tr("OK")}});
+}
+
+QString NoBluetoothVC::shownText() const {
+    return m_text->text();
 }
 
 } // namespace ostrel

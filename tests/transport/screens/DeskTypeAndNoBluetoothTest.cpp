@@ -146,5 +146,34 @@ TEST_F(DeskTypeAndNoBluetoothTest, PairAsksTheRadioAgain) {
     EXPECT_EQ(deleteCurrentDevicePosts, 2);
 }
 
+// A stack that cannot serve at all is not fixed by turning the radio on: the screen says why,
+// and Pair repeats what the screen says now.
+TEST_F(DeskTypeAndNoBluetoothTest, AStackThatCannotServeSaysWhyAndHowToFixIt) {
+    setRadio(false);
+    struct Case {
+        int problem;
+        const char* mentions;
+    };
+    const Case cases[] = {
+        {PlatformCentral::StackNotRunning, "systemctl enable --now bluetooth"},
+        {PlatformCentral::StackRefusesUser, "usermod -aG bluetooth"},
+        {PlatformCentral::StackUsable, "turn on your device's Bluetooth"},
+    };
+    for (const Case& c : cases) {
+        central->setStackProblem(c.problem);
+        NoBluetoothVC screen;
+        EXPECT_TRUE(screen.shownText().contains(QLatin1String(c.mentions))) << c.problem;
+    }
+
+    central->setStackProblem(PlatformCentral::StackRefusesUser);
+    NoBluetoothVC screen;
+    central->setStackProblem(PlatformCentral::StackUsable); // fixed while the screen was up
+    screen.pairButton()->click();
+    scheduler.runDue();
+    ASSERT_EQ(alerts.size(), 1u);
+    EXPECT_EQ(alerts[0].informativeText, NoBluetoothVC::noBluetoothText());
+    EXPECT_EQ(screen.shownText(), NoBluetoothVC::noBluetoothText());
+}
+
 } // namespace
 } // namespace ostrel::test
