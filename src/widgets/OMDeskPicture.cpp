@@ -29,6 +29,9 @@ QStringList OMDeskPicture::layerNames() const {
 }
 
 void OMDeskPicture::setLayerOffsets(qreal top, qreal middle) {
+    // Height reports arrive 20 times a second while the desk stands still: repaint on change.
+    if (qFuzzyCompare(top, m_topOffset) && qFuzzyCompare(middle, m_middleOffset))
+        return;
     m_topOffset = top;
     m_middleOffset = middle;
     update();

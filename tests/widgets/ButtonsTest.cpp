@@ -91,3 +91,31 @@ TEST_F(ButtonsTest, DeskPictureOffsetsMoveTheTopLayerDown) {
     EXPECT_EQ(alphaAt(120, 40), 0);
     EXPECT_GT(alphaAt(120, 40 + 89), 0);
 }
+
+// A standing desk reports the same height 20 times a second; only a change is worth a repaint.
+TEST_F(ButtonsTest, DeskPictureRepaintsOnlyWhenItsOffsetsChange) {
+    OMDeskPicture desk;
+    desk.resize(desk.sizeHint());
+    desk.show();
+    int paints = 0;
+    struct PaintCounter : QObject {
+        int* count;
+        explicit PaintCounter(int* c) : count(c) {}
+        bool eventFilter(QObject*, QEvent* event) override {
+            *count += event->type() == QEvent::Paint;
+            return false;
+        }
+    } counter(&paints);
+    desk.installEventFilter(&counter);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&desk));
+    desk.setLayerOffsets(10.0, 5.0);
+    QCoreApplication::processEvents();
+    const int afterChange = paints;
+    ASSERT_GT(afterChange, 0);
+    desk.setLayerOffsets(10.0, 5.0);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(paints, afterChange);
+    desk.setLayerOffsets(11.0, 5.0);
+    QCoreApplication::processEvents();
+    EXPECT_GT(paints, afterChange);
+}
