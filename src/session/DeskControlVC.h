@@ -51,6 +51,11 @@ public:
     void hoverEnd(OMHoverButton* button);
     void actionShowHelp();
     void bluetoothBreakTip();
+    // Asks for a height and moves the desk there.
+    void actionGoToHeight();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 signals:
     // The settings screens live elsewhere; whoever hosts this screen opens them.
