@@ -103,9 +103,11 @@ void GoToHeight::stop() {
         end(Ending::Stopped);
 }
 
+// A desk on its own move would not stop for a key released before its next poll: the tap
+// makes even the shortest click stop it.
 void GoToHeight::takeOver() {
     if (isMoving())
-        finish(Ending::TookOver);
+        end(Ending::TookOver);
 }
 
 void GoToHeight::abort() {
