@@ -36,6 +36,8 @@ public:
     OMImageButton* lightStripButton() const { return m_lightStrip; }
     OMImageButton* helpButton() const { return m_help; }
     OMDeskPicture* deskPicture() const { return m_picture; }
+    // Clicked, it asks for a height to go to.
+    QLabel* heightLabel() const { return m_height; }
     // The height as shown: number and unit are drawn in two sizes.
     QString heightText() const;
     QString tipText() const;

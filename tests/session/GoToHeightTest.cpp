@@ -3,8 +3,11 @@
 #include "session/GoToHeight.h"
 
 #include "SessionTestSupport.h"
+#include "session/GoToHeightSheet.h"
 #include "widgets/HomeFunctionBtn.h"
 
+#include <QLabel>
+#include <QTest>
 #include <cstdio>
 
 namespace ostrel::test {
@@ -182,6 +185,47 @@ TEST_F(GoToHeightTest, ATargetAtTheCurrentHeightArrivesWithoutMoving) {
     advance(500ms);
     EXPECT_EQ(desk->heightTenths(), VirtualDeskConfig{}.startHeight);
     EXPECT_EQ(handle().currentCommandType(), command::kNoKey);
+}
+
+TEST_F(GoToHeightTest, ClickingTheHeightAsksInTheShownUnitAndMovesThere) {
+    openOn({});
+    std::vector<GoToHeightSheet::Question> asked;
+    std::optional<double> answer;
+    GoToHeightSheet::setPresenter([&](const GoToHeightSheet::Question& question) {
+        asked.push_back(question);
+        return answer;
+    });
+
+    answer = 100.0;
+    QTest::mouseClick(control->heightLabel(), Qt::LeftButton);
+    ASSERT_EQ(asked.size(), 1u);
+    EXPECT_EQ(asked[0].unit, QStringLiteral("cm"));
+    EXPECT_DOUBLE_EQ(asked[0].minimum, 60.0);
+    EXPECT_DOUBLE_EQ(asked[0].maximum, 120.0);
+    EXPECT_DOUBLE_EQ(asked[0].current, 72.0);
+    EXPECT_EQ(runMove(), Ending::Arrived);
+    EXPECT_LE(errorTo(1000), GoToHeight::kToleranceTenthsCm);
+
+    setUnit("1");
+    answer = 30.0; // inches
+    QTest::mouseClick(control->heightLabel(), Qt::LeftButton);
+    EXPECT_EQ(asked.back().unit, QStringLiteral("in"));
+    EXPECT_NEAR(asked.back().maximum, 47.2, 0.05);
+    EXPECT_EQ(runMove(), Ending::Arrived);
+    EXPECT_LE(errorTo(762), GoToHeight::kToleranceTenthsCm);
+
+    answer = 50.0; // beyond the top: refused, said, and nothing moves
+    QTest::mouseClick(control->heightLabel(), Qt::LeftButton);
+    EXPECT_EQ(toast(), QStringLiteral("The desk moves between 23.6in and 47.2in."));
+    EXPECT_FALSE(session().goToHeight().isMoving());
+
+    answer.reset(); // Cancel
+    const std::size_t before = endings.size();
+    QTest::mouseClick(control->heightLabel(), Qt::LeftButton);
+    advance(1s);
+    EXPECT_EQ(endings.size(), before);
+    EXPECT_FALSE(desk->isMoving());
+    GoToHeightSheet::setPresenter(nullptr);
 }
 
 } // namespace
