@@ -1,5 +1,6 @@
 // The desk interface on a private session bus: a script's connection calls the application's,
 // which drives a virtual desk in virtual time.
+#include "RealTimeWait.h"
 #include "SessionTestSupport.h"
 #include "app/AppConfig.h"
 #include "app/DeskBusAdaptor.h"
@@ -106,11 +107,7 @@ protected:
 
     // Lets the bus deliver what has been sent: real time, bounded, ends on the condition.
     static bool delivered(const std::function<bool()>& condition) {
-        QElapsedTimer waited;
-        waited.start();
-        while (!condition() && waited.elapsed() < kDeliveryWaitMs)
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        return condition();
+        return waitUntil(condition, kDeliveryWaitMs);
     }
 
     void expectNothingHeld() const {

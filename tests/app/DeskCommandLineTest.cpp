@@ -3,6 +3,7 @@
 // session bus. Real time: the application's own timers drive the desk.
 #include "app/DeskCommandLine.h"
 
+#include "RealTimeWait.h"
 #include "app/AppDelegate.h"
 #include "app/AppRunner.h"
 #include "app/DemoDesks.h"
@@ -33,14 +34,7 @@ using Code = DeskCommandLine::ExitCode;
 constexpr int kWaitMs = 20000;
 
 bool waitUntil(const std::function<bool()>& condition, int timeoutMs = kWaitMs) {
-    QElapsedTimer waited;
-    waited.start();
-    while (!condition()) {
-        if (waited.elapsed() > timeoutMs)
-            return false;
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
-    }
-    return true;
+    return test::waitUntil(condition, timeoutMs);
 }
 
 struct Outcome {
