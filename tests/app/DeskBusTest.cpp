@@ -155,18 +155,26 @@ TEST_P(DeskBusPathTest, StopHaltsTheDeskWithinOnePoll) {
     EXPECT_LT(desk->heightTenths(), 1100);
 }
 
-INSTANTIATE_TEST_SUITE_P(BothPaths, DeskBusPathTest, ::testing::Bool());
-
-TEST_F(DeskBusTest, AUserKeyOrALostLinkEndsAScriptedMove) {
-    open();
+TEST_P(DeskBusPathTest, AUserKeyEndsAScriptedMoveAndTheKeyIsTheirs) {
+    VirtualDeskConfig config;
+    config.ignoresTargetHeight = GetParam();
+    open(config);
     ASSERT_EQ(call(QStringLiteral("MoveTo"), {115.0}).type(), QDBusMessage::ReplyMessage);
-    advance(1s);
-    control->touchDwon(control->upButton());
+    advance(2s);
+    control->touchDwon(control->downButton());
     EXPECT_FALSE(session().goToHeight().isMoving());
-    control->touchUp(control->upButton());
+    EXPECT_EQ(handle().currentCommandType(), command::kDownKey);
+    advance(500ms);
+    control->touchUp(control->downButton());
     advance(200ms);
     expectNothingHeld();
+    EXPECT_LT(desk->heightTenths(), 1150);
+}
 
+TEST_P(DeskBusPathTest, LosingTheLinkEndsAScriptedMove) {
+    VirtualDeskConfig config;
+    config.ignoresTargetHeight = GetParam();
+    open(config);
     ASSERT_EQ(call(QStringLiteral("MoveTo"), {65.0}).type(), QDBusMessage::ReplyMessage);
     advance(1s);
     desk->dropLink();
@@ -174,7 +182,12 @@ TEST_F(DeskBusTest, AUserKeyOrALostLinkEndsAScriptedMove) {
     EXPECT_FALSE(session().goToHeight().isMoving());
     EXPECT_EQ(handle().currentCommandType(), command::kNoKey);
     EXPECT_FALSE(property("Connected").toBool());
+    if (GetParam()) { // a held key stops with the link; the desk's own move runs to its end
+        EXPECT_FALSE(desk->isMoving());
+    }
 }
+
+INSTANTIATE_TEST_SUITE_P(BothPaths, DeskBusPathTest, ::testing::Bool());
 
 TEST_F(DeskBusTest, BadCallsGetClearErrorsAndHoldNothing) {
     // No control screen, no desk.

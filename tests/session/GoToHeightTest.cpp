@@ -68,51 +68,6 @@ TEST_P(GoToHeightPathTest, ArrivesWithinHalfACentimetreUpAndDown) {
     EXPECT_EQ(desk->keyFramesReceived() > 0, GetParam());
 }
 
-TEST_P(GoToHeightPathTest, StopHaltsTheDeskWithinOnePoll) {
-    DeskSession& s = open();
-    ASSERT_EQ(s.moveTo(1150), GoToHeight::Refusal::None);
-    advance(3s);
-    ASSERT_TRUE(desk->isMoving());
-    const int atStop = desk->heightTenths();
-    s.stopMoving();
-    advance(desk->config().pollPeriod);
-    EXPECT_FALSE(desk->isMoving());
-    EXPECT_LE(std::abs(desk->heightTenths() - atStop), 2); // 3.8 cm/s for at most 50 ms
-    advance(2s);
-    EXPECT_FALSE(desk->isMoving());
-    EXPECT_EQ(endings, std::vector{Ending::Stopped});
-    EXPECT_EQ(handle().currentCommandType(), command::kNoKey);
-}
-
-TEST_P(GoToHeightPathTest, AUserKeyEndsTheMoveAndIsTheirs) {
-    DeskSession& s = open();
-    ASSERT_EQ(s.moveTo(1150), GoToHeight::Refusal::None);
-    advance(2s);
-    control->touchDwon(control->downButton());
-    EXPECT_EQ(endings, std::vector{Ending::TookOver});
-    EXPECT_EQ(handle().currentCommandType(), command::kDownKey);
-    advance(1s);
-    control->touchUp(control->downButton());
-    advance(200ms);
-    EXPECT_FALSE(desk->isMoving());
-    EXPECT_LT(desk->heightTenths(), 1150);
-    EXPECT_EQ(handle().currentCommandType(), command::kNoKey);
-}
-
-TEST_P(GoToHeightPathTest, LosingTheLinkEndsTheMove) {
-    DeskSession& s = open();
-    ASSERT_EQ(s.moveTo(1150), GoToHeight::Refusal::None);
-    advance(2s);
-    desk->dropLink();
-    advance(200ms);
-    EXPECT_EQ(endings, std::vector{Ending::Aborted});
-    EXPECT_EQ(handle().currentCommandType(), command::kNoKey);
-    EXPECT_FALSE(s.goToHeight().isMoving());
-    if (GetParam()) { // a held key stops with the link; the desk's own move runs to its end
-        EXPECT_FALSE(desk->isMoving());
-    }
-}
-
 TEST_P(GoToHeightPathTest, ADeskInInchesIsDrivenInItsOwnUnit) {
     DeskSession& s = open(true);
     ASSERT_EQ(s.moveTo(1016), GoToHeight::Refusal::None); // 40.0 in
