@@ -91,6 +91,11 @@ DeskCommandLine::requestFrom(const QCommandLineParser& parser) {
 
 bool DeskCommandLine::isRequested(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
+        // Help and version only print, so they need no display either.
+        for (const char* informational : {"-h", "--help", "--help-all", "-v", "--version"}) {
+            if (std::strcmp(argv[i], informational) == 0)
+                return true;
+        }
         for (const Verb& verb : kVerbs) {
             const std::string option = std::string("--") + verb.name;
             if (argv[i] == option ||

@@ -36,8 +36,8 @@ public:
     static void addOptions(QCommandLineParser& parser);
     // The verb the parsed command line asks for, if any.
     static std::optional<Request> requestFrom(const QCommandLineParser& parser);
-    // Whether the raw arguments hold a verb: decided before any window system is touched, so
-    // the verbs work without a display.
+    // Whether the raw arguments hold a verb (or ask for help or the version): decided before
+    // any window system is touched, so these work without a display.
     static bool isRequested(int argc, char** argv);
 
     DeskCommandLine(QDBusConnection connection, QTextStream& out, QTextStream& err);

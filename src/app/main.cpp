@@ -48,7 +48,7 @@ int main(int argc, char** argv) {
     QElapsedTimer sinceStart;
     sinceStart.start();
 
-    // The verbs talk to the running instance and need no window system.
+    // The verbs talk to the running instance and, like --help, need no window system.
     if (ostrel::DeskCommandLine::isRequested(argc, argv)) {
         QCoreApplication client(argc, argv);
         setIdentity();
