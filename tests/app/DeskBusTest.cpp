@@ -124,12 +124,24 @@ protected:
     VirtualDesk* desk = nullptr;
 };
 
-class DeskBusPathTest : public DeskBusTest, public ::testing::WithParamInterface<bool> {};
+// false = the desk follows the target command, true = it ignores it.
+class DeskBusPathTest : public DeskBusTest, public ::testing::WithParamInterface<bool> {
+protected:
+    void openOnPath() {
+        VirtualDeskConfig config;
+        config.ignoresTargetHeight = GetParam();
+        open(config);
+    }
+    // A scripted move on this path, `runFor` under way.
+    void moveOnPathFor(double cm, std::chrono::milliseconds runFor) {
+        openOnPath();
+        ASSERT_EQ(call(QStringLiteral("MoveTo"), {cm}).type(), QDBusMessage::ReplyMessage);
+        advance(runFor);
+    }
+};
 
 TEST_P(DeskBusPathTest, MoveToArrivesWithinHalfACentimetre) {
-    VirtualDeskConfig config;
-    config.ignoresTargetHeight = GetParam();
-    open(config);
+    openOnPath();
     for (const double cm : {110.0, 68.5}) {
         const QDBusMessage reply = call(QStringLiteral("MoveTo"), {cm});
         ASSERT_EQ(reply.type(), QDBusMessage::ReplyMessage) << reply.errorMessage().toStdString();
@@ -143,11 +155,7 @@ TEST_P(DeskBusPathTest, MoveToArrivesWithinHalfACentimetre) {
 }
 
 TEST_P(DeskBusPathTest, StopHaltsTheDeskWithinOnePoll) {
-    VirtualDeskConfig config;
-    config.ignoresTargetHeight = GetParam();
-    open(config);
-    ASSERT_EQ(call(QStringLiteral("MoveTo"), {115.0}).type(), QDBusMessage::ReplyMessage);
-    advance(2500ms);
+    ASSERT_NO_FATAL_FAILURE(moveOnPathFor(115.0, 2500ms));
     ASSERT_TRUE(desk->isMoving());
     ASSERT_EQ(call(QStringLiteral("Stop")).type(), QDBusMessage::ReplyMessage);
     advance(desk->config().pollPeriod);
@@ -156,11 +164,7 @@ TEST_P(DeskBusPathTest, StopHaltsTheDeskWithinOnePoll) {
 }
 
 TEST_P(DeskBusPathTest, AUserKeyEndsAScriptedMoveAndTheKeyIsTheirs) {
-    VirtualDeskConfig config;
-    config.ignoresTargetHeight = GetParam();
-    open(config);
-    ASSERT_EQ(call(QStringLiteral("MoveTo"), {115.0}).type(), QDBusMessage::ReplyMessage);
-    advance(2s);
+    ASSERT_NO_FATAL_FAILURE(moveOnPathFor(115.0, 2s));
     control->touchDwon(control->downButton());
     EXPECT_FALSE(session().goToHeight().isMoving());
     EXPECT_EQ(handle().currentCommandType(), command::kDownKey);
@@ -172,11 +176,7 @@ TEST_P(DeskBusPathTest, AUserKeyEndsAScriptedMoveAndTheKeyIsTheirs) {
 }
 
 TEST_P(DeskBusPathTest, LosingTheLinkEndsAScriptedMove) {
-    VirtualDeskConfig config;
-    config.ignoresTargetHeight = GetParam();
-    open(config);
-    ASSERT_EQ(call(QStringLiteral("MoveTo"), {65.0}).type(), QDBusMessage::ReplyMessage);
-    advance(1s);
+    ASSERT_NO_FATAL_FAILURE(moveOnPathFor(65.0, 1s));
     desk->dropLink();
     advance(200ms);
     EXPECT_FALSE(session().goToHeight().isMoving());
