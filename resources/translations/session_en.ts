@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en">
 <context>
+    <name>GoToHeightSheet</name>
+    <message>
+        <source>Go to a height</source>
+        <translation>Go to a height</translation>
+    </message>
+    <message>
+        <source>Move the desk to (%1):</source>
+        <translation>Move the desk to (%1):</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::DeskControlVC</name>
     <message>
         <source>How to Save Height Presets</source>
@@ -19,12 +30,27 @@
         <source>Confirm</source>
         <translation>Confirm</translation>
     </message>
+    <message>
+        <source>Click to move the desk to a height</source>
+        <translation>Click to move the desk to a height</translation>
+    </message>
 </context>
 <context>
     <name>ostrel::DeskSession</name>
     <message>
         <source>Connected successful, move the table to synchronize the height.</source>
         <translation>Connected successful, move the table to synchronize the height.</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::GoToHeight</name>
+    <message>
+        <source>The desk&apos;s height is not known yet: move it a little first.</source>
+        <translation>The desk&apos;s height is not known yet: move it a little first.</translation>
+    </message>
+    <message>
+        <source>The desk moves between %1 and %2.</source>
+        <translation>The desk moves between %1 and %2.</translation>
     </message>
 </context>
 <context>

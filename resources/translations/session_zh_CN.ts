@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN">
 <context>
+    <name>GoToHeightSheet</name>
+    <message>
+        <source>Go to a height</source>
+        <translation>移动到指定高度</translation>
+    </message>
+    <message>
+        <source>Move the desk to (%1):</source>
+        <translation>将桌子移动到（%1）：</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::DeskControlVC</name>
     <message>
         <source>How to Save Height Presets</source>
@@ -19,12 +30,27 @@
         <source>Confirm</source>
         <translation>确认</translation>
     </message>
+    <message>
+        <source>Click to move the desk to a height</source>
+        <translation>点击将桌子移动到指定高度</translation>
+    </message>
 </context>
 <context>
     <name>ostrel::DeskSession</name>
     <message>
         <source>Connected successful, move the table to synchronize the height.</source>
         <translation>连接成功，请移动桌子以同步高度。</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::GoToHeight</name>
+    <message>
+        <source>The desk&apos;s height is not known yet: move it a little first.</source>
+        <translation>尚不知道桌子的高度：请先稍微移动一下桌子。</translation>
+    </message>
+    <message>
+        <source>The desk moves between %1 and %2.</source>
+        <translation>桌子的升降范围为 %1 至 %2。</translation>
     </message>
 </context>
 <context>

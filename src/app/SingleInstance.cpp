@@ -1,6 +1,7 @@
 #include "SingleInstance.h"
 
 #include "AppConfig.h"
+#include "DeskBusAdaptor.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -13,6 +14,7 @@ SingleInstance::SingleInstance(QDBusConnection connection, QObject* parent)
 SingleInstance::~SingleInstance() {
     if (!m_owner)
         return;
+    m_connection.unregisterObject(QLatin1String(config::kDeskPath));
     m_connection.unregisterObject(QLatin1String(config::kDBusPath));
     m_connection.unregisterService(QLatin1String(config::kDBusService));
 }
@@ -28,6 +30,7 @@ bool SingleInstance::claim() {
         return false;
     m_owner = m_connection.registerObject(QLatin1String(config::kDBusPath), this,
                                           QDBusConnection::ExportScriptableSlots);
+    exportDesk();
     return true;
 }
 
@@ -37,6 +40,13 @@ bool SingleInstance::activateRunning() {
         QLatin1String(config::kDBusInterface), QStringLiteral("Activate"));
     // BlockWithGui keeps events flowing, so the answer may come from this very process.
     return m_connection.call(call, QDBus::BlockWithGui).type() == QDBusMessage::ReplyMessage;
+}
+
+void SingleInstance::exportDesk() {
+    auto* desk = new QObject(this);
+    new DeskBusAdaptor(m_connection, desk);
+    m_connection.registerObject(QLatin1String(config::kDeskPath), desk,
+                                QDBusConnection::ExportAdaptors);
 }
 
 void SingleInstance::Activate() {

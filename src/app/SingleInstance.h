@@ -7,7 +7,8 @@ namespace ostrel {
 
 // One running application per user session. The first instance owns a name on the session bus
 // and answers Activate by showing its window; a later launch calls Activate and exits, which is
-// how the window comes back where no tray icon exists. Without a session bus every launch runs.
+// how the window comes back where no tray icon exists. Under the same name it serves the desk
+// to scripts (DeskBusAdaptor). Without a session bus every launch runs.
 class SingleInstance : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.ostrel.motion.Application")
@@ -27,6 +28,8 @@ signals:
     void activated();
 
 private:
+    void exportDesk();
+
     QDBusConnection m_connection;
     bool m_owner = false;
 };

@@ -1,6 +1,7 @@
 // Ostrel Motion: a tray utility and one window for Bluetooth LE sit-stand desks.
 #include "app/AppDelegate.h"
 #include "app/AppRunner.h"
+#include "app/DeskCommandLine.h"
 #include "app/LocalPreference.h"
 #include "app/SingleInstance.h"
 
@@ -15,9 +16,16 @@ struct Options {
     bool demo = false;
     bool measureStartup = false;
     bool hidden = false;
+    std::optional<ostrel::DeskCommandLine::Request> request;
 };
 
-Options parseOptions(const QApplication& application) {
+void setIdentity() {
+    QCoreApplication::setOrganizationName(QStringLiteral("ostrel"));
+    QCoreApplication::setApplicationName(QStringLiteral("ostrel-motion"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(OSTREL_VERSION));
+}
+
+Options parseOptions(const QCoreApplication& application) {
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Ostrel Motion, a companion for sit-stand desks"));
@@ -32,8 +40,10 @@ Options parseOptions(const QApplication& application) {
         QStringLiteral("hidden"),
         QStringLiteral("Start in the tray without showing the window (as at login)."));
     parser.addOptions({demo, measure, hidden});
+    ostrel::DeskCommandLine::addOptions(parser);
     parser.process(application);
-    return {parser.isSet(demo), parser.isSet(measure), parser.isSet(hidden)};
+    return {parser.isSet(demo), parser.isSet(measure), parser.isSet(hidden),
+            ostrel::DeskCommandLine::requestFrom(parser)};
 }
 
 } // namespace
@@ -42,11 +52,21 @@ int main(int argc, char** argv) {
     QElapsedTimer sinceStart;
     sinceStart.start();
 
+    // The verbs talk to the running instance and, like --help, need no window system.
+    if (ostrel::DeskCommandLine::isRequested(argc, argv)) {
+        QCoreApplication client(argc, argv);
+        setIdentity();
+        const Options options = parseOptions(client);
+        QTextStream out(stdout);
+        QTextStream err(stderr);
+        ostrel::DeskCommandLine verbs(QDBusConnection::sessionBus(), out, err);
+        return options.request ? verbs.run(*options.request)
+                               : ostrel::DeskCommandLine::kInvalidArgument;
+    }
+
     QApplication application(argc, argv);
-    QApplication::setOrganizationName(QStringLiteral("ostrel"));
-    QApplication::setApplicationName(QStringLiteral("ostrel-motion"));
+    setIdentity();
     QApplication::setApplicationDisplayName(QStringLiteral("Ostrel Motion"));
-    QApplication::setApplicationVersion(QStringLiteral(OSTREL_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("com.ostrel.motion"));
     const Options options = parseOptions(application);
 

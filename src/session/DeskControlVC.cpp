@@ -2,6 +2,7 @@
 
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskSession.h"
+#include "session/GoToHeightSheet.h"
 #include "session/HeightSaveHelpVC.h"
 #include "session/PresetKeys.h"
 #include "session/ShortcutsHeightSetVC.h"
@@ -12,6 +13,7 @@
 #include "widgets/OMHoverButton.h"
 #include "widgets/SJHUD.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPointer>
@@ -88,6 +90,9 @@ QWidget* DeskControlVC::buildHeight() {
     m_height = new QLabel(this);
     m_height->setTextFormat(Qt::RichText);
     m_height->setAlignment(Qt::AlignCenter);
+    m_height->setCursor(Qt::PointingHandCursor);
+    m_height->setToolTip(tr("Click to move the desk to a height"));
+    m_height->installEventFilter(this);
     return m_height;
 }
 
@@ -250,6 +255,28 @@ void DeskControlVC::hideTipLabel() {
 
 void DeskControlVC::actionShowHelp() {
     HeightSaveHelpVC::present(this);
+}
+
+bool DeskControlVC::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_height && event->type() == QEvent::MouseButtonRelease)
+        actionGoToHeight();
+    return QWidget::eventFilter(watched, event);
+}
+
+void DeskControlVC::actionGoToHeight() {
+    QPointer<DeskSession> session(m_session);
+    const bool inches = DeskHeightDisplay::usesInches();
+    const double current =
+        DeskHeightDisplay::normalisedHeight(QString::number(m_session->currentHeight())).toDouble();
+    GoToHeightSheet::present(
+        this, m_session->limits(), inches, current, [this, session, inches](int tenths) {
+            if (!session)
+                return;
+            const GoToHeight::Refusal refusal = session->moveTo(tenths);
+            if (refusal != GoToHeight::Refusal::None)
+                SJHUD::showMessage(GoToHeight::refusalText(refusal, session->limits(), inches),
+                                   this);
+        });
 }
 
 void DeskControlVC::bluetoothBreakTip() {

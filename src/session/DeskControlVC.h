@@ -36,6 +36,8 @@ public:
     OMImageButton* lightStripButton() const { return m_lightStrip; }
     OMImageButton* helpButton() const { return m_help; }
     OMDeskPicture* deskPicture() const { return m_picture; }
+    // Clicked, it asks for a height to go to.
+    QLabel* heightLabel() const { return m_height; }
     // The height as shown: number and unit are drawn in two sizes.
     QString heightText() const;
     QString tipText() const;
@@ -51,6 +53,11 @@ public:
     void hoverEnd(OMHoverButton* button);
     void actionShowHelp();
     void bluetoothBreakTip();
+    // Asks for a height and moves the desk there.
+    void actionGoToHeight();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 signals:
     // The settings screens live elsewhere; whoever hosts this screen opens them.

@@ -7,6 +7,7 @@
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskLink.h"
 #include "session/HotKeyMovement.h"
+#include "session/LiveSession.h"
 #include "session/OMTimeManager.h"
 #include "session/PresetKeys.h"
 #include "store/CurrentDeskModel.h"
@@ -39,11 +40,12 @@ RBBluetoothManager& facade() {
 DeskSession::DeskSession(QObject* parent)
     : QObject(parent), m_link(new DeskLink(this)),
       m_presetKeys(new PresetKeys([this] { return m_currentHeight; }, this)),
-      m_hotKeyMovement(new HotKeyMovement(this)) {
+      m_hotKeyMovement(new HotKeyMovement(this)), m_goToHeight(new GoToHeight(this)) {
     wireParts();
 }
 
 DeskSession::~DeskSession() {
+    LiveSession::instance().withdraw(this);
     releaseHeldKeys();
 }
 
@@ -78,6 +80,7 @@ void DeskSession::setLoadViewAction() {
     else
         requestBreakTip();
     initBluetoothResultHandle();
+    LiveSession::instance().setCurrent(this);
     later(kStartupToastDelay, [](DeskSession& self) {
         if (self.m_currentHeight == 0.0f)
             emit self.toastRequested(
@@ -122,23 +125,23 @@ void DeskSession::initBluetoothResultHandle() {
                 reaction(*self, args...);
         };
     };
-    auto stopHotKeyMove = weakly(
-        [](DeskSession& s, const std::string&) { s.m_hotKeyMovement->globalKeyStopUpDown(); });
+    auto stopUnattended =
+        weakly([](DeskSession& s, const std::string&) { s.stopUnattendedMoves(); });
 
     BluetoothResultHandle& h = handle();
     h.bluetoothResultHandle_ChildLock = weakly([](DeskSession& s, bool locked) {
         if (locked)
-            s.m_hotKeyMovement->globalKeyStopUpDown();
+            s.stopUnattendedMoves();
     });
     h.bluetoothResultHandle_RST = weakly([](DeskSession& s, const std::string&) {
-        s.m_hotKeyMovement->globalKeyStopUpDown();
+        s.stopUnattendedMoves();
         s.m_presetKeys->clearPresetsAfterReset();
     });
     h.bluetoothResultHandle_Bottom = [](const std::string&) {};
     h.bluetoothResultHandle_Top = [](const std::string&) {};
-    h.bluetoothResultHandle_SlideDownward = stopHotKeyMove;
-    h.bluetoothResultHandle_Error = stopHotKeyMove;
-    h.bluetoothResultHandle_Other = stopHotKeyMove;
+    h.bluetoothResultHandle_SlideDownward = stopUnattended;
+    h.bluetoothResultHandle_Error = stopUnattended;
+    h.bluetoothResultHandle_Other = stopUnattended;
     h.bluetoothResultHandle_Manage =
         weakly([](DeskSession& s, const std::string&) { s.m_presetKeys->confirmMemoryKey(); });
     h.bluetoothResultHandle_HeightChange = weakly([](DeskSession& s, int height) {
@@ -238,6 +241,7 @@ void DeskSession::showHeight(int height) {
     setTableViewHeight(QString::number(height));
     m_currentHeight = static_cast<float>(height);
     m_hotKeyMovement->globalKeyMoving(m_currentHeight);
+    m_goToHeight->heightReported(height);
 }
 
 void DeskSession::setTableViewHeight(const QString& height) {
@@ -267,6 +271,7 @@ void DeskSession::actionHeightUnitChange() {
 // ---- Keys ----
 
 void DeskSession::holdKey(int type) {
+    m_goToHeight->takeOver();
     handle().setCurrentCommandType(type);
 }
 
@@ -275,8 +280,29 @@ void DeskSession::releaseKey() {
 }
 
 void DeskSession::releaseHeldKeys() {
+    m_goToHeight->abort();
     releaseKey();
     m_hotKeyMovement->reset();
+}
+
+bool DeskSession::isConnected() const {
+    return facade().isConnect();
+}
+
+void DeskSession::stopUnattendedMoves() {
+    m_hotKeyMovement->globalKeyStopUpDown();
+    m_goToHeight->abort();
+}
+
+// ---- Moves to a height ----
+
+GoToHeight::Refusal DeskSession::moveTo(int tenthsCm) {
+    return m_goToHeight->start(tenthsCm, static_cast<int>(m_currentHeight), limits());
+}
+
+void DeskSession::stopMoving() {
+    m_goToHeight->stop();
+    releaseHeldKeys();
 }
 
 // ---- Light strip ----

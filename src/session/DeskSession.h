@@ -2,6 +2,7 @@
 
 #include "core/Scheduler.h"
 #include "protocol/CommandType.h"
+#include "session/GoToHeight.h"
 #include "store/Object_LightColor.h"
 
 #include <QObject>
@@ -41,11 +42,14 @@ public:
     DeskLink& link() const { return *m_link; }
     PresetKeys& presetKeys() const { return *m_presetKeys; }
     HotKeyMovement& hotKeyMovement() const { return *m_hotKeyMovement; }
+    GoToHeight& goToHeight() const { return *m_goToHeight; }
 
     // ---- State ----
     float currentHeight() const { return m_currentHeight; }
     int minHeight() const { return m_minHeight; }
     int maxHeight() const { return m_maxHeight; }
+    GoToHeight::Limits limits() const { return {m_minHeight, m_maxHeight}; }
+    bool isConnected() const;
     const std::optional<Object_LightColor>& objectLightColor() const { return m_objectLightColor; }
     const QString& sitOrStand() const { return m_sitOrStand; }
     static int commandType();
@@ -71,8 +75,13 @@ public:
     void releaseKey();
     // Whether a long press may offer saving: only once a height is known.
     bool canSavePreset() const { return m_currentHeight > 0; }
-    // Releases any held key, a hot-key movement included.
+    // Releases any held key, a hot-key movement and a move to a height included.
     void releaseHeldKeys();
+
+    // ---- Moves to a height ----
+    GoToHeight::Refusal moveTo(int tenthsCm);
+    // Ends whatever moves the desk.
+    void stopMoving();
 
 signals:
     void heightShown(const QString& text);
@@ -92,12 +101,15 @@ private:
     // Asked on the main loop, never from inside the call that noticed the loss.
     void requestBreakTip();
     void showHeight(int height);
+    // A fault, a lock or a reset on the desk ends the moves that no finger holds.
+    void stopUnattendedMoves();
     void updateLightColor(int open, int mode, int red, int green, int blue);
     static OMTimeManager& timeManager();
 
     DeskLink* m_link;
     PresetKeys* m_presetKeys;
     HotKeyMovement* m_hotKeyMovement;
+    GoToHeight* m_goToHeight;
     float m_currentHeight = 0.0f;
     QString m_previousHeight;
     QString m_shownText;

@@ -221,7 +221,7 @@ void VirtualDesk::handleCommand(const Bytes& payload) {
         sendDeviceInfo();
         break;
     case kTargetHeightCommand:
-        if (arguments >= 2)
+        if (arguments >= 2 && !m_config.ignoresTargetHeight)
             moveTo(fromDisplayUnit(payload[1] | payload[2] << 8));
         break;
     case kThicknessCommand:

@@ -30,7 +30,8 @@ struct VirtualDeskConfig {
     int sensitivity = 2;     // anti-collision sensitivity, 0 = off
     int tableThickness = 25; // tabletop thickness, millimetres
     bool supportChildLock = true;
-    bool hasLightStrip = true; // a desk without one ignores light commands and never reports
+    bool hasLightStrip = true;        // a desk without one ignores light commands and never reports
+    bool ignoresTargetHeight = false; // older controllers move only while a key is held
 };
 
 // A model of the desk controller, so the application can be driven, tested and shown without

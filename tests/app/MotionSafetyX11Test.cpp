@@ -6,6 +6,7 @@
 //
 // Each test starts the whole application and quits it, so each needs a process of its own, as
 // CTest runs them.
+#include "RealTimeWait.h"
 #include "app/AppDelegate.h"
 #include "app/AppRunner.h"
 #include "app/DemoDesks.h"
@@ -39,14 +40,7 @@ constexpr qint64 kFocusStopLimitMs = 250;
 constexpr int kWaitMs = 15000;
 
 bool waitUntil(const std::function<bool()>& condition, int timeoutMs = kWaitMs) {
-    QElapsedTimer waited;
-    waited.start();
-    while (!condition()) {
-        if (waited.elapsed() > timeoutMs)
-            return false;
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
-    }
-    return true;
+    return test::waitUntil(condition, timeoutMs);
 }
 
 // One xdotool command; it talks to the X server, never to the application.

@@ -1,0 +1,214 @@
+#include "app/DeskBusAdaptor.h"
+
+#include "app/AppConfig.h"
+#include "session/DeskHeightDisplay.h"
+#include "session/DeskLink.h"
+#include "session/DeskSession.h"
+#include "session/LiveSession.h"
+#include "session/PresetKeys.h"
+
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <cmath>
+
+namespace ostrel {
+
+namespace {
+
+// Beyond any desk: keeps the conversion to tenths in range.
+constexpr double kLargestSensibleCm = 1000.0;
+
+QString name(const char* text) {
+    return QString::fromLatin1(text);
+}
+
+const QString kInvalidArgs = QStringLiteral("org.freedesktop.DBus.Error.InvalidArgs");
+
+} // namespace
+
+DeskBusAdaptor::DeskBusAdaptor(QDBusConnection connection, QObject* host)
+    : QDBusAbstractAdaptor(host), m_connection(std::move(connection)) {
+    qDBusRegisterMetaType<PresetHeights>();
+    LiveSession& live = LiveSession::instance();
+    connect(&live, &LiveSession::currentChanged, this, &DeskBusAdaptor::follow);
+    follow(live.current());
+    m_published = snapshot(); // a bus that has just seen the interface needs no news
+    m_pending.clear();
+}
+
+// ---- Properties ----
+
+bool DeskBusAdaptor::connected() const {
+    return m_session && m_session->isConnected();
+}
+
+QString DeskBusAdaptor::deskName() const {
+    return connected() ? m_session->link().blutoothName() : QString();
+}
+
+double DeskBusAdaptor::height() const {
+    if (!connected() || m_session->currentHeight() <= 0)
+        return 0.0;
+    const double tenths =
+        DeskHeightDisplay::normalisedHeight(QString::number(m_session->currentHeight())).toDouble();
+    return std::round(tenths) / 10.0;
+}
+
+QString DeskBusAdaptor::unit() const {
+    return DeskHeightDisplay::usesInches() ? QStringLiteral("in") : QStringLiteral("cm");
+}
+
+bool DeskBusAdaptor::moving() const {
+    return connected() && (m_heightChanging || m_session->goToHeight().isMoving());
+}
+
+PresetHeights DeskBusAdaptor::presets() const {
+    PresetHeights heights;
+    for (std::size_t slot = 0; slot < kPresetNames.size(); ++slot)
+        heights.insert(name(kPresetNames[slot]),
+                       m_session ? uint(std::max(0, m_session->presetKeys().memory(int(slot))))
+                                 : 0u);
+    return heights;
+}
+
+// ---- Methods ----
+
+void DeskBusAdaptor::MoveTo(double cm, const QDBusMessage& call) {
+    if (!std::isfinite(cm)) {
+        refuse(call, kInvalidArgs, QStringLiteral("The height must be a number."));
+        return;
+    }
+    if (DeskSession* session = drivableSession(call))
+        moveTo(*session, cm, call);
+}
+
+void DeskBusAdaptor::RecallPreset(const QString& preset, const QDBusMessage& call) {
+    const QString lowered = preset.toLower();
+    const auto found = std::find_if(kPresetNames.begin(), kPresetNames.end(),
+                                    [&](const char* known) { return lowered == name(known); });
+    if (found == kPresetNames.end()) {
+        refuse(call, kInvalidArgs,
+               QStringLiteral("Unknown preset \"%1\": use sit, stand, m1 or m2.").arg(preset));
+        return;
+    }
+    DeskSession* session = drivableSession(call);
+    if (!session)
+        return;
+    const int cm = session->presetKeys().memory(int(found - kPresetNames.begin()));
+    if (cm < 1) {
+        refuse(call, name(config::kPresetNotSetError),
+               QStringLiteral("The %1 preset is not set.").arg(lowered));
+        return;
+    }
+    moveTo(*session, cm, call);
+}
+
+void DeskBusAdaptor::Stop(const QDBusMessage& call) {
+    if (DeskSession* session = drivableSession(call))
+        session->stopMoving();
+}
+
+DeskSession* DeskBusAdaptor::drivableSession(const QDBusMessage& call) {
+    if (connected())
+        return m_session;
+    refuse(call, name(config::kNotConnectedError), QStringLiteral("No desk is connected."));
+    return nullptr;
+}
+
+void DeskBusAdaptor::refuse(const QDBusMessage& call, const QString& error, const QString& text) {
+    call.setDelayedReply(true); // the error is the reply
+    m_connection.send(call.createErrorReply(error, text));
+}
+
+void DeskBusAdaptor::moveTo(DeskSession& session, double cm, const QDBusMessage& call) {
+    const int tenths =
+        int(std::lround(std::clamp(cm, -kLargestSensibleCm, kLargestSensibleCm) * 10));
+    const GoToHeight::Refusal refusal = session.moveTo(tenths);
+    const QString why = GoToHeight::refusalText(refusal, session.limits(), false);
+    if (refusal == GoToHeight::Refusal::OutOfRange)
+        refuse(call, kInvalidArgs,
+               QStringLiteral("%1 cm is out of range. %2").arg(cm, 0, 'f', 1).arg(why));
+    else if (refusal == GoToHeight::Refusal::HeightUnknown)
+        refuse(call, name(config::kHeightUnknownError), why);
+    refresh();
+}
+
+// ---- Change announcements ----
+
+void DeskBusAdaptor::follow(DeskSession* session) {
+    for (const QMetaObject::Connection& connection : m_followed)
+        disconnect(connection);
+    m_followed.clear();
+    m_session = session;
+    m_lastHeight = 0.0;
+    if (session) {
+        const auto refreshing = [this] { refresh(); };
+        m_followed = {
+            connect(session, &DeskSession::heightShown, this, &DeskBusAdaptor::heightChanged),
+            connect(session, &DeskSession::breakTipRequested, this, refreshing),
+            connect(&session->link(), &DeskLink::linked, this, refreshing),
+            connect(&session->link(), &DeskLink::linkStarting, this, refreshing),
+            connect(&session->presetKeys(), &PresetKeys::presetsChanged, this, refreshing),
+            connect(&session->goToHeight(), &GoToHeight::started, this, refreshing),
+            connect(&session->goToHeight(), &GoToHeight::finished, this, refreshing),
+        };
+    }
+    refresh();
+}
+
+// The first height of a session and a change of unit are news, not movement.
+void DeskBusAdaptor::heightChanged() {
+    const double shown = height();
+    if (m_lastHeight > 0 && shown != m_lastHeight) {
+        m_heightChanging = true;
+        m_still.cancel();
+        m_still = Scheduler::instance().after(kStillAfter, this, [this] {
+            m_heightChanging = false;
+            refresh();
+        });
+    }
+    m_lastHeight = shown;
+    refresh();
+}
+
+QVariantMap DeskBusAdaptor::snapshot() const {
+    return {{QStringLiteral("Connected"), connected()},
+            {QStringLiteral("DeskName"), deskName()},
+            {QStringLiteral("Height"), height()},
+            {QStringLiteral("Unit"), unit()},
+            {QStringLiteral("Moving"), moving()},
+            {QStringLiteral("Presets"), QVariant::fromValue(presets())}};
+}
+
+// Collects what changed since the last announcement; announces at once unless one went out
+// within the interval, in which case the end of the interval announces the latest values.
+void DeskBusAdaptor::refresh() {
+    const QVariantMap now = snapshot();
+    for (auto it = now.begin(); it != now.end(); ++it) {
+        if (m_published.value(it.key()) != it.value())
+            m_pending.insert(it.key(), it.value());
+        else
+            m_pending.remove(it.key());
+    }
+    if (!m_coolingDown)
+        publish();
+}
+
+void DeskBusAdaptor::publish() {
+    if (m_pending.isEmpty())
+        return;
+    QDBusMessage signal = QDBusMessage::createSignal(
+        name(config::kDeskPath), QStringLiteral("org.freedesktop.DBus.Properties"),
+        QStringLiteral("PropertiesChanged"));
+    signal << name(config::kDeskInterface) << m_pending << QStringList();
+    m_connection.send(signal);
+    m_published.insert(m_pending);
+    m_pending.clear();
+    m_coolingDown = true;
+    m_cooldown = Scheduler::instance().after(kChangeInterval, this, [this] {
+        m_coolingDown = false;
+        publish();
+    });
+}
+
+} // namespace ostrel

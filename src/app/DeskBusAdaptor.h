@@ -1,0 +1,79 @@
+#pragma once
+
+#include "core/Scheduler.h"
+
+#include <QDBusAbstractAdaptor>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QList>
+#include <QMap>
+#include <QPointer>
+#include <QVariantMap>
+#include <array>
+
+namespace ostrel {
+
+class DeskSession;
+
+// Preset name (sit, stand, m1, m2) to whole centimetres, 0 = not set.
+using PresetHeights = QMap<QString, uint>;
+
+// The desk on the session bus, for scripts: its state as properties and moves as methods
+// (resources/dbus/com.ostrel.Motion.Desk1.xml). It drives the session of the control screen
+// that is showing; without one, or without a link, calls fail with NotConnected. Every move
+// goes through the session's move to a height, so nothing a caller sends can leave a key held.
+class DeskBusAdaptor : public QDBusAbstractAdaptor {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "com.ostrel.Motion.Desk1")
+    Q_PROPERTY(bool Connected READ connected)
+    Q_PROPERTY(QString DeskName READ deskName)
+    Q_PROPERTY(double Height READ height)
+    Q_PROPERTY(QString Unit READ unit)
+    Q_PROPERTY(bool Moving READ moving)
+    Q_PROPERTY(ostrel::PresetHeights Presets READ presets)
+public:
+    // Property changes go out at most this often; a moving desk changes height every poll.
+    static constexpr Scheduler::Duration kChangeInterval{250};
+    // A height unchanged this long means the desk stands still.
+    static constexpr Scheduler::Duration kStillAfter{500};
+    static constexpr std::array kPresetNames{"sit", "stand", "m1", "m2"};
+
+    DeskBusAdaptor(QDBusConnection connection, QObject* host);
+
+    bool connected() const;
+    QString deskName() const;
+    double height() const;
+    QString unit() const;
+    bool moving() const;
+    PresetHeights presets() const;
+
+    // Each call carries its message, so that a refusal can answer it with an error.
+public slots:
+    void MoveTo(double cm, const QDBusMessage& call);
+    void RecallPreset(const QString& name, const QDBusMessage& call);
+    void Stop(const QDBusMessage& call);
+
+private:
+    void follow(DeskSession* session);
+    void heightChanged();
+    // The session to drive, or an error reply and null.
+    DeskSession* drivableSession(const QDBusMessage& call);
+    void moveTo(DeskSession& session, double cm, const QDBusMessage& call);
+    void refuse(const QDBusMessage& call, const QString& error, const QString& text);
+    QVariantMap snapshot() const;
+    void refresh();
+    void publish();
+
+    QDBusConnection m_connection;
+    QPointer<DeskSession> m_session;
+    QList<QMetaObject::Connection> m_followed;
+    double m_lastHeight = 0.0;
+    bool m_heightChanging = false;
+    TimerHandle m_still;
+    QVariantMap m_published;
+    QVariantMap m_pending;
+    bool m_coolingDown = false;
+    TimerHandle m_cooldown;
+};
+
+} // namespace ostrel

@@ -1,0 +1,198 @@
+// The command-line verbs end to end: the real binary, run as a script would, against the
+// application running in this process (as main runs it) on a virtual desk, on a private
+// session bus. Real time: the application's own timers drive the desk.
+#include "app/DeskCommandLine.h"
+
+#include "RealTimeWait.h"
+#include "app/AppDelegate.h"
+#include "app/AppRunner.h"
+#include "app/DemoDesks.h"
+#include "app/OMBaseModalWindow.h"
+#include "app/SingleInstance.h"
+#include "session/DeskControlVC.h"
+#include "session/DeskSession.h"
+#include "session/GoToHeight.h"
+#include "sim/VirtualDesk.h"
+#include "transport/screens/BluetoothSearchVC.h"
+#include "transport/screens/DeskSearchRowView.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTimer>
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <gtest/gtest.h>
+
+namespace ostrel::test {
+namespace {
+
+using Code = DeskCommandLine::ExitCode;
+constexpr int kWaitMs = 20000;
+
+bool waitUntil(const std::function<bool()>& condition, int timeoutMs = kWaitMs) {
+    return test::waitUntil(condition, timeoutMs);
+}
+
+struct Outcome {
+    int code = -1;
+    QString out;
+    QString err;
+    qint64 elapsedMs = 0;
+};
+
+// Runs the binary with `arguments` while this process keeps answering the bus. Without a
+// display, as in a script over ssh: a window system the verbs wrongly touched would fail them.
+Outcome runVerb(const QStringList& arguments) {
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("DISPLAY"));
+    environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    process.setProcessEnvironment(environment);
+    QElapsedTimer clock;
+    clock.start();
+    process.start(QStringLiteral(OSTREL_MOTION_BINARY), arguments);
+    const bool finished =
+        waitUntil([&] { return process.state() == QProcess::NotRunning; }, kWaitMs);
+    Outcome outcome;
+    outcome.elapsedMs = clock.elapsed();
+    EXPECT_TRUE(finished) << arguments.join(' ').toStdString();
+    outcome.code = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    outcome.out = QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+    outcome.err = QString::fromUtf8(process.readAllStandardError()).trimmed();
+    return outcome;
+}
+
+TEST(DeskCommandLineTest, WithoutARunningApplicationEveryVerbSaysSo) {
+    for (const QStringList& verb :
+         {QStringList{"--status"}, QStringList{"--status", "--json"},
+          QStringList{"--move-to", "100"}, QStringList{"--preset", "sit"}, QStringList{"--stop"}}) {
+        const Outcome outcome = runVerb(verb);
+        EXPECT_EQ(outcome.code, Code::kNotRunning) << verb.join(' ').toStdString();
+        EXPECT_EQ(outcome.err, QStringLiteral("Ostrel Motion is not running."));
+    }
+    const Outcome help = runVerb({QStringLiteral("--help")});
+    EXPECT_EQ(help.code, Code::kOk);
+    for (const char* verb : {"--status", "--json", "--move-to <cm>", "--preset <name>", "--stop"})
+        EXPECT_TRUE(help.out.contains(QLatin1String(verb))) << verb;
+}
+
+class RunningApplicationTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        instance = std::make_unique<SingleInstance>(QDBusConnection::sessionBus());
+        ASSERT_TRUE(instance->claim()) << "needs a session bus: run under dbus-run-session";
+        runner = std::make_unique<AppRunner>(true);
+        desk = runner->demo()->desks().first();
+    }
+
+    void TearDown() override {
+        runner.reset();
+        instance.reset();
+    }
+
+    void run(const std::function<void()>& scenario) {
+        QTimer::singleShot(0, qApp, [&] {
+            scenario();
+            QApplication::quit();
+        });
+        runner->exec();
+    }
+
+    QWidget* content() const { return runner->delegate().modalWindow()->content(); }
+    DeskControlVC* control() const { return qobject_cast<DeskControlVC*>(content()); }
+
+    void pairDesk() {
+        ASSERT_TRUE(waitUntil([&] {
+            auto* search = qobject_cast<BluetoothSearchVC*>(content());
+            for (DeskSearchRowView* row : search ? search->rows() : QList<DeskSearchRowView*>{})
+                if (row->title() == desk->name()) {
+                    emit row->clicked();
+                    return true;
+                }
+            return false;
+        }));
+        ASSERT_TRUE(waitUntil([&] {
+            return control() && desk->isSubscribed() && control()->session().currentHeight() > 0;
+        }));
+    }
+
+    std::unique_ptr<SingleInstance> instance;
+    std::unique_ptr<AppRunner> runner;
+    VirtualDesk* desk = nullptr;
+};
+
+TEST_F(RunningApplicationTest, VerbsDriveTheDeskAndFailWithDistinctCodes) {
+    run([&] {
+        // Running, but still searching for a desk.
+        for (const QStringList& verb :
+             {QStringList{"--status"}, QStringList{"--move-to", "100"}, QStringList{"--stop"}}) {
+            const Outcome outcome = runVerb(verb);
+            EXPECT_EQ(outcome.code, Code::kNotConnected) << verb.join(' ').toStdString();
+            EXPECT_EQ(outcome.err, QStringLiteral("No desk is connected."));
+        }
+        const Outcome offline = runVerb({QStringLiteral("--status"), QStringLiteral("--json")});
+        EXPECT_EQ(offline.code, Code::kNotConnected);
+        EXPECT_EQ(QJsonDocument::fromJson(offline.out.toUtf8()).object().value("connected"), false);
+
+        ASSERT_NO_FATAL_FAILURE(pairDesk());
+        const Outcome status = runVerb({QStringLiteral("--status")});
+        EXPECT_EQ(status.code, Code::kOk);
+        // A fresh installation shows inches; so does the answer.
+        EXPECT_EQ(status.out, QStringLiteral("QWJ-0001: 28.3 in, still"));
+        const Outcome json = runVerb({QStringLiteral("--status"), QStringLiteral("--json")});
+        const QJsonObject object = QJsonDocument::fromJson(json.out.toUtf8()).object();
+        EXPECT_EQ(json.code, Code::kOk);
+        EXPECT_EQ(object.value("desk"), QStringLiteral("QWJ-0001"));
+        EXPECT_EQ(object.value("height_cm").toDouble(), 72.0);
+        EXPECT_EQ(object.value("unit"), QStringLiteral("in"));
+        EXPECT_EQ(object.value("presets").toObject().value("sit"), 0);
+
+        for (const QStringList& bad :
+             {QStringList{"--move-to", "tall"}, QStringList{"--move-to", "130"},
+              QStringList{"--move-to", "nan"}, QStringList{"--preset", "desk"}}) {
+            const Outcome outcome = runVerb(bad);
+            EXPECT_EQ(outcome.code, Code::kInvalidArgument) << bad.join(' ').toStdString();
+            EXPECT_FALSE(outcome.err.isEmpty());
+        }
+        const Outcome unset = runVerb({QStringLiteral("--preset"), QStringLiteral("m2")});
+        EXPECT_EQ(unset.code, Code::kFailed);
+        EXPECT_EQ(unset.err, QStringLiteral("The m2 preset is not set."));
+        EXPECT_FALSE(desk->isMoving());
+
+        const Outcome move = runVerb({QStringLiteral("--move-to"), QStringLiteral("76")});
+        EXPECT_EQ(move.code, Code::kOk);
+        EXPECT_EQ(move.out, QStringLiteral("Moving to 76.0 cm"));
+        GoToHeight& goTo = control()->session().goToHeight();
+        EXPECT_TRUE(waitUntil([&] { return !goTo.isMoving() && !desk->isMoving(); }));
+        EXPECT_LE(std::abs(desk->heightTenths() - 760), 5);
+
+        ASSERT_EQ(runVerb({QStringLiteral("--move-to"), QStringLiteral("90")}).code, Code::kOk);
+        ASSERT_TRUE(waitUntil([&] { return desk->heightTenths() > 780; }));
+        const Outcome stop = runVerb({QStringLiteral("--stop")});
+        EXPECT_EQ(stop.code, Code::kOk);
+        EXPECT_EQ(stop.out, QStringLiteral("Stopped"));
+        EXPECT_FALSE(goTo.isMoving());
+        EXPECT_TRUE(waitUntil([&] { return !desk->isMoving(); }, 200));
+        EXPECT_LT(desk->heightTenths(), 890);
+
+        // How long a script waits for --status.
+        std::vector<qint64> times;
+        for (int run = 0; run < 20; ++run) {
+            const Outcome timed = runVerb({QStringLiteral("--status")});
+            EXPECT_EQ(timed.code, Code::kOk);
+            times.push_back(timed.elapsedMs);
+        }
+        std::sort(times.begin(), times.end());
+        std::printf("--status answered after %lld ms (median of 20; fastest %lld, slowest %lld)\n",
+                    static_cast<long long>((times[9] + times[10]) / 2),
+                    static_cast<long long>(times.front()), static_cast<long long>(times.back()));
+    });
+}
+
+} // namespace
+} // namespace ostrel::test
