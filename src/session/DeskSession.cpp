@@ -277,6 +277,7 @@ void DeskSession::releaseKey() {
 void DeskSession::releaseHeldKeys() {
     releaseKey();
     m_hotKeyMovement->reset();
+    emit heldKeysReleased();
 }
 
 // ---- Light strip ----
