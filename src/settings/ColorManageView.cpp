@@ -78,9 +78,8 @@ QWidget* ColorManageView::buildSwitch() {
 
 QWidget* ColorManageView::buildSchemes() {
     auto* box = new QWidget(this);
-    auto* grid = new QGridLayout(box);
+    auto* grid = new QGridLayout;
     grid->setContentsMargins(0, 0, 0, 0);
-    grid->addWidget(headingLabel(tr("Color scheme"), box), 0, 0, 1, kSchemeCount / 2);
     for (int mode = 1; mode <= kSchemeCount; ++mode) {
         auto* button = new QPushButton(QString::number(mode), box);
         button->setFixedSize(kSchemeSize);
@@ -88,8 +87,12 @@ QWidget* ColorManageView::buildSchemes() {
         const int tag = kFirstSchemeTag + mode - 1;
         connect(button, &QPushButton::clicked, this, [this, tag] { actionSchemeColorSelect(tag); });
         m_schemes[std::size_t(mode - 1)] = button;
-        grid->addWidget(button, 1 + (mode - 1) / 4, (mode - 1) % 4);
+        grid->addWidget(button, (mode - 1) / 4, (mode - 1) % 4);
     }
+    auto* layout = new QVBoxLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(headingLabel(tr("Color scheme"), box));
+    layout->addLayout(grid);
     return box;
 }
 

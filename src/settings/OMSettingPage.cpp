@@ -2,7 +2,7 @@
 
 #include "session/DeskControlVC.h"
 
-#include <QHBoxLayout>
+#include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -30,13 +30,13 @@ OMSettingPage::OMSettingPage(DeskControlVC* fatherVC, const QString& title)
     connect(m_back, &QPushButton::clicked, this, &OMSettingPage::actionBack);
 
     m_title = new QLabel(title, this);
-    m_title->setFont(scaledBold(m_title->font(), 1.3));
+    m_title->setFont(scaledBold(m_title->font(), 1.15));
     m_title->setAlignment(Qt::AlignCenter);
 
-    auto* header = new QHBoxLayout;
-    header->addWidget(m_back);
-    header->addWidget(m_title, 1);
-    header->addSpacing(kBackWidth); // keeps the title centred
+    // The title is centred on the page, the way back sits over its left end.
+    auto* header = new QGridLayout;
+    header->addWidget(m_title, 0, 0);
+    header->addWidget(m_back, 0, 0, Qt::AlignLeft | Qt::AlignVCenter);
 
     m_content = new QVBoxLayout;
     m_content->setSpacing(8);

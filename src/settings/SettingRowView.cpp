@@ -14,6 +14,7 @@ constexpr int kIconSize = 28;
 constexpr int kAccessorySize = 16;
 constexpr int kMinimumHeight = 44;
 const QColor kHoverBackground = QColor::fromRgbF(0.945f, 0.945f, 0.945f);
+const QColor kValueColor(0x6E, 0x6E, 0x73);
 
 // The row is the button: its labels must let the mouse through.
 QLabel* passiveLabel(QWidget* parent) {
@@ -44,7 +45,9 @@ SettingRowView::SettingRowView(const QString& iconName, const QString& text, QWi
     title->setText(text);
     row->addWidget(title, 1);
     m_value = passiveLabel(this);
-    m_value->setEnabled(false); // drawn in the muted colour
+    QPalette muted = m_value->palette();
+    muted.setColor(QPalette::WindowText, kValueColor);
+    m_value->setPalette(muted);
     row->addWidget(m_value);
     m_accessory = passiveLabel(this);
     m_accessory->setFixedSize(kAccessorySize, kAccessorySize);
