@@ -4,6 +4,7 @@
 #include "core/NotificationNames.h"
 #include "protocol/CommandType.h"
 #include "session/DeskControlVC.h"
+#include "session/DeskHeightDisplay.h"
 #include "session/DeskSession.h"
 #include "settings/AntiCollisionHelpVC.h"
 #include "settings/AntiCollisionSetting.h"
@@ -24,13 +25,11 @@
 #include <QScrollArea>
 #include <QStringList>
 #include <QVBoxLayout>
-#include <cstdio>
 
 namespace ostrel {
 
 namespace {
 
-constexpr double kCmPerInch = 2.54;
 constexpr QSize kHelpButtonSize{20, 20};
 constexpr QSize kSwitchSize{44, 24};
 
@@ -38,14 +37,6 @@ constexpr QSize kSwitchSize{44, 24};
 constexpr std::array<int, ViewIntelligentControl::kSectionCount> kSectionKeys = {
     command::presetKey(1), command::presetKey(0), command::presetKey(2), command::presetKey(3)};
 constexpr int kSittingSection = 1;
-
-// "%.0f" as the C library prints it, an exact half to the even number; Qt's formatting would
-// round it away from zero.
-QString wholeNumber(double value) {
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%.0f", value);
-    return QString::fromLatin1(text.data());
-}
 
 int sectionSlot(int section) {
     return command::presetSlot(kSectionKeys[std::size_t(section)]);
@@ -192,7 +183,8 @@ ViewIntelligentControl::memoryHeightText(const std::array<float, kSectionCount>&
         return {};
     QStringList parts;
     for (int i = 0; i < kSectionCount; ++i)
-        parts << wholeNumber(double(i == slot ? height : presets[std::size_t(i)]) / 10.0);
+        parts << DeskHeightDisplay::wholeNumber(
+            double(i == slot ? height : presets[std::size_t(i)]) / 10.0);
     return parts.join(u',').toStdString();
 }
 
@@ -221,7 +213,7 @@ QString ViewIntelligentControl::presetText(int section, float preset) const {
         return QString::asprintf(qPrintable(tr("%.1f cm")), cm);
     // The sitting line has always had two spaces before its unit.
     const QString format = section == kSittingSection ? tr("%.1f  inches") : tr("%.1f inches");
-    return QString::asprintf(qPrintable(format), cm / kCmPerInch);
+    return QString::asprintf(qPrintable(format), cm / DeskHeightDisplay::kCmPerInch);
 }
 
 double ViewIntelligentControl::barFraction(float preset) const {
