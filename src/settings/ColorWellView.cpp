@@ -11,10 +11,10 @@ ColorWellView::ColorWellView(QWidget* parent) : QWidget(parent) {
 }
 
 // Pixel by pixel, so the middle row holds fully saturated colours with no blending.
-const QImage& ColorWellView::spectrum(const QSize& size) const {
-    if (m_spectrum.size() == size)
-        return m_spectrum;
-    m_spectrum = QImage(size, QImage::Format_RGB32);
+const QImage& ColorWellView::colorField(const QSize& size) const {
+    if (m_colorField.size() == size)
+        return m_colorField;
+    m_colorField = QImage(size, QImage::Format_RGB32);
     const int half = std::max(1, size.height() / 2);
     const float hueSpan = float(std::max(1, size.width() - 1));
     for (int y = 0; y < size.height(); ++y) {
@@ -22,15 +22,15 @@ const QImage& ColorWellView::spectrum(const QSize& size) const {
         const float value = y < half ? 1.0f : 1.0f - float(y - half) / float(half);
         for (int x = 0; x < size.width(); ++x) {
             const float hue = float(x) / hueSpan * (359.0f / 360.0f);
-            m_spectrum.setPixelColor(x, y, QColor::fromHsvF(hue, saturation, value));
+            m_colorField.setPixelColor(x, y, QColor::fromHsvF(hue, saturation, value));
         }
     }
-    return m_spectrum;
+    return m_colorField;
 }
 
 void ColorWellView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.drawImage(0, 0, spectrum(size()));
+    painter.drawImage(0, 0, colorField(size()));
 }
 
 // What is on screen decides, so the pick matches whatever the view draws.

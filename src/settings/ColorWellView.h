@@ -5,7 +5,7 @@
 
 namespace ostrel {
 
-// A colour spectrum to pick from: hue from left to right, white at the top, the pure colour in
+// A field of colours to pick from: hue from left to right, white at the top, the pure colour in
 // the middle row and black at the bottom. A click takes the colour of the pixel under the
 // pointer, as drawn.
 class ColorWellView : public QWidget {
@@ -25,9 +25,9 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
 
 private:
-    const QImage& spectrum(const QSize& size) const;
+    const QImage& colorField(const QSize& size) const;
 
-    mutable QImage m_spectrum;
+    mutable QImage m_colorField;
 };
 
 } // namespace ostrel
