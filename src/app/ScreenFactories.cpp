@@ -1,6 +1,9 @@
 #include "ScreenFactories.h"
 
+#include "app/SystemServices.h"
 #include "session/DeskControlVC.h"
+#include "settings/SettingsNavigation.h"
+#include "settings/ViewSystemSetting.h"
 #include "transport/screens/BluetoothSearchVC.h"
 #include "transport/screens/DeskTypeVC.h"
 #include "transport/screens/NoBluetoothVC.h"
@@ -21,7 +24,13 @@ void ScreenFactories::registerAll() {
     router.registerScreen(QLatin1String(screens::kDeskType), factory<DeskTypeVC>());
     router.registerScreen(QLatin1String(screens::kBluetoothSearch), factory<BluetoothSearchVC>());
     router.registerScreen(QLatin1String(screens::kNoBluetooth), factory<NoBluetoothVC>());
-    router.registerScreen(QLatin1String(screens::kDeskControl), factory<DeskControlVC>());
+    router.registerScreen(QLatin1String(screens::kDeskControl), [] {
+        auto* control = new DeskControlVC;
+        SettingsNavigation::attach(*control);
+        return control;
+    });
+    ViewSystemSetting::setHotKeyRemover(
+        [] { SystemServices::instance().removeDeskGlobalHotKey(); });
 }
 
 } // namespace ostrel

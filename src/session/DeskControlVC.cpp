@@ -18,6 +18,7 @@
 #include <QLabel>
 #include <QPointer>
 #include <QShortcut>
+#include <QStackedLayout>
 #include <QVBoxLayout>
 
 namespace ostrel {
@@ -35,26 +36,33 @@ constexpr int kUnitLength = 2; // "cm" / "in"
 } // namespace
 
 DeskControlVC::DeskControlVC(QWidget* parent) : QWidget(parent), m_session(new DeskSession(this)) {
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(24, 16, 24, 24);
-    layout->setSpacing(12);
-    layout->addWidget(buildHeader());
-    layout->addWidget(buildHeight());
-    m_picture = new OMDeskPicture(CurrentDeskModel::name(), this);
-    m_picture->setMinimumSize(220, 150);
-    layout->addWidget(m_picture, 1);
-    layout->addWidget(buildMoveButtons());
-    layout->addWidget(buildPresetButtons());
-    m_tip = new QLabel(this);
-    m_tip->setAlignment(Qt::AlignCenter);
-    m_tip->setMinimumHeight(m_tip->fontMetrics().height());
-    layout->addWidget(m_tip);
+    m_stack = new QStackedLayout(this);
+    m_stack->addWidget(buildControlView());
 
     showHeight(DeskHeightDisplay::unknownHeightText(DeskHeightDisplay::usesInches()));
     refreshPresetImages();
     connectSession();
     m_session->setLoadViewAction();
     m_session->registerObservers();
+}
+
+QWidget* DeskControlVC::buildControlView() {
+    auto* view = new QWidget(this);
+    auto* layout = new QVBoxLayout(view);
+    layout->setContentsMargins(24, 16, 24, 24);
+    layout->setSpacing(12);
+    layout->addWidget(buildHeader());
+    layout->addWidget(buildHeight());
+    m_picture = new OMDeskPicture(CurrentDeskModel::name(), view);
+    m_picture->setMinimumSize(220, 150);
+    layout->addWidget(m_picture, 1);
+    layout->addWidget(buildMoveButtons());
+    layout->addWidget(buildPresetButtons());
+    m_tip = new QLabel(view);
+    m_tip->setAlignment(Qt::AlignCenter);
+    m_tip->setMinimumHeight(m_tip->fontMetrics().height());
+    layout->addWidget(m_tip);
+    return view;
 }
 
 QWidget* DeskControlVC::buildHeader() {
@@ -254,7 +262,35 @@ void DeskControlVC::hideTipLabel() {
 }
 
 void DeskControlVC::actionShowHelp() {
-    HeightSaveHelpVC::present(this);
+    HeightSaveHelpVC* sheet = HeightSaveHelpVC::present(this);
+    connect(sheet, &HeightSaveHelpVC::customizeRequested, this,
+            &DeskControlVC::intelligentControlRequested, Qt::UniqueConnection);
+}
+
+// ---- Pages ----
+
+void DeskControlVC::pushViewControlWithView(QWidget* view) {
+    m_stack->addWidget(view);
+    m_stack->setCurrentWidget(view);
+}
+
+void DeskControlVC::popViewControl() {
+    QWidget* top = topView();
+    if (!top)
+        return;
+    m_stack->removeWidget(top);
+    m_stack->setCurrentIndex(m_stack->count() - 1);
+    // The page may be closing itself from one of its own handlers.
+    top->hide();
+    top->deleteLater();
+}
+
+QWidget* DeskControlVC::topView() const {
+    return pageCount() > 0 ? m_stack->widget(m_stack->count() - 1) : nullptr;
+}
+
+int DeskControlVC::pageCount() const {
+    return m_stack->count() - 1;
 }
 
 bool DeskControlVC::eventFilter(QObject* watched, QEvent* event) {

@@ -6,6 +6,7 @@
 #include <array>
 
 class QLabel;
+class QStackedLayout;
 
 namespace ostrel {
 
@@ -59,12 +60,24 @@ public:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+    // Pages opened from this screen replace its content until they close; the session keeps
+    // running underneath. The screen takes ownership of a pushed view.
+    void pushViewControlWithView(QWidget* view);
+    // Closes the topmost page; the control content itself never goes.
+    void popViewControl();
+    // The page on top, or nullptr while the control content shows.
+    QWidget* topView() const;
+    int pageCount() const;
+
 signals:
     // The settings screens live elsewhere; whoever hosts this screen opens them.
     void settingsRequested();
     void lightStripRequested();
+    // The presets help sheet asked to customise the presets.
+    void intelligentControlRequested();
 
 private:
+    QWidget* buildControlView();
     QWidget* buildHeader();
     QWidget* buildHeight();
     QWidget* buildMoveButtons();
@@ -77,6 +90,7 @@ private:
     void hideTipLabel();
 
     DeskSession* m_session;
+    QStackedLayout* m_stack = nullptr;
     QLabel* m_height = nullptr;
     QString m_heightText;
     QLabel* m_tip = nullptr;

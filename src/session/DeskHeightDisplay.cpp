@@ -5,6 +5,8 @@
 #include "store/RecordDictionary.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 
 namespace ostrel {
 
@@ -13,6 +15,12 @@ QString DeskHeightDisplay::normalisedHeight(const QString& reported) {
     if (value < kInchReportLimit)
         return QString::asprintf("%f", value * kCmPerInch);
     return reported;
+}
+
+QString DeskHeightDisplay::wholeNumber(double value) {
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "%.0f", value);
+    return QString::fromLatin1(text.data());
 }
 
 QString DeskHeightDisplay::heightText(double tenthsCm, bool inches) {

@@ -283,6 +283,7 @@ void DeskSession::releaseHeldKeys() {
     m_goToHeight->abort();
     releaseKey();
     m_hotKeyMovement->reset();
+    emit heldKeysReleased();
 }
 
 bool DeskSession::isConnected() const {

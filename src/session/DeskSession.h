@@ -90,6 +90,9 @@ signals:
     void toastRequested(const QString& text);
     // The link is gone: the screen asks the user, whose confirmation ends the session.
     void breakTipRequested();
+    // Every held key was let go (link loss, session end, another desk, quit); timed key
+    // sequences of other parts end with it.
+    void heldKeysReleased();
 
 private:
     using Task = std::function<void(DeskSession&)>;

@@ -10,7 +10,6 @@ namespace ostrel {
 
 HeightSaveHelpVC::HeightSaveHelpVC(QWidget* parent)
     : OMSheetWindow(parent, OMWindowIdentifier::setting()) {
-
     auto* title = new QLabel(tr("How to Save Height Presets"), this);
     QFont titleFont = title->font();
     titleFont.setBold(true);
@@ -22,15 +21,18 @@ HeightSaveHelpVC::HeightSaveHelpVC(QWidget* parent)
     picture->setPixmap(OMImage::pixmap(QStringLiteral("control_shortcuts_tip")));
     picture->setAlignment(Qt::AlignCenter);
 
-    auto* close = new QPushButton(tr("Customize"), this);
-    close->setDefault(true);
-    connect(close, &QPushButton::clicked, this, &QWidget::hide);
+    m_customize = new QPushButton(tr("Customize"), this);
+    m_customize->setDefault(true);
+    connect(m_customize, &QPushButton::clicked, this, [this] {
+        hide();
+        emit customizeRequested();
+    });
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(24, 20, 24, 20);
     layout->addWidget(title);
     layout->addWidget(picture, 1);
-    layout->addWidget(close, 0, Qt::AlignHCenter);
+    layout->addWidget(m_customize, 0, Qt::AlignHCenter);
 }
 
 HeightSaveHelpVC* HeightSaveHelpVC::present(QWidget* host) {

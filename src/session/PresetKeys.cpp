@@ -32,14 +32,14 @@ constexpr PresetText kPresets[PresetKeys::kPresetCount] = {
      QT_TRANSLATE_NOOP("ostrel::PresetKeys", "M2 height:%.1fin")},
 };
 
-// The memory-height text with one slot replaced by a height in whole cm ("%.0f" rounds).
+// The memory-height text with one slot replaced by a height in whole cm, rounded as "%.0f" does.
 std::string presetsWithSlot(const CurrentDeviceStore::Presets& presets, int type, float height) {
     const int slot = command::presetSlot(type);
     if (slot < 0)
         return {};
     QStringList parts;
     for (int i = 0; i < PresetKeys::kPresetCount; ++i)
-        parts << (i == slot ? QString::asprintf("%.0f", double(height) / 10.0)
+        parts << (i == slot ? DeskHeightDisplay::wholeNumber(double(height) / 10.0)
                             : QString::number(presets[std::size_t(i)]));
     return parts.join(u',').toStdString();
 }

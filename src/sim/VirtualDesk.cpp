@@ -244,6 +244,7 @@ void VirtualDesk::handleCommand(const Bytes& payload) {
 void VirtualDesk::setLight(const Bytes& payload) {
     if (!m_config.hasLightStrip)
         return;
+    ++m_lightCommandsReceived;
     m_light.switchStatus = payload[1];
     m_light.mode = payload[2];
     if (m_light.mode == kCustomColourMode && payload.size() >= 6) {

@@ -46,6 +46,14 @@ struct VirtualDeskConfig {
 class VirtualDesk : public QObject {
     Q_OBJECT
 public:
+    struct LightStrip {
+        int switchStatus = 0;
+        int mode = 1;
+        int red = 0xFF;
+        int green = 0xFF;
+        int blue = 0xFF;
+    };
+
     explicit VirtualDesk(VirtualDeskConfig config = {}, QObject* parent = nullptr);
     ~VirtualDesk() override;
 
@@ -72,6 +80,10 @@ public:
     bool isSubscribed() const { return m_subscribed; } // (added to the carriers' interface)
     // Key frames with any key pressed that the host has sent so far.
     int keyFramesReceived() const { return m_keyFramesReceived; }
+    // Anti-collision sensitivity last set, 0 = off.
+    int sensitivity() const { return m_sensitivity; }
+    const LightStrip& lightStrip() const { return m_light; }
+    int lightCommandsReceived() const { return m_lightCommandsReceived; }
 
     // ---- Fault injection ----
 
@@ -150,13 +162,8 @@ private:
 
     int m_sensitivity;
     int m_thickness;
-    struct LightStrip {
-        int switchStatus = 0;
-        int mode = 1;
-        int red = 0xFF;
-        int green = 0xFF;
-        int blue = 0xFF;
-    } m_light;
+    LightStrip m_light;
+    int m_lightCommandsReceived = 0;
 };
 
 } // namespace ostrel

@@ -70,7 +70,8 @@ TEST_F(DeskSessionLogicTest, SavedPresetIsTheShownHeightRoundedToWholeCentimetre
         {724, 10, "70,72,0,95"},
         {726, 11, "70,72,73,95"},
         {1004, 12, "70,72,73,100"},
-        {800, 13, ""}, // not a preset key
+        {805, 9, "80,72,73,100"}, // an exact half goes to the even number
+        {800, 13, ""},            // not a preset key
     };
     for (const Case& c : cases) {
         report(c.height);
@@ -78,7 +79,7 @@ TEST_F(DeskSessionLogicTest, SavedPresetIsTheShownHeightRoundedToWholeCentimetre
         EXPECT_EQ(storedPresets(), c.stored) << c.height;
         EXPECT_EQ(boundPresets(), c.stored) << c.height;
     }
-    EXPECT_EQ(session().presetKeys().presets(), (CurrentDeviceStore::Presets{70, 72, 73, 100}))
+    EXPECT_EQ(session().presetKeys().presets(), (CurrentDeviceStore::Presets{80, 72, 73, 100}))
         << "a malformed text leaves the presets as they were";
 }
 

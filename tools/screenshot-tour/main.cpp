@@ -9,22 +9,32 @@
 #include "app/ScreenFactories.h"
 #include "core/Scheduler.h"
 #include "session/DeskControlVC.h"
+#include "session/HeightSaveHelpVC.h"
 #include "session/ShortcutsHeightSetVC.h"
+#include "settings/ColorManageView.h"
+#include "settings/ViewIntelligentControl.h"
+#include "settings/ViewSetting.h"
+#include "settings/ViewSystemSetting.h"
 #include "sim/VirtualCentral.h"
 #include "sim/VirtualDesk.h"
 #include "transport/RBBluetoothManager.h"
 #include "transport/screens/DeskSearchRowView.h"
+#include "widgets/OMImageButton.h"
 #include "widgets/OMScreenRouter.h"
+#include "widgets/OMWindowIdentifier.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QScreen>
 #include <QSettings>
 #include <QTest>
+#include <algorithm>
 #include <deque>
+#include <iterator>
 
 using namespace ostrel;
 using namespace std::chrono_literals;
@@ -139,6 +149,116 @@ bool promptShown() {
     return false;
 }
 
+void closeWindowsExceptHome(QWidget& home);
+
+// The page on top of the control screen's stack, when it is a `Page`.
+template <class Page> Page* topPage(QWidget& home) {
+    DeskControlVC* control = controlIn(home);
+    return control ? qobject_cast<Page*>(control->topView()) : nullptr;
+}
+
+void closePages(QWidget& home) {
+    if (DeskControlVC* control = controlIn(home)) {
+        while (control->pageCount() > 0)
+            control->popViewControl();
+    }
+}
+
+// Runs `action` on the control screen, when there is one.
+std::function<void()> onControl(QWidget& home, std::function<void(DeskControlVC&)> action) {
+    return [&home, action] {
+        if (DeskControlVC* control = controlIn(home))
+            action(*control);
+    };
+}
+
+// Runs `action` on the page on top, when it is a `Page`.
+template <class Page>
+std::function<void()> onPage(QWidget& home, std::function<void(Page&)> action) {
+    return [&home, action] {
+        if (Page* page = topPage<Page>(home))
+            action(*page);
+    };
+}
+
+// Closes the page on top, then runs `action` on the one below, when it is a `Page`.
+template <class Page>
+std::function<void()> backThen(QWidget& home, std::function<void(Page&)> action) {
+    return [&home, action] {
+        if (DeskControlVC* control = controlIn(home))
+            control->popViewControl();
+        onPage<Page>(home, action)();
+    };
+}
+
+// The settings pages, each reached the way a user reaches it.
+std::deque<Step> settingsSteps(QWidget& home) {
+    return {
+        {QStringLiteral("6-settings-menu"),
+         onControl(home,
+                   [&home](DeskControlVC& control) {
+                       closeWindowsExceptHome(home);
+                       emit control.settingsRequested();
+                   }),
+         800ms},
+        {QStringLiteral("7-system-settings"),
+         onPage<ViewSetting>(home, [](ViewSetting& menu) { menu.actionPushToSysSetting(); }),
+         800ms},
+        {QStringLiteral("8-unit"),
+         onPage<ViewSystemSetting>(home, [](ViewSystemSetting& page) { page.actionSelectUnit(); }),
+         800ms},
+        {QStringLiteral("9-coming-soon"),
+         backThen<ViewSystemSetting>(home,
+                                     [](ViewSystemSetting& page) { page.actionSelectShortcut(); }),
+         800ms},
+        {QStringLiteral("10-presets-help"),
+         onControl(home,
+                   [&home](DeskControlVC& control) {
+                       closePages(home);
+                       control.actionShowHelp();
+                   }),
+         800ms},
+        {QStringLiteral("11-presets-and-anti-collision"),
+         [] {
+             if (auto* help = qobject_cast<HeightSaveHelpVC*>(
+                     OMWindowIdentifier::find(OMWindowIdentifier::setting())))
+                 help->customizeButton()->click();
+         },
+         800ms},
+        {QStringLiteral("12-sensitivity"),
+         onPage<ViewIntelligentControl>(
+             home, [](ViewIntelligentControl& page) { page.actionSelectSensitivity(); }),
+         800ms},
+        {QStringLiteral("13-anti-collision-help"),
+         backThen<ViewIntelligentControl>(
+             home, [](ViewIntelligentControl& page) { page.actionAntiHelp(); }),
+         800ms},
+        {QStringLiteral("14-automatic-reset-help"),
+         backThen<ViewIntelligentControl>(
+             home, [](ViewIntelligentControl& page) { page.actionResetHelp(); }),
+         800ms},
+        // The strip switched on first: the desk's report of it would replace a colour picked
+        // before it arrives.
+        {QString(),
+         onControl(home,
+                   [&home](DeskControlVC& control) {
+                       closePages(home);
+                       control.lightStripButton()->click();
+                       onPage<ColorManageView>(
+                           home, [](ColorManageView& page) { page.actionLightOpen(); })();
+                   }),
+         500ms},
+        {QStringLiteral("15-light-strip"),
+         onPage<ColorManageView>(home,
+                                 [](ColorManageView& page) {
+                                     page.changeColorWithMode(ColorManageView::kCustomMode,
+                                                              QColor(0x2F, 0x80, 0xED));
+                                 }),
+         800ms},
+        {QString(), [&home] { closePages(home); }, 300ms},
+    };
+}
+
 void closeWindowsExceptHome(QWidget& home) {
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (window != &home && window->isVisible())
@@ -151,7 +271,7 @@ std::deque<Step> tourSteps(Tour& tour) {
     auto show = [](const char* screen) {
         return [screen] { OMScreenRouter::instance().show(QLatin1String(screen)); };
     };
-    return {
+    std::deque<Step> steps = {
         {QStringLiteral("1-search"),
          {},
          500ms,
@@ -192,21 +312,26 @@ std::deque<Step> tourSteps(Tour& tour) {
                  control->longHoverPress(control->presetButton(0));
          },
          800ms},
-        {QStringLiteral("6-error"),
-         [&home] {
-             closeWindowsExceptHome(home);
-             home.hide(); // the error window alone in the picture
-             HomeErrorVC::showError(30);
-         },
-         800ms},
-        {QStringLiteral("7-link-loss"),
-         [&tour, &home] {
-             closeWindowsExceptHome(home);
-             home.show();
-             boundDesk(tour.demo()).dropLink();
-         },
-         500ms, [] { return promptShown(); }},
     };
+    // The settings pages, then the error and the link loss, which end the session.
+    std::ranges::move(settingsSteps(home), std::back_inserter(steps));
+    steps.insert(steps.end(), {
+                                  {QStringLiteral("16-error"),
+                                   [&home] {
+                                       closeWindowsExceptHome(home);
+                                       home.hide(); // the error window alone in the picture
+                                       HomeErrorVC::showError(30);
+                                   },
+                                   800ms},
+                                  {QStringLiteral("17-link-loss"),
+                                   [&tour, &home] {
+                                       closeWindowsExceptHome(home);
+                                       home.show();
+                                       boundDesk(tour.demo()).dropLink();
+                                   },
+                                   500ms, [] { return promptShown(); }},
+                              });
+    return steps;
 }
 
 } // namespace

@@ -1,0 +1,257 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en">
+<context>
+    <name>ostrel::AntiCollisionHelpVC</name>
+    <message>
+        <source>Anti-collision function</source>
+        <translation>Anti-collision function</translation>
+    </message>
+    <message>
+        <source>When the desk meets an obstacle while moving, it stops and moves back a little, so that nothing is trapped or damaged.
+
+The sensitivity sets how hard the desk must push before it reacts. &quot;High&quot; reacts to the lightest touch; choose &quot;Low&quot; if the desk stops by itself under a heavy load.
+
+With the function off, the desk only stops when you let go of the key.</source>
+        <translation>When the desk meets an obstacle while moving, it stops and moves back a little, so that nothing is trapped or damaged.
+
+The sensitivity sets how hard the desk must push before it reacts. &quot;High&quot; reacts to the lightest touch; choose &quot;Low&quot; if the desk stops by itself under a heavy load.
+
+With the function off, the desk only stops when you let go of the key.</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::AntiCollisionSetting</name>
+    <message>
+        <source>Low</source>
+        <translation>Low</translation>
+    </message>
+    <message>
+        <source>Middle</source>
+        <translation>Middle</translation>
+    </message>
+    <message>
+        <source>High</source>
+        <translation>High</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::AutomaticResetHelpVC</name>
+    <message>
+        <source>Automatic reset</source>
+        <translation>Automatic reset</translation>
+    </message>
+    <message>
+        <source>When the desk shows &quot;RST&quot;, it has lost track of its height and must be reset.
+
+Clear the space under the desk, then press and hold the Down key until the desk reaches its lowest position, moves up slightly and stops. Release the key: the desk is ready again.
+
+A reset also clears the height presets stored on the desk.</source>
+        <translation>When the desk shows &quot;RST&quot;, it has lost track of its height and must be reset.
+
+Clear the space under the desk, then press and hold the Down key until the desk reaches its lowest position, moves up slightly and stops. Release the key: the desk is ready again.
+
+A reset also clears the height presets stored on the desk.</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ColorManageView</name>
+    <message>
+        <source>Strip Light Settings</source>
+        <translation>Strip Light Settings</translation>
+    </message>
+    <message>
+        <source>On</source>
+        <translation>On</translation>
+    </message>
+    <message>
+        <source>Off</source>
+        <translation>Off</translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation>Light</translation>
+    </message>
+    <message>
+        <source>Color scheme</source>
+        <translation>Color scheme</translation>
+    </message>
+    <message>
+        <source>Color</source>
+        <translation>Color</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ComingSoonPage</name>
+    <message>
+        <source>This feature is coming soon.</source>
+        <translation>This feature is coming soon.</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::OMSettingPage</name>
+    <message>
+        <source>Back</source>
+        <translation>Back</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewIntelligentControl</name>
+    <message>
+        <source>Intelligent control</source>
+        <translation>Intelligent control</translation>
+    </message>
+    <message>
+        <source>Height presets</source>
+        <translation>Height presets</translation>
+    </message>
+    <message>
+        <source>Standing</source>
+        <translation>Standing</translation>
+    </message>
+    <message>
+        <source>Sitting</source>
+        <translation>Sitting</translation>
+    </message>
+    <message>
+        <source>M1</source>
+        <translation>M1</translation>
+    </message>
+    <message>
+        <source>M2</source>
+        <translation>M2</translation>
+    </message>
+    <message>
+        <source>Current altitude</source>
+        <translation>Current altitude</translation>
+    </message>
+    <message>
+        <source>Anti-collision function</source>
+        <translation>Anti-collision function</translation>
+    </message>
+    <message>
+        <source>Sensitivity</source>
+        <translation>Sensitivity</translation>
+    </message>
+    <message>
+        <source>Automatic reset</source>
+        <translation>Automatic reset</translation>
+    </message>
+    <message>
+        <source>Please ensure there are no obstacles under the desk during this process.</source>
+        <translation>Please ensure there are no obstacles under the desk during this process.</translation>
+    </message>
+    <message>
+        <source>Not set</source>
+        <translation>Not set</translation>
+    </message>
+    <message>
+        <source>%.1f cm</source>
+        <translation>%.1f cm</translation>
+    </message>
+    <message>
+        <source>%.1f  inches</source>
+        <translation>%.1f  inches</translation>
+    </message>
+    <message>
+        <source>%.1f inches</source>
+        <translation>%.1f inches</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewSensitivity</name>
+    <message>
+        <source>Sensitivity</source>
+        <translation>Sensitivity</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewSetting</name>
+    <message>
+        <source>Sit-stand alternation</source>
+        <translation>Sit-stand alternation</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>Device</translation>
+    </message>
+    <message>
+        <source>My Standing Desk</source>
+        <translation>My Standing Desk</translation>
+    </message>
+    <message>
+        <source>Kelvra Standing Desk</source>
+        <translation>Kelvra Standing Desk</translation>
+    </message>
+    <message>
+        <source>New working, New Living</source>
+        <translation>New working, New Living</translation>
+    </message>
+    <message>
+        <source>System settings</source>
+        <translation>System settings</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewSystemSetting</name>
+    <message>
+        <source>Shortcut keys</source>
+        <translation>Shortcut keys</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Settings</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>Unit</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>Language</translation>
+    </message>
+    <message>
+        <source>English</source>
+        <translation>English</translation>
+    </message>
+    <message>
+        <source>Clear cache</source>
+        <translation>Clear cache</translation>
+    </message>
+    <message>
+        <source>Automatically clean when over 200MB</source>
+        <translation>Automatically clean when over 200MB</translation>
+    </message>
+    <message>
+        <source>Restore default settings</source>
+        <translation>Restore default settings</translation>
+    </message>
+    <message>
+        <source>Inches</source>
+        <translation>Inches</translation>
+    </message>
+    <message>
+        <source>Centimeters</source>
+        <translation>Centimeters</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewUnit</name>
+    <message>
+        <source>Unit</source>
+        <translation>Unit</translation>
+    </message>
+    <message>
+        <source>Inches</source>
+        <translation>Inches</translation>
+    </message>
+    <message>
+        <source>Centimeters</source>
+        <translation>Centimeters</translation>
+    </message>
+    <message>
+        <source>Confirm</source>
+        <translation>Confirm</translation>
+    </message>
+</context>
+</TS>

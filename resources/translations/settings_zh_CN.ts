@@ -1,0 +1,257 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN">
+<context>
+    <name>ostrel::AntiCollisionHelpVC</name>
+    <message>
+        <source>Anti-collision function</source>
+        <translation>防碰撞功能</translation>
+    </message>
+    <message>
+        <source>When the desk meets an obstacle while moving, it stops and moves back a little, so that nothing is trapped or damaged.
+
+The sensitivity sets how hard the desk must push before it reacts. &quot;High&quot; reacts to the lightest touch; choose &quot;Low&quot; if the desk stops by itself under a heavy load.
+
+With the function off, the desk only stops when you let go of the key.</source>
+        <translation>桌子在移动中碰到障碍物时会停止并稍微回退，以免夹住或损坏物品。
+
+灵敏度决定桌子受到多大阻力时才会反应。“高”对最轻微的触碰也会反应；如果桌子在重载下会自行停止，请选择“低”。
+
+关闭此功能后，桌子只会在您松开按键时停止。</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::AntiCollisionSetting</name>
+    <message>
+        <source>Low</source>
+        <translation>低</translation>
+    </message>
+    <message>
+        <source>Middle</source>
+        <translation>中</translation>
+    </message>
+    <message>
+        <source>High</source>
+        <translation>高</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::AutomaticResetHelpVC</name>
+    <message>
+        <source>Automatic reset</source>
+        <translation>自动复位</translation>
+    </message>
+    <message>
+        <source>When the desk shows &quot;RST&quot;, it has lost track of its height and must be reset.
+
+Clear the space under the desk, then press and hold the Down key until the desk reaches its lowest position, moves up slightly and stops. Release the key: the desk is ready again.
+
+A reset also clears the height presets stored on the desk.</source>
+        <translation>当桌子显示“RST”时，说明它已无法确定自身高度，需要复位。
+
+清空桌下空间，然后按住“下降”键，直到桌子降到最低位置、略微上升后停止。松开按键，桌子即可重新使用。
+
+复位也会清除桌子上保存的高度预设。</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ColorManageView</name>
+    <message>
+        <source>Strip Light Settings</source>
+        <translation>灯带设置</translation>
+    </message>
+    <message>
+        <source>On</source>
+        <translation>开</translation>
+    </message>
+    <message>
+        <source>Off</source>
+        <translation>关</translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation>灯光</translation>
+    </message>
+    <message>
+        <source>Color scheme</source>
+        <translation>配色方案</translation>
+    </message>
+    <message>
+        <source>Color</source>
+        <translation>颜色</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ComingSoonPage</name>
+    <message>
+        <source>This feature is coming soon.</source>
+        <translation>此功能即将推出。</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::OMSettingPage</name>
+    <message>
+        <source>Back</source>
+        <translation>返回</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewIntelligentControl</name>
+    <message>
+        <source>Intelligent control</source>
+        <translation>智能控制</translation>
+    </message>
+    <message>
+        <source>Height presets</source>
+        <translation>高度预设</translation>
+    </message>
+    <message>
+        <source>Standing</source>
+        <translation>站姿</translation>
+    </message>
+    <message>
+        <source>Sitting</source>
+        <translation>坐姿</translation>
+    </message>
+    <message>
+        <source>M1</source>
+        <translation>M1</translation>
+    </message>
+    <message>
+        <source>M2</source>
+        <translation>M2</translation>
+    </message>
+    <message>
+        <source>Current altitude</source>
+        <translation>当前高度</translation>
+    </message>
+    <message>
+        <source>Anti-collision function</source>
+        <translation>防碰撞功能</translation>
+    </message>
+    <message>
+        <source>Sensitivity</source>
+        <translation>灵敏度</translation>
+    </message>
+    <message>
+        <source>Automatic reset</source>
+        <translation>自动复位</translation>
+    </message>
+    <message>
+        <source>Please ensure there are no obstacles under the desk during this process.</source>
+        <translation>在此过程中，请确保桌下没有障碍物。</translation>
+    </message>
+    <message>
+        <source>Not set</source>
+        <translation>未设置</translation>
+    </message>
+    <message>
+        <source>%.1f cm</source>
+        <translation>%.1f 厘米</translation>
+    </message>
+    <message>
+        <source>%.1f  inches</source>
+        <translation>%.1f  英寸</translation>
+    </message>
+    <message>
+        <source>%.1f inches</source>
+        <translation>%.1f 英寸</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewSensitivity</name>
+    <message>
+        <source>Sensitivity</source>
+        <translation>灵敏度</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewSetting</name>
+    <message>
+        <source>Sit-stand alternation</source>
+        <translation>坐站交替</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>设备</translation>
+    </message>
+    <message>
+        <source>My Standing Desk</source>
+        <translation>我的升降桌</translation>
+    </message>
+    <message>
+        <source>Kelvra Standing Desk</source>
+        <translation>Kelvra 升降桌</translation>
+    </message>
+    <message>
+        <source>New working, New Living</source>
+        <translation>新工作，新生活</translation>
+    </message>
+    <message>
+        <source>System settings</source>
+        <translation>系统设置</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewSystemSetting</name>
+    <message>
+        <source>Shortcut keys</source>
+        <translation>快捷键</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>单位</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>语言</translation>
+    </message>
+    <message>
+        <source>English</source>
+        <translation>English</translation>
+    </message>
+    <message>
+        <source>Clear cache</source>
+        <translation>清除缓存</translation>
+    </message>
+    <message>
+        <source>Automatically clean when over 200MB</source>
+        <translation>超过 200MB 时自动清理</translation>
+    </message>
+    <message>
+        <source>Restore default settings</source>
+        <translation>恢复默认设置</translation>
+    </message>
+    <message>
+        <source>Inches</source>
+        <translation>英寸</translation>
+    </message>
+    <message>
+        <source>Centimeters</source>
+        <translation>厘米</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewUnit</name>
+    <message>
+        <source>Unit</source>
+        <translation>单位</translation>
+    </message>
+    <message>
+        <source>Inches</source>
+        <translation>英寸</translation>
+    </message>
+    <message>
+        <source>Centimeters</source>
+        <translation>厘米</translation>
+    </message>
+    <message>
+        <source>Confirm</source>
+        <translation>确认</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,108 @@
+#include "settings/ViewSystemSetting.h"
+
+#include "core/NotificationCenter.h"
+#include "core/NotificationNames.h"
+#include "settings/SettingRowView.h"
+#include "settings/SettingsPages.h"
+#include "settings/SystemSettingRecord.h"
+#include "settings/ViewUnit.h"
+
+#include <QCheckBox>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace ostrel {
+
+namespace {
+
+std::function<void()>& hotKeyRemover() {
+    static std::function<void()> remover;
+    return remover;
+}
+
+} // namespace
+
+ViewSystemSetting::ViewSystemSetting(DeskControlVC* fatherVC)
+    : OMSettingPage(fatherVC, tr("Settings")) {
+    initData();
+    initView();
+    refreshContentView();
+    NotificationCenter::defaultCenter().addObserver(
+        this, QString::fromLatin1(notifications::kUnitChange), [this](const QVariant&) {
+            initData();
+            refreshContentView();
+        });
+}
+
+ViewSystemSetting::~ViewSystemSetting() {
+    NotificationCenter::defaultCenter().removeObserver(this);
+}
+
+void ViewSystemSetting::setHotKeyRemover(std::function<void()> remover) {
+    hotKeyRemover() = std::move(remover);
+}
+
+void ViewSystemSetting::initData() {
+    m_setting = SystemSettingRecord::load();
+}
+
+void ViewSystemSetting::initView() {
+    const QString arrow = QStringLiteral("setting_arrow");
+    m_unitRow = new SettingRowView({}, tr("Unit"), this);
+    m_unitRow->setAccessoryImage(arrow);
+    connect(m_unitRow, &QAbstractButton::clicked, this, &ViewSystemSetting::actionSelectUnit);
+
+    // The language follows the system; the row only says which one is in use.
+    m_languageRow = new SettingRowView({}, tr("Language"), this);
+    m_languageRow->setValueText(tr("English"));
+    m_languageRow->setCursor(Qt::ArrowCursor);
+
+    m_shortcutRow = new SettingRowView({}, tr("Shortcut keys"), this);
+    m_shortcutRow->setAccessoryImage(arrow);
+    connect(m_shortcutRow, &QAbstractButton::clicked, this,
+            &ViewSystemSetting::actionSelectShortcut);
+
+    for (QWidget* row : {m_unitRow, m_languageRow, m_shortcutRow})
+        contentLayout()->addWidget(row);
+    contentLayout()->addSpacing(12);
+    addHeading(tr("Clear cache"));
+    m_autoClean = new QCheckBox(tr("Automatically clean when over 200MB"), this);
+    connect(m_autoClean, &QCheckBox::clicked, this, &ViewSystemSetting::actionOpenAutoClear);
+    contentLayout()->addWidget(m_autoClean);
+    contentLayout()->addStretch();
+    m_reset = new QPushButton(tr("Restore default settings"), this);
+    connect(m_reset, &QPushButton::clicked, this, &ViewSystemSetting::actionReset);
+    contentLayout()->addWidget(m_reset, 0, Qt::AlignHCenter);
+}
+
+void ViewSystemSetting::refreshContentView() {
+    m_unitRow->setValueText(m_setting.unit == "1" ? tr("Inches") : tr("Centimeters"));
+    m_autoClean->setChecked(m_setting.autocatchclean == "1");
+}
+
+void ViewSystemSetting::actionSelectUnit() {
+    push(new ViewUnit(fatherVC()));
+}
+
+void ViewSystemSetting::actionSelectShortcut() {
+    push(SettingsPages::instance().create(SettingsPages::Page::Shortcuts, fatherVC()));
+}
+
+// Cleaning itself waits for the next launch.
+void ViewSystemSetting::actionOpenAutoClear(bool on) {
+    m_setting.autocatchclean.emplace(on ? "1" : "0");
+    SystemSettingRecord::save(m_setting);
+    refreshContentView();
+}
+
+// Deliberately no unit notification: the control screen keeps its unit until the next unit
+// confirmation or launch.
+void ViewSystemSetting::actionReset() {
+    m_setting = Object_SystemSetting{};
+    SystemSettingRecord::save(m_setting);
+    if (hotKeyRemover())
+        hotKeyRemover()();
+    refreshContentView();
+}
+
+} // namespace ostrel

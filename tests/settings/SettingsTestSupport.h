@@ -1,0 +1,81 @@
+#pragma once
+
+#include "SessionTestSupport.h"
+#include "core/NotificationCenter.h"
+#include "core/NotificationNames.h"
+#include "settings/OMSettingPage.h"
+#include "settings/SettingRowView.h"
+#include "settings/SettingsNavigation.h"
+#include "settings/SettingsPages.h"
+#include "settings/SystemSettingRecord.h"
+#include "widgets/OMHoverButton.h"
+
+#include <QCoreApplication>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <algorithm>
+
+namespace ostrel::test {
+
+// The control screen on a bound virtual desk with its settings hung on it, the notifications
+// the pages post recorded by name.
+class SettingsTest : public SessionTest {
+protected:
+    void SetUp() override {
+        SessionTest::SetUp();
+        for (const char* name : {notifications::kUnitChange, notifications::kMemoryKeyChange,
+                                 notifications::kSensitivityChange})
+            NotificationCenter::defaultCenter().addObserver(
+                &m_observer, QString::fromLatin1(name),
+                [this, name](const QVariant&) { posted.push_back(QString::fromLatin1(name)); });
+    }
+
+    void TearDown() override {
+        SettingsPages::instance().clear();
+        SessionTest::TearDown();
+    }
+
+    DeskControlVC& openControlWithSettings() {
+        DeskControlVC& screen = openControl();
+        SettingsNavigation::attach(screen);
+        return screen;
+    }
+
+    // Clicks the way a user does: press and release over the widget's centre.
+    static void click(QWidget* widget) {
+        const QPointF local = QRectF(widget->rect()).center();
+        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            QMouseEvent event(type, local, widget->mapToGlobal(local), Qt::LeftButton,
+                              type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
+                              Qt::NoModifier);
+            QCoreApplication::sendEvent(widget, &event);
+        }
+    }
+
+    // The gear answers 0.7 s after it is pressed, as the other hover buttons do.
+    void clickGear() {
+        click(control->settingsButton());
+        advance(800ms);
+    }
+
+    template <class Page> Page* top() const { return qobject_cast<Page*>(control->topView()); }
+
+    // Closes the top page the way its back button does, and lets it go.
+    void goBack() {
+        auto* page = qobject_cast<OMSettingPage*>(control->topView());
+        ASSERT_NE(page, nullptr);
+        page->backButton()->click();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    int postedCount(const char* name) const {
+        return int(std::count(posted.begin(), posted.end(), QString::fromLatin1(name)));
+    }
+
+    std::vector<QString> posted;
+
+private:
+    QObject m_observer;
+};
+
+} // namespace ostrel::test

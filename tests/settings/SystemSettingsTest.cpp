@@ -1,0 +1,94 @@
+#include "SettingsTestSupport.h"
+#include "settings/ViewSetting.h"
+#include "settings/ViewSystemSetting.h"
+#include "settings/ViewUnit.h"
+
+#include <QCheckBox>
+
+namespace ostrel::test {
+namespace {
+
+class SystemSettingsTest : public SettingsTest {
+protected:
+    ViewSystemSetting& openSystemSettings() {
+        bindDesk();
+        openControlWithSettings();
+        advance(500ms); // the first height report
+        clickGear();
+        click(top<ViewSetting>()->row(2));
+        return *top<ViewSystemSetting>();
+    }
+
+    ViewUnit& openUnitPage(ViewSystemSetting& page) {
+        click(page.unitRow());
+        return *top<ViewUnit>();
+    }
+
+    static Object_SystemSetting stored() { return SystemSettingRecord::load(); }
+};
+
+TEST_F(SystemSettingsTest, AFreshInstallationShowsInchesAndNoAutomaticCleaning) {
+    DQDataSessionHelper::userClearSystemSettingData();
+    ViewSystemSetting& page = openSystemSettings();
+    EXPECT_EQ(page.unitRow()->valueText(), "Inches");
+    EXPECT_EQ(page.languageRow()->valueText(), "English");
+    EXPECT_FALSE(page.autoCleanBox()->isChecked());
+}
+
+TEST_F(SystemSettingsTest, OnlyConfirmKeepsAUnitAndTellsTheControlScreenAndTheSettingsPage) {
+    ViewSystemSetting& page = openSystemSettings();
+    const QString heightCm = control->heightText();
+    ASSERT_TRUE(heightCm.endsWith("cm"));
+    EXPECT_EQ(page.unitRow()->valueText(), "Centimeters");
+
+    ViewUnit* unit = &openUnitPage(page);
+    EXPECT_EQ(unit->centimetersRow()->accessoryImage(), "setting_select");
+    click(unit->inchesRow());
+    EXPECT_EQ(unit->inchesRow()->accessoryImage(), "setting_select");
+    EXPECT_TRUE(unit->centimetersRow()->accessoryImage().isEmpty());
+    goBack();
+    EXPECT_EQ(stored().unit, "0");
+    EXPECT_TRUE(posted.empty());
+
+    unit = &openUnitPage(page);
+    EXPECT_EQ(unit->centimetersRow()->accessoryImage(), "setting_select");
+    click(unit->inchesRow());
+    unit->confirmButton()->click();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(stored().unit, "1");
+    EXPECT_EQ(postedCount(notifications::kUnitChange), 1);
+    EXPECT_EQ(control->topView(), &page);
+    EXPECT_EQ(page.unitRow()->valueText(), "Inches");
+    EXPECT_TRUE(control->heightText().endsWith("in"));
+}
+
+TEST_F(SystemSettingsTest, TheCleaningBoxStoresItsFlagAndKeepsTheOtherSettings) {
+    ViewSystemSetting& page = openSystemSettings();
+    click(page.autoCleanBox());
+    EXPECT_EQ(stored().autocatchclean, "1");
+    EXPECT_EQ(stored().unit, "0");
+    click(page.autoCleanBox());
+    EXPECT_EQ(stored().autocatchclean, "0");
+}
+
+// The reset stores the defaults and drops the hot keys, but tells no screen about the unit.
+TEST_F(SystemSettingsTest, RestoringDefaultsLeavesTheControlScreensUnitAlone) {
+    int hotKeysRemoved = 0;
+    ViewSystemSetting::setHotKeyRemover([&hotKeysRemoved] { ++hotKeysRemoved; });
+    ViewSystemSetting& page = openSystemSettings();
+    click(page.autoCleanBox());
+    const QString heightCm = control->heightText();
+
+    page.resetButton()->click();
+    ViewSystemSetting::setHotKeyRemover(nullptr);
+    EXPECT_EQ(stored(), Object_SystemSetting{});
+    EXPECT_EQ(stored().unit, "1");
+    EXPECT_EQ(hotKeysRemoved, 1);
+    EXPECT_EQ(page.unitRow()->valueText(), "Inches");
+    EXPECT_FALSE(page.autoCleanBox()->isChecked());
+    EXPECT_TRUE(posted.empty());
+    EXPECT_EQ(control->heightText(), heightCm);
+}
+
+} // namespace
+} // namespace ostrel::test
