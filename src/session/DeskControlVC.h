@@ -57,9 +57,6 @@ public:
     // Asks for a height and moves the desk there.
     void actionGoToHeight();
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
     // Pages opened from this screen replace its content until they close; the session keeps
     // running underneath. The screen takes ownership of a pushed view.
     void pushViewControlWithView(QWidget* view);
@@ -75,6 +72,9 @@ signals:
     void lightStripRequested();
     // The presets help sheet asked to customise the presets.
     void intelligentControlRequested();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QWidget* buildControlView();
