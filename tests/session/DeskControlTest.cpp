@@ -213,6 +213,7 @@ TEST_F(DeskControlTest, KeyHeldWhenTheLinkDropsDoesNotMoveTheDeskAfterReconnecti
     ASSERT_TRUE(desk.isMoving());
     desk.dropLink();
     EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
+    press(control->downButton()); // pressed while there is no link
 
     NotificationCenter::defaultCenter().post(notifications::kReconnect);
     advance(2s);

@@ -66,6 +66,9 @@ TEST_F(DeskSessionLogicTest, SavedPresetIsTheShownHeightRoundedToWholeCentimetre
         int type;
         const char* stored;
     };
+    session().presetKeys().actionMemoryKeySaveWithtype(10);
+    EXPECT_EQ(storedPresets(), "70,0,0,95") << "no height known yet: nothing to save";
+
     const Case cases[] = {
         {724, 10, "70,72,0,95"},
         {726, 11, "70,72,73,95"},
@@ -150,6 +153,26 @@ TEST_F(DeskSessionLogicTest, StartUpAsksToMoveTheDeskWhileNoHeightIsKnown) {
     openControl();
     advance(DeskSession::kStartupToastDelay);
     EXPECT_EQ(toast(), "Connected successful, move the table to synchronize the height.");
+}
+
+// Whatever ends, replaces or starts a session, no key held before it stays held.
+TEST_F(DeskSessionLogicTest, AKeyHeldInTheSessionEndsWithIt) {
+    auto post = [](const char* name) { NotificationCenter::defaultCenter().post(name); };
+    const std::pair<const char*, std::function<void()>> endings[] = {
+        {"session ended", [this] { session().actionDeleteCurrentDeviceSetting(); }},
+        {"desk deleted", [post] { post(notifications::kDeleteCurrentDevice); }},
+        {"another desk", [post] { post(notifications::kGlobeBlueToothIsConnect); }},
+        {"screen closed", [this] { control.reset(); }},
+    };
+    for (const auto& [name, end] : endings) {
+        openControl();
+        session().holdKey(command::kUpKey);
+        end();
+        EXPECT_EQ(DeskSession::commandType(), command::kNoKey) << name;
+    }
+    handle().setCurrentCommandType(command::kUpKey);
+    openControl();
+    EXPECT_EQ(DeskSession::commandType(), command::kNoKey) << "a new session";
 }
 
 // The timed preset tap the hot keys use.
