@@ -3,6 +3,8 @@
 #include "core/NotificationNames.h"
 #include "session/DeskHeightDisplay.h"
 
+#include <QCoreApplication>
+
 namespace ostrel::test {
 namespace {
 
@@ -162,6 +164,7 @@ TEST_F(DeskSessionLogicTest, AKeyHeldInTheSessionEndsWithIt) {
         {"session ended", [this] { session().actionDeleteCurrentDeviceSetting(); }},
         {"desk deleted", [post] { post(notifications::kDeleteCurrentDevice); }},
         {"another desk", [post] { post(notifications::kGlobeBlueToothIsConnect); }},
+        {"application quitting", [] { QMetaObject::invokeMethod(qApp, "aboutToQuit"); }},
         {"screen closed", [this] { control.reset(); }},
     };
     for (const auto& [name, end] : endings) {
