@@ -68,7 +68,7 @@ TEST_F(DeskSessionLogicTest, SavedPresetIsTheShownHeightRoundedToWholeCentimetre
         int type;
         const char* stored;
     };
-    session().presetKeys().actionMemoryKeySaveWithtype(10);
+    session().presetKeys().actionMemoryKeySaveWithtype(12);
     EXPECT_EQ(storedPresets(), "70,0,0,95") << "no height known yet: nothing to save";
 
     const Case cases[] = {
