@@ -1,15 +1,11 @@
 #pragma once
 
-#include "TransportTestSupport.h"
 #include "app/AppDelegate.h"
 #include "app/OMBaseModalWindow.h"
 #include "app/SystemServices.h"
 #include "store/DQDataCatchHelper.h"
-#include "widgets/OMAlert.h"
-#include "widgets/OMScreenRouter.h"
+#include "support/ShellTestSupport.h"
 
-#include <QDir>
-#include <QLabel>
 #include <vector>
 
 namespace ostrel::test {
@@ -28,35 +24,21 @@ struct RecordingServices : SystemServices {
     int deliveredRemovals = 0;
 };
 
-// The shell over a virtual radio in virtual time, with an empty data folder, stand-in screens
-// named after their router names, and alerts answered by `alertAnswer` and recorded.
-class AppTest : public TransportTest {
+// The shell over a virtual radio in virtual time, with an empty data and cache folder and
+// stand-in screens named after their router names.
+class AppTest : public ShellTest {
 protected:
     void SetUp() override {
-        TransportTest::SetUp();
-        QDir(DQDataCatchHelper::getDocPath()).removeRecursively();
+        ShellTest::SetUp();
         QDir(DQDataCatchHelper::getLibCatchesPath()).removeRecursively();
-        QDir().mkpath(DQDataCatchHelper::getDocPath());
         m_previousServices = SystemServices::setInstance(&services);
-        for (const char* name : {screens::kBluetoothSearch, screens::kNoBluetooth})
-            OMScreenRouter::instance().registerScreen(QLatin1String(name), [name] {
-                auto* screen = new QLabel(QLatin1String(name));
-                screen->setObjectName(QLatin1String(name));
-                return screen;
-            });
-        OMAlert::setPresenter([this](QWidget*, const OMAlertContent& content) {
-            alerts.push_back(content);
-            return alertAnswer;
-        });
         delegate = std::make_unique<AppDelegate>();
     }
 
     void TearDown() override {
         delegate.reset();
-        OMAlert::setPresenter({});
-        OMScreenRouter::instance().clear();
         SystemServices::setInstance(m_previousServices);
-        TransportTest::TearDown();
+        ShellTest::TearDown();
     }
 
     // Launches and lets the radio settle.
@@ -71,8 +53,6 @@ protected:
     }
 
     RecordingServices services;
-    std::vector<OMAlertContent> alerts;
-    int alertAnswer = OMAlert::kFirstButton;
     std::unique_ptr<AppDelegate> delegate;
 
 private:

@@ -3,6 +3,8 @@
 #include "core/NotificationNames.h"
 #include "session/DeskHeightDisplay.h"
 
+#include <QCoreApplication>
+
 namespace ostrel::test {
 namespace {
 
@@ -66,6 +68,9 @@ TEST_F(DeskSessionLogicTest, SavedPresetIsTheShownHeightRoundedToWholeCentimetre
         int type;
         const char* stored;
     };
+    session().presetKeys().actionMemoryKeySaveWithtype(12);
+    EXPECT_EQ(storedPresets(), "70,0,0,95") << "no height known yet: nothing to save";
+
     const Case cases[] = {
         {724, 10, "70,72,0,95"},
         {726, 11, "70,72,73,95"},
@@ -151,6 +156,27 @@ TEST_F(DeskSessionLogicTest, StartUpAsksToMoveTheDeskWhileNoHeightIsKnown) {
     openControl();
     advance(DeskSession::kStartupToastDelay);
     EXPECT_EQ(toast(), "Connected successful, move the table to synchronize the height.");
+}
+
+// Whatever ends, replaces or starts a session, no key held before it stays held.
+TEST_F(DeskSessionLogicTest, AKeyHeldInTheSessionEndsWithIt) {
+    auto post = [](const char* name) { NotificationCenter::defaultCenter().post(name); };
+    const std::pair<const char*, std::function<void()>> endings[] = {
+        {"session ended", [this] { session().actionDeleteCurrentDeviceSetting(); }},
+        {"desk deleted", [post] { post(notifications::kDeleteCurrentDevice); }},
+        {"another desk", [post] { post(notifications::kGlobeBlueToothIsConnect); }},
+        {"application quitting", [] { QMetaObject::invokeMethod(qApp, "aboutToQuit"); }},
+        {"screen closed", [this] { control.reset(); }},
+    };
+    for (const auto& [name, end] : endings) {
+        openControl();
+        session().holdKey(command::kUpKey);
+        end();
+        EXPECT_EQ(DeskSession::commandType(), command::kNoKey) << name;
+    }
+    handle().setCurrentCommandType(command::kUpKey);
+    openControl();
+    EXPECT_EQ(DeskSession::commandType(), command::kNoKey) << "a new session";
 }
 
 // The timed preset tap the hot keys use.

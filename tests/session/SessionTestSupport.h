@@ -1,6 +1,5 @@
 #pragma once
 
-#include "TransportTestSupport.h"
 #include "session/DeskControlVC.h"
 #include "session/DeskLink.h"
 #include "session/DeskSession.h"
@@ -13,54 +12,33 @@
 #include "store/OMPlistManager.h"
 #include "store/Object_SystemSetting.h"
 #include "store/RecordDictionary.h"
-#include "widgets/OMAlert.h"
-#include "widgets/OMScreenRouter.h"
+#include "support/ShellTestSupport.h"
 #include "widgets/SJHUD.h"
 
-#include <QDir>
-#include <QStandardPaths>
 #include <QWidget>
 
 namespace ostrel::test {
 
-// A bound virtual desk, the store in a private folder, alerts and screen changes recorded, all
-// in virtual time. The desk is linked as desk search leaves it: connected, frames flowing to
-// the classifier, the record written to the bound list and the current-device file.
-class SessionTest : public TransportTest {
+// A bound virtual desk, the store in a private folder, all in virtual time. The desk is linked
+// as desk search leaves it: connected, frames flowing to the classifier, the record written to
+// the bound list and the current-device file.
+class SessionTest : public ShellTest {
 protected:
     static inline const QString kDeskName = QString::fromStdString(VirtualDeskConfig{}.name);
 
     void SetUp() override {
-        TransportTest::SetUp();
-        QDir store(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
-        store.removeRecursively();
-        ASSERT_TRUE(QDir().mkpath(store.path()));
+        ShellTest::SetUp();
         CurrentDeskModel::setName(QStringLiteral("D5"));
         setUnit("0");
-
-        OMAlert::setPresenter([this](QWidget*, const OMAlertContent& content) {
-            alerts.push_back(content);
-            return alertAnswer;
-        });
-        OMScreenRouter& router = OMScreenRouter::instance();
-        for (const char* name : {screens::kBluetoothSearch, screens::kNoBluetooth})
-            router.registerScreen(QString::fromLatin1(name), [this, name] {
-                routedTo.push_back(QString::fromLatin1(name));
-                return new QWidget;
-            });
-        router.setHost([this](QWidget* screen) { hosted.emplace_back(screen); });
     }
 
     void TearDown() override {
         control.reset();
-        hosted.clear();
         searchFacade.reset();
-        OMScreenRouter::instance().clear();
-        OMAlert::setPresenter(nullptr);
         ShortcutsHeightSetVC::setPresenter(nullptr);
         OMTimeManager::sharedInstance().stop();
         OMTimeManager::sharedInstance().setTime(0);
-        TransportTest::TearDown();
+        ShellTest::TearDown();
     }
 
     static void setUnit(const char* unit) {
@@ -121,10 +99,6 @@ protected:
     PeripheralPtr peripheral;
     std::unique_ptr<RBBluetoothManager> searchFacade;
     std::unique_ptr<DeskControlVC> control;
-    std::vector<OMAlertContent> alerts;
-    int alertAnswer = OMAlert::kFirstButton;
-    std::vector<QString> routedTo;
-    std::vector<std::unique_ptr<QWidget>> hosted;
 };
 
 } // namespace ostrel::test

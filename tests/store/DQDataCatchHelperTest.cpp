@@ -86,6 +86,10 @@ TEST_F(DQDataCatchHelperTest, SessionFilesHoldOneDictionary) {
     DQDataSessionHelper::userSaveSystemSetting({{"unit", "0"}});
     DQDataSessionHelper::userSaveLightColor({{"open", 1}});
     EXPECT_EQ(DQDataSessionHelper::userGetSystemSettinginfo(), (QVariantMap{{"unit", "0"}}));
+    // Another writer (a second instance) replaces the file: the next read sees its value.
+    DQDataCatchHelper::saveFileWithFileName("SystemSetting.plist",
+                                            QVariantList{QVariantMap{{"unit", "1"}}});
+    EXPECT_EQ(DQDataSessionHelper::userGetSystemSettinginfo(), (QVariantMap{{"unit", "1"}}));
     EXPECT_EQ(FileManager::readArrayFileName("SystemSetting.plist")->size(), 1);
     DQDataSessionHelper::userClearSystemSettingData();
     EXPECT_FALSE(exists("SystemSetting.plist"));

@@ -127,12 +127,30 @@ TEST_F(PresetButtonGuardTest, TheClickAfterALongPressSheetRecallsThePreset) {
     EXPECT_EQ(released.count(), 1);
 }
 
+// The first click's release is reported while the second press is held: that press is still
+// guarded.
+TEST_F(PresetButtonGuardTest, APressHeldWhenTheClickBeforeItEndsStaysGuarded) {
+    QSignalSpy longPressed(preset, &OMHoverButton::longHoverPress);
+    test::sendMouse(preset, QEvent::MouseButtonPress);
+    at(100);
+    test::sendMouse(preset, QEvent::MouseButtonRelease); // reported at 800
+    at(400);
+    test::sendMouse(preset, QEvent::MouseButtonPress); // long from 900
+    at(850);
+    window.hide();
+    at(3000);
+    EXPECT_FALSE(preset->isDown());
+    EXPECT_EQ(longPressed.count(), 0);
+}
+
 TEST_F(PresetButtonGuardTest, APressNotYetReportedIsDroppedWithoutAKey) {
     QSignalSpy pressed(preset, &OMHoverButton::touchHoverDwon);
     QSignalSpy released(preset, &OMHoverButton::touchHoverUp);
     test::sendMouse(preset, QEvent::MouseButtonPress);
     at(300);
     window.hide();
+    at(400);
+    test::sendMouse(preset, QEvent::MouseButtonRelease); // belongs to the dropped press
     at(3000);
     EXPECT_EQ(pressed.count(), 0);
     EXPECT_EQ(released.count(), 0);

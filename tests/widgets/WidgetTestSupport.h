@@ -3,6 +3,7 @@
 #include "core/ManualScheduler.h"
 
 #include <QApplication>
+#include <QEnterEvent>
 #include <QMouseEvent>
 #include <QWidget>
 #include <gtest/gtest.h>
@@ -30,6 +31,31 @@ inline void sendMouse(QWidget* widget, QEvent::Type type, Qt::MouseButton button
     const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? button : Qt::NoButton;
     QMouseEvent event(type, local, widget->mapToGlobal(local), button, held, Qt::NoModifier);
     QApplication::sendEvent(widget, &event);
+}
+
+inline void press(QWidget* widget) {
+    sendMouse(widget, QEvent::MouseButtonPress);
+}
+
+inline void release(QWidget* widget) {
+    sendMouse(widget, QEvent::MouseButtonRelease);
+}
+
+inline void click(QWidget* widget) {
+    press(widget);
+    release(widget);
+}
+
+// The pointer entering (at the centre) or leaving the widget.
+inline void hover(QWidget* widget, bool enter) {
+    if (enter) {
+        const QPointF local = QRectF(widget->rect()).center();
+        QEnterEvent event(local, local, widget->mapToGlobal(local));
+        QApplication::sendEvent(widget, &event);
+    } else {
+        QEvent event(QEvent::Leave);
+        QApplication::sendEvent(widget, &event);
+    }
 }
 
 } // namespace ostrel::test
