@@ -230,6 +230,22 @@ TEST_F(DeskControlTest, ReconnectionScanRunsInRoundsUntilTheBoundDeskIsBack) {
     EXPECT_EQ(CurrentDeviceStore::load().lastConnectionTime, "2024-01-01 09:01");
 }
 
+// A reconnection that fails is over: a later link must start the reminder afresh.
+TEST_F(DeskControlTest, AFailedReconnectionIsNoLongerAReconnection) {
+    VirtualDesk& desk = bindDesk();
+    openControl();
+    alertAnswer = 0;
+    desk.dropLink();
+    advance(100ms);
+    central->setConnectFailure(&desk, QStringLiteral("refused"));
+
+    NotificationCenter::defaultCenter().post(notifications::kReconnect);
+    EXPECT_TRUE(session().link().isReConnect());
+    advance(2s);
+    EXPECT_FALSE(facade().isConnect());
+    EXPECT_FALSE(session().link().isReConnect());
+}
+
 TEST_F(DeskControlTest, HeightsShowInTheChosenUnitWithInchReportsConverted) {
     VirtualDeskConfig inchDesk;
     inchDesk.inchDisplay = true; // shows 28.3in for 72.0 cm, reported as 283
