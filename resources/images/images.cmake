@@ -13,6 +13,8 @@ set(OSTREL_IMAGE_NAMES
     connect_desk_D5Pro
     connect_desk_D5Q
     connect_refresh
+    control_clock
+    control_clock_clear
     control_D5_deskbottom
     control_D5_deskmid
     control_D5_desktop

@@ -1,5 +1,8 @@
 #include "SystemServices.h"
 
+#include "session/DQNotificationHelper.h"
+#include "session/DesktopNotifications.h"
+
 #include <utility>
 
 namespace ostrel {
@@ -17,6 +20,18 @@ SystemServices& SystemServices::instance() {
     static SystemServices inactive;
     SystemServices* services = installed();
     return services ? *services : inactive;
+}
+
+void SystemServices::openNotification() {
+    DQNotificationHelper::shareInstance().openNotification();
+}
+
+void SystemServices::closeNotification() {
+    DQNotificationHelper::shareInstance().closeNotification();
+}
+
+void SystemServices::removeAllDeliveredNotifications() {
+    DesktopNotifications::instance().removeAllDelivered();
 }
 
 SystemServices* SystemServices::setInstance(SystemServices* services) {

@@ -3,8 +3,8 @@
 namespace ostrel {
 
 // The global hot-key registry and the reminder's notification helper, as launch, quit and the
-// error screen use them. The default does nothing: global shortcuts and desktop notifications
-// are not wired in yet, and launching must not depend on them.
+// error screen use them. By default the hot keys do nothing (they are not wired in yet) and the
+// notifications go to the desktop's notification server, whose absence fails nothing.
 class SystemServices {
 public:
     virtual ~SystemServices() = default;
@@ -12,12 +12,12 @@ public:
     // 0 Shift, 1 Super+Alt, 2 Super+Control with the arrows and digits.
     virtual void addDeskGlobalHotKeyWithCombineKeyType(int type) { (void)type; }
     virtual void removeDeskGlobalHotKey() {}
-    virtual void openNotification() {}
-    virtual void closeNotification() {}
-    virtual void removeAllDeliveredNotifications() {}
+    virtual void openNotification();
+    virtual void closeNotification();
+    virtual void removeAllDeliveredNotifications();
 
     static SystemServices& instance();
-    // Installs `services` (not owned; nullptr restores the do-nothing default); returns the
+    // Installs `services` (not owned; nullptr restores the default); returns the
     // previous one.
     static SystemServices* setInstance(SystemServices* services);
 };

@@ -1,11 +1,15 @@
 #include "session/DeskControlVC.h"
 
+#include "session/CountdownView.h"
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskSession.h"
+#include "session/DesktopNotifications.h"
 #include "session/GoToHeightSheet.h"
 #include "session/HeightSaveHelpVC.h"
+#include "session/NotificationAlert.h"
 #include "session/PresetKeys.h"
 #include "session/ShortcutsHeightSetVC.h"
+#include "session/SitStandReminder.h"
 #include "store/CurrentDeskModel.h"
 #include "widgets/HomeFunctionBtn.h"
 #include "widgets/OMAlert.h"
@@ -35,13 +39,16 @@ constexpr int kUnitLength = 2; // "cm" / "in"
 
 } // namespace
 
-DeskControlVC::DeskControlVC(QWidget* parent) : QWidget(parent), m_session(new DeskSession(this)) {
+DeskControlVC::DeskControlVC(QWidget* parent)
+    : QWidget(parent), m_session(new DeskSession(this)),
+      m_reminder(new SitStandReminder(DesktopNotifications::instance(), this)) {
     m_stack = new QStackedLayout(this);
     m_stack->addWidget(buildControlView());
 
     showHeight(DeskHeightDisplay::unknownHeightText(DeskHeightDisplay::usesInches()));
     refreshPresetImages();
     connectSession();
+    connectReminder(); // before start-up, which starts the countdown of a desk that has it on
     m_session->setLoadViewAction();
     m_session->registerObservers();
 }
@@ -78,7 +85,10 @@ QWidget* DeskControlVC::buildHeader() {
 
     auto* row = new QHBoxLayout(header);
     row->setContentsMargins(0, 0, 0, 0);
+    m_countdown = new CountdownView(header);
     row->addWidget(m_help);
+    row->addStretch();
+    row->addWidget(m_countdown);
     row->addStretch();
     row->addWidget(m_lightStrip);
     row->addWidget(m_settings);
@@ -157,6 +167,28 @@ void DeskControlVC::connectSession() {
     connect(&s->presetKeys(), &PresetKeys::heightToastRequested, this,
             [this](const QString& text) { SJHUD::showHeightMessage(text, this); });
     connect(s, &DeskSession::breakTipRequested, this, &DeskControlVC::bluetoothBreakTip);
+}
+
+void DeskControlVC::connectReminder() {
+    SitStandReminder* r = m_reminder;
+    connect(r, &SitStandReminder::countdownChanged, m_countdown, &CountdownView::setCountdown);
+    connect(m_countdown, &CountdownView::clearClicked, r, &SitStandReminder::actionClearClock);
+    connect(r, &SitStandReminder::alertRequested, this,
+            &DeskControlVC::actionAlarmNotificationAlert);
+    connect(r, &SitStandReminder::alertDismissed, this, &NotificationAlert::dismiss);
+    connect(m_session, &DeskSession::heightShown, r, &SitStandReminder::deskMoved);
+}
+
+void DeskControlVC::actionAlarmNotificationAlert(bool isRepeat) {
+    m_session->releaseHeldKeys();
+    QPointer<SitStandReminder> reminder(m_reminder);
+    const auto answer = [reminder](bool repeat) {
+        return [reminder, repeat] {
+            if (reminder)
+                reminder->actionNotificationSetWithIsRepeat(repeat);
+        };
+    };
+    NotificationAlert::present(this, isRepeat, answer(true), answer(false));
 }
 
 QString DeskControlVC::heightText() const {

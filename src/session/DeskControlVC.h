@@ -10,11 +10,13 @@ class QStackedLayout;
 
 namespace ostrel {
 
+class CountdownView;
 class DeskSession;
 class HomeFunctionBtn;
 class OMDeskPicture;
 class OMHoverButton;
 class OMImageButton;
+class SitStandReminder;
 
 // The desk control screen: the live height, the desk picture, Up and Down held to move, the four
 // presets (click to recall, long press to save) and the settings entry. All behaviour is the
@@ -30,6 +32,8 @@ public:
     explicit DeskControlVC(QWidget* parent = nullptr);
 
     DeskSession& session() const { return *m_session; }
+    SitStandReminder& reminder() const { return *m_reminder; }
+    CountdownView* countdownView() const { return m_countdown; }
     HomeFunctionBtn* upButton() const { return m_up; }
     HomeFunctionBtn* downButton() const { return m_down; }
     OMHoverButton* presetButton(int slot) const { return m_presets[std::size_t(slot)]; }
@@ -83,6 +87,9 @@ private:
     QWidget* buildMoveButtons();
     QWidget* buildPresetButtons();
     void connectSession();
+    void connectReminder();
+    // The reminder's alert; a key held from the screen cannot outlast it opening.
+    void actionAlarmNotificationAlert(bool isRepeat);
     void showHeight(const QString& text);
     void refreshPresetImages();
     int slotOf(const QObject* button) const;
@@ -90,6 +97,8 @@ private:
     void hideTipLabel();
 
     DeskSession* m_session;
+    SitStandReminder* m_reminder;
+    CountdownView* m_countdown = nullptr;
     QStackedLayout* m_stack = nullptr;
     QLabel* m_height = nullptr;
     QString m_heightText;

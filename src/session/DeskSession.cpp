@@ -247,16 +247,17 @@ void DeskSession::showHeight(int height) {
 void DeskSession::setTableViewHeight(const QString& height) {
     const QString normalised = DeskHeightDisplay::normalisedHeight(height);
     const double tenths = normalised.toDouble();
+    // Any movement of the desk restarts the sit-stand countdown; the reminder hears of the new
+    // height after that.
+    if (m_previousHeight != normalised && timeManager().time() > 0)
+        timeManager().setTime(0);
+    m_previousHeight = normalised;
+
     const QString shown = DeskHeightDisplay::heightText(tenths, DeskHeightDisplay::usesInches());
     if (shown != m_shownText) {
         m_shownText = shown;
         emit heightShown(shown);
     }
-
-    // Any movement of the desk restarts the sit-stand countdown.
-    if (m_previousHeight != normalised && timeManager().time() > 0)
-        timeManager().setTime(0);
-    m_previousHeight = normalised;
 
     const auto offsets = DeskHeightDisplay::pictureOffsets(
         static_cast<float>(tenths), m_minHeight, m_maxHeight,

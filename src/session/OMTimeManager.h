@@ -3,6 +3,7 @@
 #include "core/TimerHandle.h"
 
 #include <QObject>
+#include <array>
 
 namespace ostrel {
 
@@ -12,6 +13,10 @@ class OMTimeManager : public QObject {
     Q_OBJECT
 public:
     static constexpr std::chrono::milliseconds kTick{1000};
+    // Interval kinds 0-2 are fixed lengths in minutes; kind 3 counts `total` minutes.
+    static constexpr std::array<int, 3> kFixedMinutes{45, 60, 120};
+    static constexpr int kCustomType = 3;
+    static bool isFixedType(int type) { return type >= 0 && type < kCustomType; }
 
     static OMTimeManager& sharedInstance();
 

@@ -10,10 +10,15 @@
 #include "core/Scheduler.h"
 #include "session/DeskControlVC.h"
 #include "session/HeightSaveHelpVC.h"
+#include "session/NotificationAlert.h"
+#include "session/OMTimeManager.h"
 #include "session/ShortcutsHeightSetVC.h"
+#include "session/SitStandReminder.h"
 #include "settings/ColorManageView.h"
 #include "settings/ViewIntelligentControl.h"
+#include "settings/ViewReminderInterval.h"
 #include "settings/ViewSetting.h"
+#include "settings/ViewSitStand.h"
 #include "settings/ViewSystemSetting.h"
 #include "sim/VirtualCentral.h"
 #include "sim/VirtualDesk.h"
@@ -26,6 +31,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
@@ -259,6 +265,78 @@ std::deque<Step> settingsSteps(QWidget& home) {
     };
 }
 
+// Brings the running countdown to its last second, so that it ends a moment later.
+void endCountdownSoon() {
+    OMTimeManager& counter = OMTimeManager::sharedInstance();
+    counter.setTime(SitStandReminder::countdownLength(counter.type(), counter.total()) - 1);
+}
+
+// The sit-stand reminder: its pages, the countdown, and the alert in both forms.
+std::deque<Step> reminderSteps(QWidget& home) {
+    const auto alertShown = [] { return NotificationAlert::current() != nullptr; };
+    return {
+        {QString(),
+         onControl(home,
+                   [&home](DeskControlVC& control) {
+                       closeWindowsExceptHome(home);
+                       emit control.settingsRequested();
+                   }),
+         800ms},
+        {QStringLiteral("18-sit-stand"),
+         onPage<ViewSetting>(home,
+                             [&home](ViewSetting& menu) {
+                                 menu.actionPushToSitStand();
+                                 onPage<ViewSitStand>(home, [](ViewSitStand& page) {
+                                     page.actionSitStandSwitch();
+                                 })();
+                             }),
+         800ms},
+        {QStringLiteral("19-reminder-interval"),
+         onPage<ViewSitStand>(home, [](ViewSitStand& page) { page.actionSelectInterval(); }),
+         800ms},
+        {QStringLiteral("20-reminder-custom"),
+         onPage<ViewReminderInterval>(home,
+                                      [](ViewReminderInterval& page) {
+                                          page.actionSelectInterval(
+                                              ViewReminderInterval::kFirstTag +
+                                              ViewReminderInterval::kCustomSelection);
+                                          page.minutesField()->setText(QStringLiteral("30"));
+                                          page.actionSelectRepeat();
+                                      }),
+         800ms},
+        {QStringLiteral("21-countdown"),
+         onPage<ViewReminderInterval>(home,
+                                      [&home](ViewReminderInterval& page) {
+                                          page.actionConfirm();
+                                          closePages(home);
+                                      }),
+         1500ms},
+        {QStringLiteral("22-reminder-repeating"), endCountdownSoon, 800ms, alertShown},
+        // Answered; the next round reminds once.
+        {QString(),
+         onControl(home,
+                   [&home](DeskControlVC& control) {
+                       if (NotificationAlert* alert = NotificationAlert::current())
+                           alert->actionConfirm();
+                       emit control.settingsRequested();
+                       onPage<ViewSetting>(
+                           home, [](ViewSetting& menu) { menu.actionPushToSitStand(); })();
+                       onPage<ViewSitStand>(home, [](ViewSitStand& page) {
+                           page.intervalChosen(ViewReminderInterval::kCustomSelection, 30, false);
+                       })();
+                       closePages(home);
+                   }),
+         500ms},
+        {QStringLiteral("23-reminder-single"), endCountdownSoon, 800ms, alertShown},
+        {QString(),
+         [] {
+             if (NotificationAlert* alert = NotificationAlert::current())
+                 alert->actionCancel();
+         },
+         300ms},
+    };
+}
+
 void closeWindowsExceptHome(QWidget& home) {
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (window != &home && window->isVisible())
@@ -315,6 +393,7 @@ std::deque<Step> tourSteps(Tour& tour) {
     };
     // The settings pages, then the error and the link loss, which end the session.
     std::ranges::move(settingsSteps(home), std::back_inserter(steps));
+    std::ranges::move(reminderSteps(home), std::back_inserter(steps));
     steps.insert(steps.end(), {
                                   {QStringLiteral("16-error"),
                                    [&home] {

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QFrame>
+
+class QLabel;
+
+namespace ostrel {
+
+class OMImageButton;
+
+// The sit-stand countdown on the control screen: a clock, the time left, on a rounded backing.
+// Pointing at it reveals the clear button.
+class CountdownView : public QFrame {
+    Q_OBJECT
+public:
+    explicit CountdownView(QWidget* parent = nullptr);
+
+    QString text() const;
+    OMImageButton* clearButton() const { return m_clear; }
+
+    // Shows `label`, or hides the whole countdown.
+    void setCountdown(const QString& label, bool shown);
+
+signals:
+    void clearClicked();
+
+protected:
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+private:
+    QLabel* m_label;
+    OMImageButton* m_clear;
+};
+
+} // namespace ostrel

@@ -1,0 +1,180 @@
+#include "session/SitStandReminder.h"
+
+#include "core/NotificationCenter.h"
+#include "core/NotificationNames.h"
+#include "session/DesktopNotifications.h"
+#include "session/OMTimeManager.h"
+#include "store/CurrentDeviceStore.h"
+
+namespace ostrel {
+
+namespace {
+
+constexpr int kSecondsPerMinute = 60;
+constexpr int kSecondsPerHour = 3600;
+const QString kEndedLabel = QStringLiteral("00:00");
+
+} // namespace
+
+SitStandReminder::SitStandReminder(DesktopNotifications& notifications, QObject* parent)
+    : QObject(parent), m_notifications(notifications) {
+    connect(&m_notifications, &DesktopNotifications::answered, this,
+            &SitStandReminder::answerNotification);
+    registerObservers();
+}
+
+void SitStandReminder::registerObservers() {
+    NotificationCenter& center = NotificationCenter::defaultCenter();
+    const auto observe = [this, &center](const char* name, auto handler) {
+        center.addObserver(this, QString::fromLatin1(name), handler);
+    };
+    observe(notifications::kTimeManagerStart, [this](const QVariant&) { timeManagerStart(); });
+    observe(notifications::kTimeManagerStop, [this](const QVariant&) { timeManagerStop(); });
+    observe(notifications::kTimeManagerRunning,
+            [this](const QVariant& elapsed) { timeManagerRunning(elapsed.toInt()); });
+    // The session is over: the counter is no longer this screen's.
+    observe(notifications::kDeleteCurrentDevice,
+            [this](const QVariant&) { NotificationCenter::defaultCenter().removeObserver(this); });
+}
+
+OMTimeManager& SitStandReminder::counter() {
+    return OMTimeManager::sharedInstance();
+}
+
+int SitStandReminder::countdownLength(int type, int totalMinutes) {
+    if (OMTimeManager::isFixedType(type))
+        return OMTimeManager::kFixedMinutes[std::size_t(type)] * kSecondsPerMinute;
+    if (type == OMTimeManager::kCustomType)
+        return totalMinutes * kSecondsPerMinute;
+    return 0;
+}
+
+QString SitStandReminder::getMMSSFromSS(int seconds) {
+    const int hours = seconds / kSecondsPerHour;
+    const int minutes = (seconds - kSecondsPerHour * hours) / kSecondsPerMinute;
+    const QString hh = QString::asprintf("%02d", hours);
+    const QString mm = QString::asprintf("%02d", minutes);
+    const QString ss = QString::asprintf("%02d", seconds % kSecondsPerMinute);
+    return hh == u"00" ? QStringLiteral("%1:%2").arg(mm, ss)
+                       : QStringLiteral("%1:%2:%3").arg(hh, mm, ss);
+}
+
+bool SitStandReminder::isNotificationRepeat() {
+    return CurrentDeviceStore::load().isRepeat == 1;
+}
+
+// ---- Counter ----
+
+void SitStandReminder::timeManagerStart() {
+    m_havePresntSitNotify = false;
+    showCountdown(true);
+    setTimeLabelWithTime(counter().time());
+}
+
+void SitStandReminder::timeManagerStop() {
+    showCountdown(false);
+    setTimeLabelWithTime(counter().time());
+}
+
+void SitStandReminder::timeManagerRunning(int elapsed) {
+    showCountdown(true);
+    setTimeLabelWithTime(elapsed);
+}
+
+void SitStandReminder::setTimeLabelWithTime(int elapsed) {
+    const int length = countdownLength(counter().type(), counter().total());
+    if (length > elapsed) {
+        setLabel(getMMSSFromSS(length - elapsed));
+        return;
+    }
+    setLabel(kEndedLabel);
+    if (!m_havePresntSitNotify)
+        remind();
+    showCountdown(false);
+}
+
+void SitStandReminder::remind() {
+    const bool repeat = isNotificationRepeat();
+    OMBluetoothModel record = CurrentDeviceStore::load();
+    const bool sound = record.notificationsound == "1";
+    if (repeat) {
+        m_notifications.notify({tr("Reminder"), tr("Whether to continue the reminder?"),
+                                tr("Remind Me Later"), tr("Stop"), sound});
+    } else {
+        m_notifications.notify({tr("Movement Reminder"), tr("Please stand/sit for a while"),
+                                tr("Now"), QString(), sound});
+        // Written before the alert shows: quitting while it is up keeps the reminder off.
+        record.sitOrStand = "0";
+        CurrentDeviceStore::save(record);
+    }
+    // Handed to the desktop, or to the alert alone when there is no server: either way this
+    // round has reminded.
+    m_havePresntSitNotify = true;
+    emit alertRequested(repeat);
+    // The stop re-runs this check with the old count; the flag keeps it from reminding twice.
+    Scheduler::instance().after(kStopDelay, this, [] {
+        counter().stop();
+        counter().setTime(0);
+    });
+}
+
+// ---- Answers ----
+
+void SitStandReminder::actionNotificationSetWithIsRepeat(bool repeat) {
+    if (repeat) {
+        counter().start();
+        m_havePresntSitNotify = false;
+    }
+    removeReminders();
+}
+
+void SitStandReminder::answerNotification(const QString& buttonTitle) {
+    if (buttonTitle == tr("Remind Me Later"))
+        actionNotificationSetWithIsRepeat(true);
+    else if (buttonTitle == tr("Now") || buttonTitle == tr("Stop"))
+        actionNotificationSetWithIsRepeat(false);
+}
+
+void SitStandReminder::removeReminders() {
+    m_notifications.removeAllDelivered();
+    emit alertDismissed();
+}
+
+void SitStandReminder::actionClearClock() {
+    counter().stop();
+    counter().setTime(0);
+    // The sound goes with the reminder, on purpose: switching it on again turns both on.
+    OMBluetoothModel record = CurrentDeviceStore::load();
+    record.sitOrStand = "0";
+    record.notificationsound = "0";
+    CurrentDeviceStore::save(record);
+}
+
+void SitStandReminder::deskMoved() {
+    if (m_shown)
+        return; // a running countdown was restarted by the movement itself
+    const OMBluetoothModel record = CurrentDeviceStore::load();
+    if (record.sitOrStand != "1" || record.isRepeat != 1)
+        return;
+    counter().start();
+    m_havePresntSitNotify = false;
+    removeReminders();
+}
+
+// ---- Display ----
+
+void SitStandReminder::showCountdown(bool shown) {
+    if (shown == m_shown)
+        return;
+    m_shown = shown;
+    emit countdownChanged(m_label, m_shown);
+}
+
+void SitStandReminder::setLabel(const QString& label) {
+    if (label == m_label)
+        return;
+    m_label = label;
+    emit countdownChanged(m_label, m_shown);
+}
+
+} // namespace ostrel

@@ -1,0 +1,172 @@
+#include "settings/ViewSitStand.h"
+
+#include "core/Scheduler.h"
+#include "session/OMTimeManager.h"
+#include "settings/CurrentDeviceRecord.h"
+#include "settings/SettingRowView.h"
+#include "settings/ViewReminderInterval.h"
+#include "store/CurrentDeviceStore.h"
+#include "widgets/OMSwitchButton.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPointer>
+#include <QVBoxLayout>
+
+namespace ostrel {
+
+namespace {
+
+constexpr QSize kSwitchSize{44, 24};
+constexpr int kCustomType = OMTimeManager::kCustomType;
+
+OMTimeManager& counter() {
+    return OMTimeManager::sharedInstance();
+}
+
+std::string flag(bool on) {
+    return on ? "1" : "0";
+}
+
+QString text(const std::optional<std::string>& value) {
+    return QString::fromStdString(value.value_or(std::string()));
+}
+
+OMSwitchButton* makeSwitch(QWidget* parent) {
+    auto* button = new OMSwitchButton(parent);
+    button->setFixedSize(kSwitchSize);
+    // The record decides the state; a click only asks for the change.
+    button->setCheckable(false);
+    return button;
+}
+
+} // namespace
+
+ViewSitStand::ViewSitStand(DeskControlVC* fatherVC)
+    : OMSettingPage(fatherVC, tr("Sit-stand alternation")) {
+    initData();
+    initView();
+    refreshContentView();
+}
+
+void ViewSitStand::initData() {
+    m_record = CurrentDeviceRecord::load();
+}
+
+void ViewSitStand::initView() {
+    const auto switchRow = [this](const QString& title, OMSwitchButton*& button) {
+        auto* row = new QHBoxLayout;
+        row->setContentsMargins(12, 6, 12, 6);
+        row->addWidget(new QLabel(title, this), 1);
+        button = makeSwitch(this);
+        row->addWidget(button);
+        contentLayout()->addLayout(row);
+    };
+    switchRow(tr("Sit-stand reminder"), m_sitStand);
+    m_interval = new SettingRowView({}, tr("Reminder interval"), this);
+    m_interval->setAccessoryImage(QStringLiteral("setting_arrow"));
+    contentLayout()->addWidget(m_interval);
+    switchRow(tr("Notification sound"), m_sound);
+    contentLayout()->addStretch();
+
+    connect(m_sitStand, &QAbstractButton::clicked, this, &ViewSitStand::actionSitStandSwitch);
+    connect(m_interval, &QAbstractButton::clicked, this, &ViewSitStand::actionSelectInterval);
+    connect(m_sound, &QAbstractButton::clicked, this, &ViewSitStand::actionSoundSwitch);
+}
+
+bool ViewSitStand::isOn() const {
+    return m_record.sitOrStand == "1";
+}
+
+void ViewSitStand::save() {
+    CurrentDeviceStore::save(m_record);
+}
+
+void ViewSitStand::actionSitStandSwitch() {
+    const bool on = !isOn();
+    m_record.sitOrStand = flag(on);
+    m_record.notificationsound = flag(on);
+    if (!on) {
+        counter().stop();
+        counter().setTime(0);
+    } else {
+        counter().setTime(0);
+        counter().start();
+        const QString interval = text(m_record.remindInterval);
+        if (m_record.isCustom == "1") {
+            counter().setType(kCustomType);
+            counter().setTotal(interval.toInt());
+        } else {
+            const int type = interval.toInt();
+            counter().setType(type);
+            if (OMTimeManager::isFixedType(type))
+                counter().setTotal(OMTimeManager::kFixedMinutes[std::size_t(type)]);
+        }
+    }
+    save();
+    refreshContentView();
+}
+
+void ViewSitStand::actionSelectInterval() {
+    if (!isOn())
+        return;
+    auto* chooser = new ViewReminderInterval(fatherVC());
+    QPointer<ViewSitStand> self(this);
+    chooser->setViewWithTime(text(m_record.remindInterval), text(m_record.isCustom),
+                             QString::fromStdString(flag(m_record.isRepeat == 1)),
+                             [self](int selection, int minutes, bool repeat) {
+                                 if (self)
+                                     self->intervalChosen(selection, minutes, repeat);
+                             });
+    push(chooser);
+}
+
+void ViewSitStand::intervalChosen(int selection, int minutes, bool repeat) {
+    m_record.remindInterval = std::to_string(selection);
+    m_record.isCustom = "0";
+    if (OMTimeManager::isFixedType(selection)) {
+        counter().setType(selection);
+        counter().setTotal(OMTimeManager::kFixedMinutes[std::size_t(selection)]);
+    } else {
+        counter().setType(kCustomType);
+        counter().setTotal(minutes);
+        m_record.isCustom = "1";
+        m_record.remindInterval = std::to_string(minutes);
+    }
+    m_record.isRepeat = repeat ? 1 : 0;
+    save();
+    // A countdown already past the new length starts over; a stopped one starts.
+    if (counter().time() != 0) {
+        if (counter().time() >= counter().total() * 60)
+            counter().setTime(0);
+    } else {
+        counter().start();
+    }
+    Scheduler::instance().after(Scheduler::Duration::zero(), this,
+                                [this] { refreshContentView(); });
+}
+
+void ViewSitStand::actionSoundSwitch() {
+    if (!isOn())
+        return;
+    m_record.notificationsound = flag(m_record.notificationsound != "1");
+    save();
+    refreshContentView();
+}
+
+void ViewSitStand::refreshContentView() {
+    m_sitStand->setImageName(OMSwitchButton::imageNameFor(isOn()));
+    m_sound->setImageName(
+        OMSwitchButton::imageNameFor(isOn() && m_record.notificationsound == "1"));
+    const QString interval = text(m_record.remindInterval);
+    QString shown;
+    if (m_record.isCustom == "1")
+        shown = tr("%1min").arg(interval);
+    else if (interval == u"0")
+        shown = tr("%1min").arg(QStringLiteral("45"));
+    else if (interval == u"1" || interval == u"2")
+        shown = tr("%1h").arg(interval);
+    m_interval->setValueText(shown);
+}
+
+} // namespace ostrel

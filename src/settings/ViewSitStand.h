@@ -1,0 +1,45 @@
+#pragma once
+
+#include "settings/OMSettingPage.h"
+#include "store/OMBluetoothModel.h"
+
+namespace ostrel {
+
+class OMSwitchButton;
+class SettingRowView;
+
+// The sit-stand reminder of the current desk: on or off, its interval and its sound. Every change
+// is written to the desk's record at once and reaches the running countdown.
+class ViewSitStand : public OMSettingPage {
+    Q_OBJECT
+public:
+    explicit ViewSitStand(DeskControlVC* fatherVC);
+
+    const OMBluetoothModel& record() const { return m_record; }
+    OMSwitchButton* sitStandSwitch() const { return m_sitStand; }
+    SettingRowView* intervalRow() const { return m_interval; }
+    OMSwitchButton* soundSwitch() const { return m_sound; }
+
+    // Turning the reminder on turns its sound on too; off stops the countdown.
+    void actionSitStandSwitch();
+    // Opens the interval choice, only while the reminder is on.
+    void actionSelectInterval();
+    // The interval choice's answer (choice 0-3, minutes, repeating).
+    void intervalChosen(int selection, int minutes, bool repeat);
+    // Only while the reminder is on.
+    void actionSoundSwitch();
+    void refreshContentView();
+
+private:
+    void initData();
+    void initView();
+    bool isOn() const;
+    void save();
+
+    OMBluetoothModel m_record;
+    OMSwitchButton* m_sitStand = nullptr;
+    SettingRowView* m_interval = nullptr;
+    OMSwitchButton* m_sound = nullptr;
+};
+
+} // namespace ostrel
