@@ -13,6 +13,13 @@
     </message>
 </context>
 <context>
+    <name>ostrel::CountdownView</name>
+    <message>
+        <source>Clear the reminder</source>
+        <translation>Clear the reminder</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::DeskControlVC</name>
     <message>
         <source>How to Save Height Presets</source>
@@ -62,6 +69,29 @@
     <message>
         <source>Customize</source>
         <translation>Customize</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::NotificationAlert</name>
+    <message>
+        <source>Confirm</source>
+        <translation>Confirm</translation>
+    </message>
+    <message>
+        <source>Whether to continue the reminder?</source>
+        <translation>Whether to continue the reminder?</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Please stand/sit for a while</source>
+        <translation>Please stand/sit for a while</translation>
+    </message>
+    <message>
+        <source>Now</source>
+        <translation>Now</translation>
     </message>
 </context>
 <context>
@@ -140,6 +170,37 @@
     <message>
         <source>Whether to set the current height to</source>
         <translation>Whether to set the current height to</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::SitStandReminder</name>
+    <message>
+        <source>Reminder</source>
+        <translation>Reminder</translation>
+    </message>
+    <message>
+        <source>Whether to continue the reminder?</source>
+        <translation>Whether to continue the reminder?</translation>
+    </message>
+    <message>
+        <source>Remind Me Later</source>
+        <translation>Remind Me Later</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>Movement Reminder</source>
+        <translation>Movement Reminder</translation>
+    </message>
+    <message>
+        <source>Please stand/sit for a while</source>
+        <translation>Please stand/sit for a while</translation>
+    </message>
+    <message>
+        <source>Now</source>
+        <translation>Now</translation>
     </message>
 </context>
 </TS>

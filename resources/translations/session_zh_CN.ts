@@ -13,6 +13,13 @@
     </message>
 </context>
 <context>
+    <name>ostrel::CountdownView</name>
+    <message>
+        <source>Clear the reminder</source>
+        <translation>清除提醒</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::DeskControlVC</name>
     <message>
         <source>How to Save Height Presets</source>
@@ -62,6 +69,29 @@
     <message>
         <source>Customize</source>
         <translation>自定义</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::NotificationAlert</name>
+    <message>
+        <source>Confirm</source>
+        <translation>确认</translation>
+    </message>
+    <message>
+        <source>Whether to continue the reminder?</source>
+        <translation>是否继续提醒？</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Please stand/sit for a while</source>
+        <translation>请站立或坐下一会儿</translation>
+    </message>
+    <message>
+        <source>Now</source>
+        <translation>现在</translation>
     </message>
 </context>
 <context>
@@ -140,6 +170,37 @@
     <message>
         <source>Whether to set the current height to</source>
         <translation>是否将当前高度设置为</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::SitStandReminder</name>
+    <message>
+        <source>Reminder</source>
+        <translation>提醒</translation>
+    </message>
+    <message>
+        <source>Whether to continue the reminder?</source>
+        <translation>是否继续提醒？</translation>
+    </message>
+    <message>
+        <source>Remind Me Later</source>
+        <translation>稍后提醒</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Movement Reminder</source>
+        <translation>运动提醒</translation>
+    </message>
+    <message>
+        <source>Please stand/sit for a while</source>
+        <translation>请站立或坐下一会儿</translation>
+    </message>
+    <message>
+        <source>Now</source>
+        <translation>现在</translation>
     </message>
 </context>
 </TS>

@@ -159,6 +159,41 @@ A reset also clears the height presets stored on the desk.</translation>
     </message>
 </context>
 <context>
+    <name>ostrel::ViewReminderInterval</name>
+    <message>
+        <source>Reminder interval</source>
+        <translation>Reminder interval</translation>
+    </message>
+    <message>
+        <source>%1min</source>
+        <translation>%1min</translation>
+    </message>
+    <message>
+        <source>%1h</source>
+        <translation>%1h</translation>
+    </message>
+    <message>
+        <source>Single</source>
+        <translation>Single</translation>
+    </message>
+    <message>
+        <source>Repeat</source>
+        <translation>Repeat</translation>
+    </message>
+    <message>
+        <source>Confirm</source>
+        <translation>Confirm</translation>
+    </message>
+    <message>
+        <source>Customize</source>
+        <translation>Customize</translation>
+    </message>
+    <message>
+        <source>min</source>
+        <translation>min</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::ViewSensitivity</name>
     <message>
         <source>Sensitivity</source>
@@ -190,6 +225,33 @@ A reset also clears the height presets stored on the desk.</translation>
     <message>
         <source>System settings</source>
         <translation>System settings</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewSitStand</name>
+    <message>
+        <source>Sit-stand alternation</source>
+        <translation>Sit-stand alternation</translation>
+    </message>
+    <message>
+        <source>Sit-stand reminder</source>
+        <translation>Sit-stand reminder</translation>
+    </message>
+    <message>
+        <source>Reminder interval</source>
+        <translation>Reminder interval</translation>
+    </message>
+    <message>
+        <source>Notification sound</source>
+        <translation>Notification sound</translation>
+    </message>
+    <message>
+        <source>%1min</source>
+        <translation>%1min</translation>
+    </message>
+    <message>
+        <source>%1h</source>
+        <translation>%1h</translation>
     </message>
 </context>
 <context>

@@ -159,6 +159,41 @@ A reset also clears the height presets stored on the desk.</source>
     </message>
 </context>
 <context>
+    <name>ostrel::ViewReminderInterval</name>
+    <message>
+        <source>Reminder interval</source>
+        <translation>提醒间隔</translation>
+    </message>
+    <message>
+        <source>%1min</source>
+        <translation>%1分钟</translation>
+    </message>
+    <message>
+        <source>%1h</source>
+        <translation>%1小时</translation>
+    </message>
+    <message>
+        <source>Single</source>
+        <translation>单次</translation>
+    </message>
+    <message>
+        <source>Repeat</source>
+        <translation>重复</translation>
+    </message>
+    <message>
+        <source>Confirm</source>
+        <translation>确认</translation>
+    </message>
+    <message>
+        <source>Customize</source>
+        <translation>自定义</translation>
+    </message>
+    <message>
+        <source>min</source>
+        <translation>分钟</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::ViewSensitivity</name>
     <message>
         <source>Sensitivity</source>
@@ -190,6 +225,33 @@ A reset also clears the height presets stored on the desk.</source>
     <message>
         <source>System settings</source>
         <translation>系统设置</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewSitStand</name>
+    <message>
+        <source>Sit-stand alternation</source>
+        <translation>坐站交替</translation>
+    </message>
+    <message>
+        <source>Sit-stand reminder</source>
+        <translation>坐站提醒</translation>
+    </message>
+    <message>
+        <source>Reminder interval</source>
+        <translation>提醒间隔</translation>
+    </message>
+    <message>
+        <source>Notification sound</source>
+        <translation>提醒声音</translation>
+    </message>
+    <message>
+        <source>%1min</source>
+        <translation>%1分钟</translation>
+    </message>
+    <message>
+        <source>%1h</source>
+        <translation>%1小时</translation>
     </message>
 </context>
 <context>
