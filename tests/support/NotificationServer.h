@@ -8,50 +8,58 @@
 
 namespace ostrel::test {
 
-// A desktop notification server for tests, on a connection of its own to the test's private
-// session bus: it records what it is asked to show and close, and clicks buttons on request.
+// A desktop notification server on the test's private session bus, on a connection of its own:
+// it records what it is asked to show and close, and clicks or dismisses on request.
 class NotificationServer : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
 public:
     struct Shown {
         uint id;
-        QString appName;
-        QString summary;
-        QString body;
+        QString summary, body;
         QStringList actions;
         QVariantMap hints;
     };
+    static constexpr uint kDismissed = 2, kClosedByCall = 3;
 
-    // Takes the server's name on the bus; `actions` says whether it shows buttons.
-    explicit NotificationServer(bool actions = true);
-    ~NotificationServer() override;
+    explicit NotificationServer(bool actions = true) : m_actions(actions) {
+        m_bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), this,
+                             QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
+        m_bus.registerService(QStringLiteral("org.freedesktop.Notifications"));
+    }
+    ~NotificationServer() override { QDBusConnection::disconnectFromBus(m_bus.name()); }
 
-    const std::vector<Shown>& shown() const { return m_shown; }
-    const std::vector<uint>& closed() const { return m_closed; }
-    // Clicks the button of that key ("default" for the notification itself) on a notification.
-    void click(uint id, const QString& key);
-    // The user swiped it away.
-    void dismiss(uint id);
+    std::vector<Shown> shown;
+    std::vector<uint> closed;
+
+    void click(uint id, const QString& key) {
+        emit ActionInvoked(id, key);
+        emit NotificationClosed(id, kDismissed);
+    }
+    void dismiss(uint id) { emit NotificationClosed(id, kDismissed); }
 
 public slots:
-    QStringList GetCapabilities();
-    uint Notify(const QString& appName, uint replacesId, const QString& appIcon,
-                const QString& summary, const QString& body, const QStringList& actions,
-                const QVariantMap& hints, int expireTimeout);
-    void CloseNotification(uint id);
-    QString GetServerInformation(QString& vendor, QString& version, QString& specVersion);
+    QStringList GetCapabilities() {
+        return m_actions ? QStringList{"body", "actions"} : QStringList{"body"};
+    }
+    uint Notify(const QString&, uint, const QString&, const QString& summary, const QString& body,
+                const QStringList& actions, const QVariantMap& hints, int) {
+        shown.push_back({uint(shown.size() + 1), summary, body, actions, hints});
+        return uint(shown.size());
+    }
+    void CloseNotification(uint id) {
+        closed.push_back(id);
+        emit NotificationClosed(id, kClosedByCall);
+    }
 
 signals:
     void ActionInvoked(uint id, const QString& actionKey);
     void NotificationClosed(uint id, uint reason);
 
 private:
-    QDBusConnection m_bus;
+    QDBusConnection m_bus =
+        QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("server"));
     bool m_actions;
-    uint m_nextId = 1;
-    std::vector<Shown> m_shown;
-    std::vector<uint> m_closed;
 };
 
 } // namespace ostrel::test
