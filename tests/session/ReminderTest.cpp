@@ -118,15 +118,10 @@ TEST(ReminderLabel, CountsDownInMinutesThenHoursAndUnknownKindsEndAtOnce) {
     EXPECT_EQ(SitStandReminder::countdownLength(3, 17), 1020);
 }
 
-TEST(NotificationHelper, NoticesReadAsPlainTextAndThePollFollowsTheSwitch) {
+TEST(NotificationHelper, NoticesReadAsPlainText) {
     EXPECT_EQ(DQNotificationHelper::getZZwithString("<p>Stand&nbsp;up</p><p>now</p>"),
               "Stand up\nnow");
     EXPECT_EQ(DQNotificationHelper::getZZwithString("abc"), "abc");
-    DQNotificationHelper& helper = DQNotificationHelper::shareInstance();
-    helper.openNotification();
-    EXPECT_TRUE(helper.isOpen());
-    helper.closeNotification();
-    EXPECT_FALSE(helper.isOpen());
 }
 
 TEST_F(ReminderTest, FortyFiveMinutesEndInOneSingleReminderThatSwitchesItselfOff) {
