@@ -1,9 +1,9 @@
 #include "session/DesktopNotifications.h"
 
-#include <QCoreApplication>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QGuiApplication>
 #include <QStringList>
 #include <QVariantMap>
 #include <utility>
@@ -79,10 +79,13 @@ void DesktopNotifications::notify(const Request& request) {
 
 void DesktopNotifications::send(const Request& request) {
     QVariantMap hints;
+    // Lets the desktop show the application's icon and group its notifications.
+    if (!QGuiApplication::desktopFileName().isEmpty())
+        hints.insert(QStringLiteral("desktop-entry"), QGuiApplication::desktopFileName());
     if (request.sound)
         hints.insert(QStringLiteral("sound-name"), QString::fromLatin1(kSoundName));
     QDBusMessage message = call(QStringLiteral("Notify"));
-    message << QCoreApplication::applicationName() << uint(0) << QString() << request.title
+    message << QGuiApplication::applicationDisplayName() << uint(0) << QString() << request.title
             << request.body << (*m_actions ? actionsFor(request) : QStringList()) << hints
             << kServerDefaultTimeout;
     auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message), this);

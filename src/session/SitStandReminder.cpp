@@ -59,10 +59,6 @@ QString SitStandReminder::getMMSSFromSS(int seconds) {
                        : QStringLiteral("%1:%2:%3").arg(hh, mm, ss);
 }
 
-bool SitStandReminder::isNotificationRepeat() {
-    return CurrentDeviceStore::load().isRepeat == 1;
-}
-
 // ---- Counter ----
 
 void SitStandReminder::timeManagerStart() {
@@ -94,8 +90,8 @@ void SitStandReminder::setTimeLabelWithTime(int elapsed) {
 }
 
 void SitStandReminder::remind() {
-    const bool repeat = isNotificationRepeat();
     OMBluetoothModel record = CurrentDeviceStore::load();
+    const bool repeat = record.isRepeat == 1;
     const bool sound = record.notificationsound == "1";
     if (repeat) {
         m_notifications.notify({tr("Reminder"), tr("Whether to continue the reminder?"),

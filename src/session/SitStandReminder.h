@@ -29,8 +29,6 @@ public:
     QString labelText() const { return m_label; }
     bool isCountdownShown() const { return m_shown; }
     bool havePresntSitNotify() const { return m_havePresntSitNotify; }
-    // Whether the current desk's reminder repeats.
-    static bool isNotificationRepeat();
 
     // The end-of-countdown check for `elapsed` seconds.
     void setTimeLabelWithTime(int elapsed);
