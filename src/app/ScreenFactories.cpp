@@ -2,7 +2,9 @@
 
 #include "app/SystemServices.h"
 #include "session/DeskControlVC.h"
+#include "settings/DevicePages.h"
 #include "settings/SettingsNavigation.h"
+#include "settings/SettingsPages.h"
 #include "settings/ViewSystemSetting.h"
 #include "transport/screens/BluetoothSearchVC.h"
 #include "transport/screens/DeskTypeVC.h"
@@ -29,6 +31,7 @@ void ScreenFactories::registerAll() {
         SettingsNavigation::attach(*control);
         return control;
     });
+    SettingsPages::instance().registerPage(SettingsPages::Page::Device, &DevicePages::create);
     ViewSystemSetting::setHotKeyRemover(
         [] { SystemServices::instance().removeDeskGlobalHotKey(); });
 }
