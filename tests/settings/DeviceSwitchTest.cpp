@@ -1,5 +1,6 @@
 #include "SettingsTestSupport.h"
 #include "settings/DevicePages.h"
+#include "settings/ViewSetting.h"
 #include "transport/screens/DeviceManagerRowView.h"
 #include "transport/screens/ViewDeviceDetail.h"
 #include "transport/screens/ViewDeviceManagement.h"
@@ -150,6 +151,12 @@ TEST_F(DeviceSwitchTest, ChangingDeviceMovesTheSessionToTheOtherDesk) {
     EXPECT_GT(other.heightTenths(), 920);
     EXPECT_EQ(first.heightTenths(), firstHeight);
     EXPECT_GT(session().currentHeight(), 920.0f); // the control screen shows the new desk
+
+    // The switch is over: losing the new desk is a lost link like any other.
+    other.dropLink();
+    advance(300ms);
+    EXPECT_EQ(alerts.size(), 1u);
+    EXPECT_NE(toast(), "Connection failed");
 }
 
 // An unbound desk in range connects from its row and becomes bound.
@@ -207,7 +214,7 @@ TEST_F(DeviceSwitchTest, DeletingTheCurrentDeskEndsTheSessionAndForgetsIt) {
     alertAnswer = OMAlert::kFirstButton;
     detail->deleteButton()->click();
     EXPECT_EQ(boundNames(), QStringList({kOtherName}));
-    EXPECT_FALSE(tool().centerManager().isScanning());
+    EXPECT_FALSE(central->isScanning());
     advance(50ms);
     EXPECT_TRUE(routed.isEmpty()); // the link goes 0.1 s after the scan stops
     advance(100ms);

@@ -2,6 +2,7 @@
 
 #include "transport/screens/DevicePage.h"
 
+#include <QStringList>
 #include <QVariantMap>
 
 class QLabel;
