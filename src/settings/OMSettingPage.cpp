@@ -24,14 +24,7 @@ OMSettingPage::OMSettingPage(DeskControlVC* fatherVC, const QString& title)
     m_header = new OMPageHeader(title, tr("Back"), this);
     connect(m_header, &OMPageHeader::backClicked, this, &OMSettingPage::actionBack);
 
-    m_content = new QVBoxLayout;
-    m_content->setSpacing(8);
-
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(20, 12, 20, 20);
-    layout->addWidget(m_header);
-    layout->addSpacing(8);
-    layout->addLayout(m_content, 1);
+    m_content = m_header->layOutPage(this);
 }
 
 DeskControlVC* OMSettingPage::fatherVC() const {

@@ -3,6 +3,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 namespace ostrel {
 
@@ -28,6 +29,17 @@ OMPageHeader::OMPageHeader(const QString& title, const QString& backText, QWidge
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_title, 0, 0);
     layout->addWidget(m_back, 0, 0, Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+QVBoxLayout* OMPageHeader::layOutPage(QWidget* page) {
+    auto* content = new QVBoxLayout;
+    content->setSpacing(8);
+    auto* layout = new QVBoxLayout(page);
+    layout->setContentsMargins(20, 12, 20, 20);
+    layout->addWidget(this);
+    layout->addSpacing(8);
+    layout->addLayout(content, 1);
+    return content;
 }
 
 QString OMPageHeader::title() const {

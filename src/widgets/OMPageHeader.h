@@ -4,6 +4,7 @@
 
 class QLabel;
 class QPushButton;
+class QVBoxLayout;
 
 namespace ostrel {
 
@@ -16,6 +17,9 @@ public:
 
     QString title() const;
     QPushButton* backButton() const { return m_back; }
+    // Lays `page` out as every page is: this header on top, then the returned layout, which
+    // the page fills with its content.
+    QVBoxLayout* layOutPage(QWidget* page);
 
 signals:
     void backClicked();

@@ -176,6 +176,24 @@ TEST_F(DeviceSwitchTest, ANearbyDeskConnectsFromItsRowAndIsBoundFromThenOn) {
     EXPECT_TRUE(page->unPairedRows().isEmpty());
 }
 
+// The session waits for the switch: closing the pages meanwhile must not leave it without a desk.
+TEST_F(DeviceSwitchTest, LeavingThePagesDuringASwitchStillCompletesIt) {
+    bindDesk();
+    VirtualDesk& other = addOther(true);
+    ViewDeviceDetail* detail = openDetail(openDevices(), kOtherName);
+    ASSERT_NE(detail, nullptr);
+    detail->changeButton()->click();
+    for (int page = 0; page < 2; ++page)
+        qobject_cast<DevicePage*>(control->topView())->backButton()->click();
+    goBack();
+    ASSERT_EQ(control->pageCount(), 0);
+    advance(500ms);
+    EXPECT_EQ(deskChanges, 1);
+    EXPECT_TRUE(other.isSubscribed());
+    EXPECT_EQ(CurrentDeviceStore::load().bluetoothName, kOtherName.toStdString());
+    EXPECT_TRUE(alerts.empty());
+}
+
 // Switched off between the scan and the click: the attempt times out, the user is told, and the
 // session, which no longer has a desk, asks to go back to search. Nothing bound is lost.
 TEST_F(DeviceSwitchTest, ADeskSwitchedOffAfterTheScanFailsClearlyAndLosesNoRecord) {

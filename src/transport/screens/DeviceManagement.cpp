@@ -159,27 +159,38 @@ void DeviceManagement::actionConnectWithBluetoothName(const QString& bluetoothNa
     // Only the first report answers this request; later ones (a lost link) are the session's.
     auto answered = std::make_shared<bool>(false);
     QPointer<DeviceManagement> self(this);
-    facade().connectDeviceWithPeripheral(peripheral, [self, answered](const PeripheralPtr& linked,
-                                                                      const OptionalError& error) {
-        if (!self || std::exchange(*answered, true))
-            return;
-        // The facade names the new desk current only after this call returns.
-        HomeNavigator::later(self, [self, linked, error] { self->connectReport(linked, error); });
-    });
+    facade().connectDeviceWithPeripheral(
+        peripheral,
+        [self, answered, hooks = m_hooks](const PeripheralPtr& linked, const OptionalError& error) {
+            if (std::exchange(*answered, true))
+                return;
+            // The facade names the new desk current only after this call returns.
+            HomeNavigator::later(QCoreApplication::instance(), [self, hooks, linked, error] {
+                finishSwitch(self, hooks, linked, error);
+            });
+        });
 }
 
-void DeviceManagement::connectReport(const PeripheralPtr& peripheral, const OptionalError& error) {
-    m_isConnecting = false;
-    emit statusChanged({});
+// The switch completes even when the pages closed meanwhile: the session waits for it.
+void DeviceManagement::finishSwitch(const QPointer<DeviceManagement>& self,
+                                    const SessionHooks& hooks, const PeripheralPtr& peripheral,
+                                    const OptionalError& error) {
+    if (self) {
+        self->m_isConnecting = false;
+        emit self->statusChanged({});
+    }
     if (error) {
-        emit messageRequested(tr("Connection failed"));
-        run(m_hooks.changeFailed);
+        if (self)
+            emit self->messageRequested(tr("Connection failed"));
+        run(hooks.changeFailed);
         return;
     }
     // A desk from the unbound section becomes bound, as pairing it from desk search would.
     CurrentDeviceStore::bindDevice(peripheral->name(), peripheral->identifierString());
-    refreshDevices();
-    emit messageRequested(tr("Connected successfully"));
+    if (self) {
+        self->refreshDevices();
+        emit self->messageRequested(tr("Connected successfully"));
+    }
     NotificationCenter::defaultCenter().post(
         QString::fromLatin1(notifications::kGlobeBlueToothIsConnect));
 }

@@ -5,6 +5,7 @@
 
 #include <QList>
 #include <QObject>
+#include <QPointer>
 #include <QVariantMap>
 #include <functional>
 
@@ -67,7 +68,8 @@ private:
     void scanEvent(const PeripheralPtr& peripheral, int flags);
     void setScanning(bool scanning);
     PeripheralPtr peripheralInRange(const QString& bluetoothName) const;
-    void connectReport(const PeripheralPtr& peripheral, const OptionalError& error);
+    static void finishSwitch(const QPointer<DeviceManagement>& self, const SessionHooks& hooks,
+                             const PeripheralPtr& peripheral, const OptionalError& error);
 
     SessionHooks m_hooks;
     QList<QVariantMap> m_arrayPaired;

@@ -16,7 +16,7 @@ constexpr Scheduler::Duration kStatusDuration{(RBBluetoothManager::kDefaultTimeO
 
 DevicePage::DevicePage(DevicePageHost host, DeviceManagement* management, const QString& title)
     : m_host(std::move(host)), m_management(management),
-      m_header(new OMPageHeader(title, tr("Back"), this)), m_content(new QVBoxLayout) {
+      m_header(new OMPageHeader(title, tr("Back"), this)), m_content(m_header->layOutPage(this)) {
     connect(m_header, &OMPageHeader::backClicked, this, &DevicePage::actionBack);
     if (m_management) {
         connect(m_management, &DeviceManagement::statusChanged, this, &DevicePage::showStatus);
@@ -26,12 +26,6 @@ DevicePage::DevicePage(DevicePageHost host, DeviceManagement* management, const 
                         SJHUD::showMessage(text, this);
                 });
     }
-    m_content->setSpacing(8);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(20, 12, 20, 20);
-    layout->addWidget(m_header);
-    layout->addSpacing(8);
-    layout->addLayout(m_content, 1);
 }
 
 QString DevicePage::title() const {
