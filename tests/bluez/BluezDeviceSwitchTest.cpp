@@ -56,6 +56,7 @@ TEST_F(BluezTest, TheDeviceListSwitchesTheLinkBetweenTwoDesks) {
     EXPECT_EQ(hooks, QStringList({"changeStarting"}));
     EXPECT_EQ(facade().currentPeripheral()->name(), kSecond);
     EXPECT_EQ(CurrentDeviceStore::load().bluetoothName, kSecond.toStdString());
+    EXPECT_EQ(OMPlistManager::getBindDevice().size(), 2); // bound once connected
     ASSERT_EQ(connectReports.size(), 2u);
     EXPECT_EQ(connectReports[1], 5); // the first desk let go
 

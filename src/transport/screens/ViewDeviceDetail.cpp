@@ -6,7 +6,7 @@
 #include "transport/screens/ViewNameEdit.h"
 #include "widgets/OMAlert.h"
 
-#include <QGridLayout>
+#include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPointer>
@@ -21,6 +21,7 @@ constexpr int kNameRowHeight = 44;
 QLabel* valueLabel() {
     auto* label = new QLabel;
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     label->setStyleSheet(QStringLiteral("color: #5b6069;"));
     return label;
 }
@@ -42,17 +43,14 @@ ViewDeviceDetail::ViewDeviceDetail(DevicePageHost host, DeviceManagement* manage
     nameLayout->addWidget(screenPicture(QStringLiteral("connect_arrow"), QSize(12, 12)));
     connect(m_nameRow, &ClickableRow::clicked, this, &ViewDeviceDetail::actionEditName);
 
-    auto* grid = new QGridLayout;
-    grid->setContentsMargins(12, 4, 12, 4);
-    grid->setVerticalSpacing(14);
-    const std::pair<QString, QLabel*> rows[] = {{tr("Bluetooth Device Name"), m_advertisedName},
-                                                {tr("Bluetooth Address"), m_address},
-                                                {tr("Last Connected Time"), m_lastConnected}};
-    int line = 0;
-    for (const auto& [caption, value] : rows) {
-        grid->addWidget(new QLabel(caption), line, 0);
-        grid->addWidget(value, line++, 1, Qt::AlignRight);
-    }
+    // A value too long for its line (the platform identifier) goes below its caption.
+    auto* form = new QFormLayout;
+    form->setContentsMargins(12, 4, 12, 4);
+    form->setVerticalSpacing(14);
+    form->setRowWrapPolicy(QFormLayout::WrapLongRows);
+    form->addRow(tr("Bluetooth Device Name"), m_advertisedName);
+    form->addRow(tr("Bluetooth Address"), m_address);
+    form->addRow(tr("Last Connected Time"), m_lastConnected);
 
     connect(m_buttonDelete, &QPushButton::clicked, this, &ViewDeviceDetail::actionDeleteDevice);
     connect(m_buttonChange, &QPushButton::clicked, this, &ViewDeviceDetail::actionChangeDevice);
@@ -62,7 +60,7 @@ ViewDeviceDetail::ViewDeviceDetail(DevicePageHost host, DeviceManagement* manage
     buttons->addWidget(m_buttonChange);
 
     contentLayout()->addWidget(m_nameRow);
-    contentLayout()->addLayout(grid);
+    contentLayout()->addLayout(form);
     contentLayout()->addStretch();
     contentLayout()->addLayout(buttons);
 
