@@ -61,6 +61,43 @@
     </message>
 </context>
 <context>
+    <name>ostrel::DeviceManagement</name>
+    <message>
+        <source>Connection failed</source>
+        <translation>Connection failed</translation>
+    </message>
+    <message>
+        <source>Connecting</source>
+        <translation>Connecting</translation>
+    </message>
+    <message>
+        <source>Connected successfully</source>
+        <translation>Connected successfully</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::DeviceManagerRowView</name>
+    <message>
+        <source>Connected</source>
+        <translation>Connected</translation>
+    </message>
+    <message>
+        <source>Online</source>
+        <translation>Online</translation>
+    </message>
+    <message>
+        <source>Offline</source>
+        <translation>Offline</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::DevicePage</name>
+    <message>
+        <source>Back</source>
+        <translation>Back</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::NoBluetoothVC</name>
     <message>
         <source>No Bluetooth connection, please turn on your device&apos;s Bluetooth to establish a connection</source>
@@ -85,6 +122,87 @@
     <message>
         <source>The system&apos;s Bluetooth service refuses this user. Add yourself to the &quot;bluetooth&quot; group with &quot;sudo usermod -aG bluetooth $USER&quot;, log out and back in, then press Pair.</source>
         <translation>The system&apos;s Bluetooth service refuses this user. Add yourself to the &quot;bluetooth&quot; group with &quot;sudo usermod -aG bluetooth $USER&quot;, log out and back in, then press Pair.</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewDeviceDetail</name>
+    <message>
+        <source>Device details</source>
+        <translation>Device details</translation>
+    </message>
+    <message>
+        <source>Delete device</source>
+        <translation>Delete device</translation>
+    </message>
+    <message>
+        <source>Change device</source>
+        <translation>Change device</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Bluetooth Device Name</source>
+        <translation>Bluetooth Device Name</translation>
+    </message>
+    <message>
+        <source>Bluetooth Address</source>
+        <translation>Bluetooth Address</translation>
+    </message>
+    <message>
+        <source>Last Connected Time</source>
+        <translation>Last Connected Time</translation>
+    </message>
+    <message>
+        <source>Prompt</source>
+        <translation>Prompt</translation>
+    </message>
+    <message>
+        <source>Delete current desk?</source>
+        <translation>Delete current desk?</translation>
+    </message>
+    <message>
+        <source>Confirm</source>
+        <translation>Confirm</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewDeviceManagement</name>
+    <message>
+        <source>Device management</source>
+        <translation>Device management</translation>
+    </message>
+    <message>
+        <source>Devices</source>
+        <translation>Devices</translation>
+    </message>
+    <message>
+        <source>My desks</source>
+        <translation>My desks</translation>
+    </message>
+    <message>
+        <source>Other desks nearby</source>
+        <translation>Other desks nearby</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewNameEdit</name>
+    <message>
+        <source>Rename</source>
+        <translation>Rename</translation>
+    </message>
+    <message>
+        <source>Confirm</source>
+        <translation>Confirm</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
     </message>
 </context>
 </TS>

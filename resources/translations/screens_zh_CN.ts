@@ -61,6 +61,43 @@
     </message>
 </context>
 <context>
+    <name>ostrel::DeviceManagement</name>
+    <message>
+        <source>Connection failed</source>
+        <translation>连接失败</translation>
+    </message>
+    <message>
+        <source>Connecting</source>
+        <translation>连接中</translation>
+    </message>
+    <message>
+        <source>Connected successfully</source>
+        <translation>连接成功</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::DeviceManagerRowView</name>
+    <message>
+        <source>Connected</source>
+        <translation>已连接</translation>
+    </message>
+    <message>
+        <source>Online</source>
+        <translation>在线</translation>
+    </message>
+    <message>
+        <source>Offline</source>
+        <translation>离线</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::DevicePage</name>
+    <message>
+        <source>Back</source>
+        <translation>返回</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::NoBluetoothVC</name>
     <message>
         <source>No Bluetooth connection, please turn on your device&apos;s Bluetooth to establish a connection</source>
@@ -85,6 +122,87 @@
     <message>
         <source>The system&apos;s Bluetooth service refuses this user. Add yourself to the &quot;bluetooth&quot; group with &quot;sudo usermod -aG bluetooth $USER&quot;, log out and back in, then press Pair.</source>
         <translation>系统的蓝牙服务拒绝了当前用户。请用 &quot;sudo usermod -aG bluetooth $USER&quot; 把自己加入 &quot;bluetooth&quot; 组，注销并重新登录，然后点击配对。</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewDeviceDetail</name>
+    <message>
+        <source>Device details</source>
+        <translation>设备详情</translation>
+    </message>
+    <message>
+        <source>Delete device</source>
+        <translation>删除设备</translation>
+    </message>
+    <message>
+        <source>Change device</source>
+        <translation>切换设备</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Bluetooth Device Name</source>
+        <translation>蓝牙设备名称</translation>
+    </message>
+    <message>
+        <source>Bluetooth Address</source>
+        <translation>蓝牙地址</translation>
+    </message>
+    <message>
+        <source>Last Connected Time</source>
+        <translation>最后连接时间</translation>
+    </message>
+    <message>
+        <source>Prompt</source>
+        <translation>提示</translation>
+    </message>
+    <message>
+        <source>Delete current desk?</source>
+        <translation>删除当前桌子？</translation>
+    </message>
+    <message>
+        <source>Confirm</source>
+        <translation>确认</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewDeviceManagement</name>
+    <message>
+        <source>Device management</source>
+        <translation>设备管理</translation>
+    </message>
+    <message>
+        <source>Devices</source>
+        <translation>设备</translation>
+    </message>
+    <message>
+        <source>My desks</source>
+        <translation>我的桌子</translation>
+    </message>
+    <message>
+        <source>Other desks nearby</source>
+        <translation>附近的其他桌子</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewNameEdit</name>
+    <message>
+        <source>Rename</source>
+        <translation>重命名</translation>
+    </message>
+    <message>
+        <source>Confirm</source>
+        <translation>确认</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
     </message>
 </context>
 </TS>

@@ -2,6 +2,7 @@
 
 #include "app/SystemServices.h"
 #include "session/DeskControlVC.h"
+#include "settings/DevicePages.h"
 #include "settings/SettingsNavigation.h"
 #include "settings/SettingsPages.h"
 #include "settings/ViewSitStand.h"
@@ -34,6 +35,7 @@ void ScreenFactories::registerAll() {
     SettingsPages::instance().registerPage(
         SettingsPages::Page::SitStand,
         [](DeskControlVC* father) { return new ViewSitStand(father); });
+    SettingsPages::instance().registerPage(SettingsPages::Page::Device, &DevicePages::create);
     ViewSystemSetting::setHotKeyRemover(
         [] { SystemServices::instance().removeDeskGlobalHotKey(); });
 }

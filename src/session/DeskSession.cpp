@@ -52,7 +52,10 @@ DeskSession::~DeskSession() {
 void DeskSession::wireParts() {
     connect(m_link, &DeskLink::linkStarting, this, &DeskSession::releaseHeldKeys);
     connect(m_link, &DeskLink::linked, this, &DeskSession::refreshDeviceInfo);
-    connect(m_link, &DeskLink::connectFailed, this, &DeskSession::breakTipRequested);
+    connect(m_link, &DeskLink::connectFailed, this, [this] {
+        if (!m_changingDesk)
+            emit breakTipRequested();
+    });
     connect(m_presetKeys, &PresetKeys::saved, this, &DeskSession::refreshDeviceInfo);
     // Quitting ends the event loop before the link is released: nothing may stay held.
     connect(qApp, &QCoreApplication::aboutToQuit, this, &DeskSession::releaseHeldKeys);
@@ -194,6 +197,7 @@ void DeskSession::refreshContentByDeviceInfo() {
 }
 
 void DeskSession::actionDeviceChanged() {
+    m_changingDesk = false;
     releaseHeldKeys(); // another desk: nothing held for the old one carries over
     m_objectLightColor.reset();
     emit lightStripAvailable(false);
@@ -204,9 +208,20 @@ void DeskSession::actionDeviceChanged() {
     initBluetoothResultHandle();
 }
 
+void DeskSession::deskChangeStarting() {
+    m_changingDesk = true;
+    releaseHeldKeys();
+}
+
+void DeskSession::deskChangeFailed() {
+    m_changingDesk = false;
+    requestBreakTip();
+}
+
 void DeskSession::bluetoothDisConnected() {
     releaseHeldKeys();
-    requestBreakTip();
+    if (!m_changingDesk)
+        requestBreakTip();
 }
 
 void DeskSession::requestBreakTip() {

@@ -60,6 +60,10 @@ public:
     void refreshContentByDeviceInfo();
     void actionGetDeskMaxMinHeight();
     void actionDeviceChanged();
+    // Another desk is being linked in place of this one: losing this one is expected, and
+    // actionDeviceChanged follows. Failing that, deskChangeFailed: the session has no desk.
+    void deskChangeStarting();
+    void deskChangeFailed();
     void bluetoothDisConnected();
     // Session end: drop the link and the held keys, stop the countdown, back to desk search.
     void actionDeleteCurrentDeviceSetting();
@@ -123,6 +127,7 @@ private:
     QString m_isCustom = QStringLiteral("0");
     QString m_notificationSound = QStringLiteral("0");
     std::optional<Object_LightColor> m_objectLightColor;
+    bool m_changingDesk = false;
 };
 
 } // namespace ostrel

@@ -1,8 +1,8 @@
 #include "settings/OMSettingPage.h"
 
 #include "session/DeskControlVC.h"
+#include "widgets/OMPageHeader.h"
 
-#include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -10,8 +10,6 @@
 namespace ostrel {
 
 namespace {
-
-constexpr int kBackWidth = 72;
 
 QFont scaledBold(QFont font, qreal scale) {
     font.setBold(true);
@@ -23,29 +21,10 @@ QFont scaledBold(QFont font, qreal scale) {
 
 OMSettingPage::OMSettingPage(DeskControlVC* fatherVC, const QString& title)
     : QWidget(fatherVC), m_fatherVC(fatherVC) {
-    m_back = new QPushButton(QStringLiteral("‹ ") + tr("Back"), this);
-    m_back->setFlat(true);
-    m_back->setFixedWidth(kBackWidth);
-    m_back->setShortcut(QKeySequence::Back);
-    connect(m_back, &QPushButton::clicked, this, &OMSettingPage::actionBack);
+    m_header = new OMPageHeader(title, tr("Back"), this);
+    connect(m_header, &OMPageHeader::backClicked, this, &OMSettingPage::actionBack);
 
-    m_title = new QLabel(title, this);
-    m_title->setFont(scaledBold(m_title->font(), 1.15));
-    m_title->setAlignment(Qt::AlignCenter);
-
-    // The title is centred on the page, the way back sits over its left end.
-    auto* header = new QGridLayout;
-    header->addWidget(m_title, 0, 0);
-    header->addWidget(m_back, 0, 0, Qt::AlignLeft | Qt::AlignVCenter);
-
-    m_content = new QVBoxLayout;
-    m_content->setSpacing(8);
-
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(20, 12, 20, 20);
-    layout->addLayout(header);
-    layout->addSpacing(8);
-    layout->addLayout(m_content, 1);
+    m_content = m_header->layOutPage(this);
 }
 
 DeskControlVC* OMSettingPage::fatherVC() const {
@@ -53,7 +32,11 @@ DeskControlVC* OMSettingPage::fatherVC() const {
 }
 
 QString OMSettingPage::title() const {
-    return m_title->text();
+    return m_header->title();
+}
+
+QPushButton* OMSettingPage::backButton() const {
+    return m_header->backButton();
 }
 
 void OMSettingPage::actionBack() {

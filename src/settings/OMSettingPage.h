@@ -10,6 +10,7 @@ class QVBoxLayout;
 namespace ostrel {
 
 class DeskControlVC;
+class OMPageHeader;
 
 // A page on the control screen's view stack: a title, a way back, and the page's content below.
 // The page reaches the desk session only through the control screen it was opened from.
@@ -18,7 +19,7 @@ class OMSettingPage : public QWidget {
 public:
     DeskControlVC* fatherVC() const;
     QString title() const;
-    QPushButton* backButton() const { return m_back; }
+    QPushButton* backButton() const;
 
     // Closes this page; the one below shows again.
     void actionBack();
@@ -35,8 +36,7 @@ protected:
 
 private:
     QPointer<DeskControlVC> m_fatherVC;
-    QLabel* m_title;
-    QPushButton* m_back;
+    OMPageHeader* m_header;
     QVBoxLayout* m_content;
 };
 

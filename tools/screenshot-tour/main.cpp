@@ -24,6 +24,9 @@
 #include "sim/VirtualDesk.h"
 #include "transport/RBBluetoothManager.h"
 #include "transport/screens/DeskSearchRowView.h"
+#include "transport/screens/DeviceManagerRowView.h"
+#include "transport/screens/ViewDeviceDetail.h"
+#include "transport/screens/ViewDeviceManagement.h"
 #include "widgets/OMImageButton.h"
 #include "widgets/OMScreenRouter.h"
 #include "widgets/OMWindowIdentifier.h"
@@ -337,6 +340,37 @@ std::deque<Step> reminderSteps(QWidget& home) {
     };
 }
 
+// The device pages: the list once a scan has found the other demo desk, the bound desk's
+// details, and its rename page.
+std::deque<Step> deviceSteps(QWidget& home) {
+    return {
+        {QString(),
+         onControl(home,
+                   [&home](DeskControlVC& control) {
+                       closeWindowsExceptHome(home);
+                       emit control.settingsRequested();
+                   }),
+         500ms},
+        {QStringLiteral("device-management"),
+         onPage<ViewSetting>(home, [](ViewSetting& menu) { menu.actionPushToDevice(); }), 800ms,
+         [&home] {
+             auto* page = topPage<ViewDeviceManagement>(home);
+             return page && !page->unPairedRows().isEmpty();
+         }},
+        {QStringLiteral("device-detail"),
+         onPage<ViewDeviceManagement>(home,
+                                      [](ViewDeviceManagement& page) {
+                                          if (!page.pairedRows().isEmpty())
+                                              emit page.pairedRows().first()->clicked();
+                                      }),
+         800ms},
+        {QStringLiteral("device-name-edit"),
+         onPage<ViewDeviceDetail>(home, [](ViewDeviceDetail& page) { page.actionEditName(); }),
+         800ms},
+        {QString(), [&home] { closePages(home); }, 300ms},
+    };
+}
+
 void closeWindowsExceptHome(QWidget& home) {
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (window != &home && window->isVisible())
@@ -394,6 +428,7 @@ std::deque<Step> tourSteps(Tour& tour) {
     // The settings pages, then the error and the link loss, which end the session.
     std::ranges::move(settingsSteps(home), std::back_inserter(steps));
     std::ranges::move(reminderSteps(home), std::back_inserter(steps));
+    std::ranges::move(deviceSteps(home), std::back_inserter(steps));
     steps.insert(steps.end(), {
                                   {QStringLiteral("16-error"),
                                    [&home] {

@@ -19,8 +19,12 @@ ClickableRowList::ClickableRowList(QWidget* parent) : QScrollArea(parent) {
 }
 
 void ClickableRowList::addRow(ClickableRow* row) {
+    addHeading(row);
+}
+
+void ClickableRowList::addHeading(QWidget* heading) {
     // Above the stretch that keeps the rows at the top.
-    m_rows->insertWidget(m_rows->count() - 1, row);
+    m_rows->insertWidget(m_rows->count() - 1, heading);
 }
 
 } // namespace ostrel

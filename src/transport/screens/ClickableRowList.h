@@ -16,6 +16,8 @@ public:
 
     // Takes ownership and shows the row below the others.
     void addRow(ClickableRow* row);
+    // The same for a section heading between rows.
+    void addHeading(QWidget* heading);
 
 private:
     QVBoxLayout* m_rows;

@@ -1,0 +1,279 @@
+#include "SettingsTestSupport.h"
+#include "settings/DevicePages.h"
+#include "settings/ViewSetting.h"
+#include "transport/screens/DeviceManagerRowView.h"
+#include "transport/screens/ViewDeviceDetail.h"
+#include "transport/screens/ViewDeviceManagement.h"
+#include "transport/screens/ViewNameEdit.h"
+
+#include <QLineEdit>
+#include <QTest>
+
+namespace ostrel::test {
+namespace {
+
+const QString kOtherName = QStringLiteral("QWJ-0002");
+
+// Two bound desks: the session's, linked, and another. The device pages open
+// from the settings menu over the running session.
+class DeviceSwitchTest : public SettingsTest {
+protected:
+    void SetUp() override {
+        SettingsTest::SetUp();
+        SettingsPages::instance().registerPage(SettingsPages::Page::Device, &DevicePages::create);
+        NotificationCenter::defaultCenter().addObserver(
+            &m_observer, QString::fromLatin1(notifications::kGlobeBlueToothIsConnect),
+            [this](const QVariant&) { ++deskChanges; });
+    }
+
+    VirtualDesk& addOther() {
+        VirtualDeskConfig config;
+        config.name = kOtherName.toStdString();
+        config.startHeight = 900;
+        VirtualDesk& desk = addDesk(config);
+        OMPlistManager::saveBindDeviceWithDevice(toPropertyForm(
+            CurrentDeviceStore::freshRecord(kOtherName, central->identifierOf(&desk))));
+        return desk;
+    }
+
+    // Gear, menu row "Device", and a second of scanning.
+    ViewDeviceManagement* openDevices() {
+        openControlWithSettings();
+        clickGear();
+        click(top<ViewSetting>()->row(1));
+        advance(1000ms);
+        return top<ViewDeviceManagement>();
+    }
+
+    DeviceManagerRowView* pairedRow(ViewDeviceManagement* page, const QString& name) {
+        for (DeviceManagerRowView* row : page->pairedRows())
+            if (row->record().value(QStringLiteral("bluetoothName")) == name)
+                return row;
+        return nullptr;
+    }
+
+    ViewDeviceDetail* openDetail(ViewDeviceManagement* page, const QString& name) {
+        DeviceManagerRowView* row = pairedRow(page, name);
+        EXPECT_NE(row, nullptr) << name.toStdString();
+        if (row)
+            click(row);
+        return top<ViewDeviceDetail>();
+    }
+
+    static QStringList boundNames() {
+        QStringList names;
+        for (const QVariant& entry : OMPlistManager::getBindDevice())
+            names.append(entry.toMap().value(QStringLiteral("bluetoothName")).toString());
+        return names;
+    }
+
+    int deskChanges = 0;
+
+private:
+    QObject m_observer;
+};
+
+TEST_F(DeviceSwitchTest, OnlineMarksFollowTheScanAndTheLinkedDeskCountsAsOnline) {
+    bindDesk();
+    VirtualDesk& other = addOther();
+    other.setPowered(false);
+    VirtualDeskConfig stranger;
+    stranger.name = "QWJ-0003";
+    addDesk(stranger);
+
+    ViewDeviceManagement* page = openDevices();
+    ASSERT_NE(page, nullptr);
+    EXPECT_EQ(page->title(), "Device management");
+    EXPECT_EQ(page->sectionText(), "Devices");
+    EXPECT_TRUE(page->isRefreshRotating());
+    // The linked desk no longer advertises, yet it is online.
+    ASSERT_EQ(page->pairedRows().size(), 2);
+    EXPECT_EQ(pairedRow(page, kDeskName)->markText(), "Connected");
+    EXPECT_TRUE(pairedRow(page, kDeskName)->isOnLine());
+    EXPECT_FALSE(pairedRow(page, kOtherName)->isOnLine());
+    EXPECT_EQ(pairedRow(page, kOtherName)->markText(), "Offline");
+    ASSERT_EQ(page->unPairedRows().size(), 1);
+    EXPECT_EQ(page->unPairedRows()[0]->title(), "QWJ-0003");
+    EXPECT_EQ(page->unPairedRows()[0]->record().value("isOnLine"), "1");
+
+    advance(30s);
+    EXPECT_FALSE(page->isRefreshRotating());
+    EXPECT_FALSE(pairedRow(page, kOtherName)->isOnLine());
+
+    other.setPowered(true);
+    page->actionRefresh();
+    advance(1000ms);
+    EXPECT_TRUE(pairedRow(page, kOtherName)->isOnLine());
+    // A refresh starts a fresh list: nothing is listed twice.
+    EXPECT_EQ(page->pairedRows().size(), 2);
+    EXPECT_EQ(page->unPairedRows().size(), 1);
+}
+
+// The old desk stops hearing answers, the new one moves on Up, and a key held before the switch
+// is not carried over to the new desk.
+TEST_F(DeviceSwitchTest, ChangingDeviceMovesTheSessionToTheOtherDesk) {
+    VirtualDesk& first = bindDesk();
+    VirtualDesk& other = addOther();
+    ViewDeviceManagement* page = openDevices();
+    ASSERT_NE(page, nullptr);
+    ViewDeviceDetail* detail = openDetail(page, kOtherName);
+    ASSERT_NE(detail, nullptr);
+    ASSERT_TRUE(detail->changeButton()->isEnabled());
+
+    session().holdKey(command::kUpKey);
+    advance(300ms);
+    ASSERT_TRUE(first.isMoving());
+    detail->changeButton()->click();
+    EXPECT_EQ(toast(), "Connecting");
+    EXPECT_FALSE(CurrentDeviceStore::load().bluetoothName.has_value());
+    advance(500ms);
+
+    EXPECT_EQ(toast(), "Connected successfully");
+    EXPECT_EQ(deskChanges, 1);
+    EXPECT_TRUE(alerts.empty()); // the old desk's loss was expected: no break tip
+    EXPECT_EQ(CurrentDeviceStore::load().bluetoothName, kOtherName.toStdString());
+    EXPECT_EQ(facade().currentPeripheral()->name(), kOtherName);
+    EXPECT_FALSE(first.isSubscribed());
+    EXPECT_FALSE(first.isMoving());
+    EXPECT_TRUE(other.isSubscribed());
+    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
+    advance(1000ms);
+    EXPECT_EQ(other.heightTenths(), 900);
+    EXPECT_FALSE(detail->changeButton()->isEnabled()); // it is the current desk now
+
+    const int firstHeight = first.heightTenths();
+    session().holdKey(command::kUpKey);
+    advance(1000ms);
+    session().releaseKey();
+    advance(300ms);
+    EXPECT_GT(other.heightTenths(), 920);
+    EXPECT_EQ(first.heightTenths(), firstHeight);
+    EXPECT_GT(session().currentHeight(), 920.0f); // the control screen shows the new desk
+
+    // The switch is over: losing the new desk is a lost link like any other.
+    other.dropLink();
+    advance(300ms);
+    EXPECT_EQ(alerts.size(), 1u);
+    EXPECT_NE(toast(), "Connection failed");
+}
+
+// The session waits for the switch: closing the pages meanwhile must not leave it without a desk.
+TEST_F(DeviceSwitchTest, LeavingThePagesDuringASwitchStillCompletesIt) {
+    bindDesk();
+    VirtualDesk& other = addOther();
+    ViewDeviceDetail* detail = openDetail(openDevices(), kOtherName);
+    ASSERT_NE(detail, nullptr);
+    detail->changeButton()->click();
+    for (int page = 0; page < 2; ++page)
+        qobject_cast<DevicePage*>(control->topView())->backButton()->click();
+    goBack();
+    ASSERT_EQ(control->pageCount(), 0);
+    advance(500ms);
+    EXPECT_EQ(deskChanges, 1);
+    EXPECT_TRUE(other.isSubscribed());
+    EXPECT_EQ(CurrentDeviceStore::load().bluetoothName, kOtherName.toStdString());
+    EXPECT_TRUE(alerts.empty());
+}
+
+// Switched off between the scan and the click: the attempt times out, the user is told, and the
+// session, which no longer has a desk, asks to go back to search. Nothing bound is lost.
+TEST_F(DeviceSwitchTest, ADeskSwitchedOffAfterTheScanFailsClearlyAndLosesNoRecord) {
+    bindDesk();
+    VirtualDesk& other = addOther();
+    ViewDeviceDetail* detail = openDetail(openDevices(), kOtherName);
+    ASSERT_NE(detail, nullptr);
+    other.setPowered(false);
+    alertAnswer = OMAlert::kFirstButton + 1; // leave the break tip unanswered for now
+    detail->changeButton()->click();
+    advance(29s);
+    EXPECT_EQ(toast(), "Connecting");
+    EXPECT_TRUE(alerts.empty());
+    advance(2s);
+    EXPECT_EQ(toast(), "Connection failed");
+    EXPECT_EQ(deskChanges, 0);
+    ASSERT_EQ(alerts.size(), 1u);
+    EXPECT_EQ(alerts[0].informativeText, "The Bluetooth connection of the device is disconnected");
+    EXPECT_EQ(boundNames(), QStringList({kDeskName, kOtherName}));
+}
+
+TEST_F(DeviceSwitchTest, DeletingTheCurrentDeskEndsTheSessionAndForgetsIt) {
+    VirtualDesk& first = bindDesk();
+    addOther();
+    ViewDeviceDetail* detail = openDetail(openDevices(), kDeskName);
+    ASSERT_NE(detail, nullptr);
+
+    alertAnswer = OMAlert::kFirstButton + 1; // "Cancel"
+    detail->deleteButton()->click();
+    ASSERT_EQ(alerts.size(), 1u);
+    EXPECT_EQ(alerts[0].message, "Prompt");
+    EXPECT_EQ(alerts[0].informativeText, "Delete current desk?");
+    EXPECT_EQ(alerts[0].buttons, QStringList({"Confirm", "Cancel"}));
+    EXPECT_EQ(boundNames(), QStringList({kDeskName, kOtherName}));
+
+    alertAnswer = OMAlert::kFirstButton;
+    detail->deleteButton()->click();
+    EXPECT_EQ(boundNames(), QStringList({kOtherName}));
+    EXPECT_FALSE(central->isScanning());
+    advance(50ms);
+    EXPECT_TRUE(routed.isEmpty()); // the link goes 0.1 s after the scan stops
+    advance(100ms);
+    EXPECT_EQ(routed, QStringList({QString::fromLatin1(screens::kBluetoothSearch)}));
+    EXPECT_FALSE(facade().isConnect());
+    advance(200ms);
+    EXPECT_FALSE(first.isSubscribed());
+}
+
+TEST_F(DeviceSwitchTest, DeletingAnotherDeskKeepsTheSessionAndRescans) {
+    VirtualDesk& first = bindDesk();
+    addOther();
+    ViewDeviceManagement* page = openDevices();
+    advance(30s);
+    ViewDeviceDetail* detail = openDetail(page, kOtherName);
+    ASSERT_NE(detail, nullptr);
+    detail->deleteButton()->click();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+
+    EXPECT_EQ(control->topView(), page);
+    EXPECT_EQ(boundNames(), QStringList({kDeskName}));
+    EXPECT_TRUE(page->isRefreshRotating());
+    advance(1000ms);
+    // Still in range, it is now listed as a desk nearby.
+    ASSERT_EQ(page->unPairedRows().size(), 1);
+    EXPECT_EQ(page->unPairedRows()[0]->title(), kOtherName);
+    EXPECT_TRUE(routed.isEmpty());
+    EXPECT_TRUE(first.isSubscribed());
+    EXPECT_TRUE(facade().isConnect());
+}
+
+TEST_F(DeviceSwitchTest, RenamingPersistsInBothStoresAndABlankNameChangesNothing) {
+    bindDesk();
+    ViewDeviceDetail* detail = openDetail(openDevices(), kDeskName);
+    ASSERT_NE(detail, nullptr);
+    click(detail->nameRow());
+    ViewNameEdit* edit = top<ViewNameEdit>();
+    ASSERT_NE(edit, nullptr);
+    EXPECT_EQ(edit->nameField()->text(), kDeskName);
+
+    edit->nameField()->setText(QStringLiteral("   "));
+    click(edit->confirmButton());
+    EXPECT_EQ(control->topView(), edit);
+    EXPECT_EQ(CurrentDeviceStore::load().deviceName, kDeskName.toStdString());
+
+    edit->nameField()->clear();
+    QTest::keyClicks(edit->nameField(), QStringLiteral("Standing desk by the big window"));
+    click(edit->confirmButton());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    const std::string renamed = "Standing desk by the big"; // cut at the longest name
+    ASSERT_EQ(renamed.size(), std::size_t(ViewNameEdit::kMaxNameLength));
+    EXPECT_EQ(control->topView(), detail);
+    EXPECT_EQ(detail->values().first().toStdString(), renamed);
+    EXPECT_EQ(CurrentDeviceStore::load().deviceName, renamed);
+    EXPECT_EQ(OMPlistManager::getDeviceInfoWithBlueToothName(kDeskName)
+                  .value("deviceName")
+                  .toString()
+                  .toStdString(),
+              renamed);
+}
+
+} // namespace
+} // namespace ostrel::test
