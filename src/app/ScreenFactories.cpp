@@ -3,6 +3,8 @@
 #include "app/SystemServices.h"
 #include "session/DeskControlVC.h"
 #include "settings/SettingsNavigation.h"
+#include "settings/SettingsPages.h"
+#include "settings/ViewShortcutKeys.h"
 #include "settings/ViewSystemSetting.h"
 #include "transport/screens/BluetoothSearchVC.h"
 #include "transport/screens/DeskTypeVC.h"
@@ -29,6 +31,9 @@ void ScreenFactories::registerAll() {
         SettingsNavigation::attach(*control);
         return control;
     });
+    SettingsPages::instance().registerPage(
+        SettingsPages::Page::Shortcuts,
+        [](DeskControlVC* fatherVC) -> QWidget* { return new ViewShortcutKeys(fatherVC); });
     ViewSystemSetting::setHotKeyRemover(
         [] { SystemServices::instance().removeDeskGlobalHotKey(); });
 }

@@ -1,5 +1,7 @@
 #include "SystemServices.h"
 
+#include "session/DQGlobalKeyHelper.h"
+
 #include <utility>
 
 namespace ostrel {
@@ -12,6 +14,14 @@ SystemServices*& installed() {
 }
 
 } // namespace
+
+void SystemServices::addDeskGlobalHotKeyWithCombineKeyType(int type) {
+    DQGlobalKeyHelper::shareInstance().addDeskGlobalHotKeyWithCombineKeyType(type);
+}
+
+void SystemServices::removeDeskGlobalHotKey() {
+    DQGlobalKeyHelper::shareInstance().removeDeskGlobalHotKey();
+}
 
 SystemServices& SystemServices::instance() {
     static SystemServices inactive;

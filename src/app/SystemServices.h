@@ -3,15 +3,15 @@
 namespace ostrel {
 
 // The global hot-key registry and the reminder's notification helper, as launch, quit and the
-// error screen use them. The default does nothing: global shortcuts and desktop notifications
+// error screen use them. The default hands the hot keys to the registry; desktop notifications
 // are not wired in yet, and launching must not depend on them.
 class SystemServices {
 public:
     virtual ~SystemServices() = default;
 
     // 0 Shift, 1 Super+Alt, 2 Super+Control with the arrows and digits.
-    virtual void addDeskGlobalHotKeyWithCombineKeyType(int type) { (void)type; }
-    virtual void removeDeskGlobalHotKey() {}
+    virtual void addDeskGlobalHotKeyWithCombineKeyType(int type);
+    virtual void removeDeskGlobalHotKey();
     virtual void openNotification() {}
     virtual void closeNotification() {}
     virtual void removeAllDeliveredNotifications() {}

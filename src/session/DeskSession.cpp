@@ -4,8 +4,10 @@
 #include "core/NotificationNames.h"
 #include "protocol/BluetoothProtocol.h"
 #include "protocol/BluetoothResultHandle.h"
+#include "session/DQGlobalKeyHelper.h"
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskLink.h"
+#include "session/GlobalKeyDispatch.h"
 #include "session/HotKeyMovement.h"
 #include "session/LiveSession.h"
 #include "session/OMTimeManager.h"
@@ -40,7 +42,9 @@ RBBluetoothManager& facade() {
 DeskSession::DeskSession(QObject* parent)
     : QObject(parent), m_link(new DeskLink(this)),
       m_presetKeys(new PresetKeys([this] { return m_currentHeight; }, this)),
-      m_hotKeyMovement(new HotKeyMovement(this)), m_goToHeight(new GoToHeight(this)) {
+      m_hotKeyMovement(new HotKeyMovement(this)),
+      m_globalKeys(new GlobalKeyDispatch(*m_hotKeyMovement, *m_presetKeys, this)),
+      m_goToHeight(new GoToHeight(this)) {
     wireParts();
 }
 
@@ -80,6 +84,7 @@ void DeskSession::setLoadViewAction() {
     else
         requestBreakTip();
     initBluetoothResultHandle();
+    DQGlobalKeyHelper::shareInstance().actionAddGlobalKey();
     LiveSession::instance().setCurrent(this);
     later(kStartupToastDelay, [](DeskSession& self) {
         if (self.m_currentHeight == 0.0f)
@@ -112,6 +117,9 @@ void DeskSession::registerObservers() {
     for (const auto& [name, handler] : observers)
         center.addObserver(this, QString::fromLatin1(name),
                            [handler = handler](const QVariant&) { handler(); });
+    center.addObserver(
+        this, QString::fromLatin1(notifications::kGlobalKeyPushName),
+        [this](const QVariant& name) { m_globalKeys->globalKeyPush(name.toString()); });
 }
 
 // ---- Link ----
@@ -216,6 +224,7 @@ void DeskSession::requestBreakTip() {
 void DeskSession::actionDeleteCurrentDeviceSetting() {
     facade().disconnectAllPeripheral();
     releaseHeldKeys();
+    DQGlobalKeyHelper::shareInstance().removeDeskGlobalHotKey();
     timeManager().stop();
     actionPushToTypeVC();
 }

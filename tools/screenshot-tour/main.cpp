@@ -12,8 +12,11 @@
 #include "session/HeightSaveHelpVC.h"
 #include "session/ShortcutsHeightSetVC.h"
 #include "settings/ColorManageView.h"
+#include "settings/ShortcutComboRowView.h"
+#include "settings/ShortcutSwitchRowView.h"
 #include "settings/ViewIntelligentControl.h"
 #include "settings/ViewSetting.h"
+#include "settings/ViewShortcutKeys.h"
 #include "settings/ViewSystemSetting.h"
 #include "sim/VirtualCentral.h"
 #include "sim/VirtualDesk.h"
@@ -207,9 +210,17 @@ std::deque<Step> settingsSteps(QWidget& home) {
         {QStringLiteral("8-unit"),
          onPage<ViewSystemSetting>(home, [](ViewSystemSetting& page) { page.actionSelectUnit(); }),
          800ms},
-        {QStringLiteral("9-coming-soon"),
+        {QStringLiteral("9-shortcut-keys"),
          backThen<ViewSystemSetting>(home,
                                      [](ViewSystemSetting& page) { page.actionSelectShortcut(); }),
+         800ms},
+        {QStringLiteral("9-shortcut-keys-alt-cmd"),
+         onPage<ViewShortcutKeys>(home,
+                                  [](ViewShortcutKeys& page) {
+                                      page.switchRow()->actionSwitch();
+                                      page.comboRow()->actionMenuSelect(
+                                          ShortcutComboRowView::kFirstTag + 1);
+                                  }),
          800ms},
         {QStringLiteral("10-presets-help"),
          onControl(home,
