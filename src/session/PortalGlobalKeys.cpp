@@ -81,8 +81,7 @@ PortalGlobalKeys::PortalGlobalKeys() {
     qDBusRegisterMetaType<Shortcut>();
     qDBusRegisterMetaType<QList<Shortcut>>();
     bus().connect(QLatin1String(kService), QLatin1String(kPath), QLatin1String(kInterface),
-                  QStringLiteral("Activated"), this,
-                  SLOT(onActivated(QDBusObjectPath, QString, qulonglong, QVariantMap)));
+                  QStringLiteral("Activated"), this, SLOT(onActivated(QDBusMessage)));
 }
 
 PortalGlobalKeys::~PortalGlobalKeys() {
@@ -168,10 +167,11 @@ void PortalGlobalKeys::shortcutsBound(uint, const QVariantMap&) {
     stopListening(SLOT(shortcutsBound(uint, QVariantMap)));
 }
 
-void PortalGlobalKeys::onActivated(const QDBusObjectPath& session, const QString& shortcut,
-                                   qulonglong, const QVariantMap&) {
-    if (!m_session.isEmpty() && session.path() == m_session)
-        emit activated(shortcut.toInt());
+void PortalGlobalKeys::onActivated(const QDBusMessage& message) {
+    const QList<QVariant> arguments = message.arguments();
+    const QString session = arguments.value(0).value<QDBusObjectPath>().path();
+    if (!m_session.isEmpty() && session == m_session)
+        emit activated(arguments.value(1).toString().toInt());
 }
 
 } // namespace ostrel

@@ -2,6 +2,7 @@
 
 #include "session/GlobalKeyBackend.h"
 
+#include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QString>
 #include <QVariantMap>
@@ -37,8 +38,8 @@ public:
 private slots:
     void sessionCreated(uint response, const QVariantMap& results);
     void shortcutsBound(uint response, const QVariantMap& results);
-    void onActivated(const QDBusObjectPath& session, const QString& shortcut, qulonglong timestamp,
-                     const QVariantMap& options);
+    // (session, shortcut id, timestamp, options), read from the message whole.
+    void onActivated(const QDBusMessage& message);
 
 private:
     // Portal calls answer through a Request object whose path the caller can predict; listening

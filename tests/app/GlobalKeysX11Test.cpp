@@ -91,11 +91,8 @@ protected:
     }
 
     ViewShortcutKeys& openPanel() {
-        panel = std::make_unique<ViewShortcutKeys>(control());
-        return *panel;
+        return *new ViewShortcutKeys(control()); // the screen owns its pages
     }
-
-    std::unique_ptr<ViewShortcutKeys> panel;
 };
 
 TEST_F(GlobalKeysX11Test, ShiftUpTogglesAMovementAndTheOtherArrowStopsIt) {

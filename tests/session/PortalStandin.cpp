@@ -26,7 +26,7 @@ public:
         if (message.interface() == u"org.freedesktop.DBus.Properties" && member == u"Get")
             return reply(bus, message, QVariant::fromValue(QDBusVariant(1u)));
         if (member == u"CreateSession") {
-            const QVariantMap options = message.arguments().value(0).toMap();
+            const auto options = qdbus_cast<QVariantMap>(message.arguments().value(0));
             m_session = QStringLiteral("%1/session/%2")
                             .arg(QLatin1String(kDesktop),
                                  options.value(QStringLiteral("session_handle_token")).toString());
@@ -47,7 +47,7 @@ public:
                                   properties.value(QStringLiteral("preferred_trigger")).toString();
             }
             shortcuts.endArray();
-            return answer(bus, message, arguments.value(3).toMap(), {});
+            return answer(bus, message, qdbus_cast<QVariantMap>(arguments.value(3)), {});
         }
         if (message.interface() == u"org.freedesktop.portal.Session" && member == u"Close") {
             m_closed << message.path();
@@ -117,8 +117,7 @@ int main(int argc, char** argv) {
     QDBusConnection bus = QDBusConnection::sessionBus();
     Portal portal;
     Control control(portal);
-    if (!bus.registerVirtualObject(QLatin1String(kDesktop), &portal,
-                                   QDBusConnection::SubPathsInclusive) ||
+    if (!bus.registerVirtualObject(QLatin1String(kDesktop), &portal, QDBusConnection::SubPath) ||
         !bus.registerObject(QStringLiteral("/standin"), &control,
                             QDBusConnection::ExportAllSlots) ||
         !bus.registerService(QStringLiteral("org.freedesktop.portal.Desktop")))
