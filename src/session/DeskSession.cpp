@@ -240,6 +240,8 @@ void DeskSession::actionPushToTypeVC() {
 void DeskSession::actionDeleteCurrentDevice() {
     NotificationCenter::defaultCenter().removeObserver(this);
     releaseHeldKeys();
+    // Other screens end the session with this notification alone; the keys go with it.
+    DQGlobalKeyHelper::shareInstance().removeDeskGlobalHotKey();
 }
 
 // ---- Height ----

@@ -31,6 +31,7 @@ public:
         m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
     }
     ~OtherClient() { xcb_disconnect(m_connection); }
+    xcb_window_t root() const { return m_root; }
 
     // Whether the key could be grabbed with exactly these modifiers (no lock keys on).
     bool grab(std::uint16_t modifiers, xcb_keysym_t keysym) {
@@ -102,7 +103,10 @@ TEST_F(GlobalKeysX11Test, ShiftUpTogglesAMovementAndTheOtherArrowStopsIt) {
         const int start = desk->heightTenths();
         type("shift+Up");
         expectMoving();
+        // The user works in another application meanwhile, on purpose: the desk goes on.
+        xdotool({QStringLiteral("windowfocus"), QString::number(OtherClient().root())});
         ASSERT_TRUE(waitUntil([&] { return desk->heightTenths() > start + 10; }));
+        EXPECT_TRUE(desk->isMoving());
         type("shift+Up");
         expectStopped();
         waitForPolls(4);
