@@ -224,7 +224,6 @@ void DeskSession::requestBreakTip() {
 void DeskSession::actionDeleteCurrentDeviceSetting() {
     facade().disconnectAllPeripheral();
     releaseHeldKeys();
-    DQGlobalKeyHelper::shareInstance().removeDeskGlobalHotKey();
     timeManager().stop();
     actionPushToTypeVC();
 }
@@ -240,7 +239,7 @@ void DeskSession::actionPushToTypeVC() {
 void DeskSession::actionDeleteCurrentDevice() {
     NotificationCenter::defaultCenter().removeObserver(this);
     releaseHeldKeys();
-    // Other screens end the session with this notification alone; the keys go with it.
+    // Every end of a session comes here, whoever ends it: the global keys go with it.
     DQGlobalKeyHelper::shareInstance().removeDeskGlobalHotKey();
 }
 

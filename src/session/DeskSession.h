@@ -63,8 +63,8 @@ public:
     void actionGetDeskMaxMinHeight();
     void actionDeviceChanged();
     void bluetoothDisConnected();
-    // Session end: drop the link, the held keys and the global keys, stop the countdown, back
-    // to desk search.
+    // Session end: drop the link and the held keys, stop the countdown, back to desk search;
+    // the global keys go when the session hears its own end.
     void actionDeleteCurrentDeviceSetting();
     void actionPushToTypeVC();
     void actionDeleteCurrentDevice();
