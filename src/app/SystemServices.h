@@ -9,7 +9,7 @@ class SystemServices {
 public:
     virtual ~SystemServices() = default;
 
-    // 0 Shift, 1 Super+Alt, 2 Super+Control with the arrows and digits.
+    // 0 Shift, 1 Ctrl+Super, 2 Alt+Super with the arrows and digits.
     virtual void addDeskGlobalHotKeyWithCombineKeyType(int type);
     virtual void removeDeskGlobalHotKey();
     virtual void openNotification() {}
