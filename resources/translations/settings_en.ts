@@ -96,6 +96,25 @@ A reset also clears the height presets stored on the desk.</translation>
     </message>
 </context>
 <context>
+    <name>ostrel::ShortcutComboRowView</name>
+    <message>
+        <source>Shortcut Combo</source>
+        <translation>Shortcut Combo</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>Shift</translation>
+    </message>
+    <message>
+        <source>Alt + Cmd</source>
+        <translation>Alt + Cmd</translation>
+    </message>
+    <message>
+        <source>Ctrl + Cmd</source>
+        <translation>Ctrl + Cmd</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::ViewIntelligentControl</name>
     <message>
         <source>Intelligent control</source>
@@ -252,6 +271,57 @@ A reset also clears the height presets stored on the desk.</translation>
     <message>
         <source>%1h</source>
         <translation>%1h</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewShortcutKeys</name>
+    <message>
+        <source>Up</source>
+        <translation>Up</translation>
+    </message>
+    <message>
+        <source>Down</source>
+        <translation>Down</translation>
+    </message>
+    <message>
+        <source>Sitting</source>
+        <translation>Sitting</translation>
+    </message>
+    <message>
+        <source>Standing</source>
+        <translation>Standing</translation>
+    </message>
+    <message>
+        <source>M1</source>
+        <translation>M1</translation>
+    </message>
+    <message>
+        <source>M2</source>
+        <translation>M2</translation>
+    </message>
+    <message>
+        <source>Shortcut keys</source>
+        <translation>Shortcut keys</translation>
+    </message>
+    <message>
+        <source>Alt + Cmd +</source>
+        <translation>Alt + Cmd +</translation>
+    </message>
+    <message>
+        <source>Ctrl + Cmd +</source>
+        <translation>Ctrl + Cmd +</translation>
+    </message>
+    <message>
+        <source>Shift +</source>
+        <translation>Shift +</translation>
+    </message>
+    <message>
+        <source>Global shortcuts are not available on this desktop.</source>
+        <translation>Global shortcuts are not available on this desktop.</translation>
+    </message>
+    <message>
+        <source>Another application already uses %1: these keys do nothing here.</source>
+        <translation>Another application already uses %1: these keys do nothing here.</translation>
     </message>
 </context>
 <context>

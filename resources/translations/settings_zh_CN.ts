@@ -96,6 +96,25 @@ A reset also clears the height presets stored on the desk.</source>
     </message>
 </context>
 <context>
+    <name>ostrel::ShortcutComboRowView</name>
+    <message>
+        <source>Shortcut Combo</source>
+        <translation>快捷键组合</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>Shift</translation>
+    </message>
+    <message>
+        <source>Alt + Cmd</source>
+        <translation>Alt + Cmd</translation>
+    </message>
+    <message>
+        <source>Ctrl + Cmd</source>
+        <translation>Ctrl + Cmd</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::ViewIntelligentControl</name>
     <message>
         <source>Intelligent control</source>
@@ -252,6 +271,57 @@ A reset also clears the height presets stored on the desk.</source>
     <message>
         <source>%1h</source>
         <translation>%1小时</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewShortcutKeys</name>
+    <message>
+        <source>Up</source>
+        <translation>上升</translation>
+    </message>
+    <message>
+        <source>Down</source>
+        <translation>下降</translation>
+    </message>
+    <message>
+        <source>Sitting</source>
+        <translation>坐姿</translation>
+    </message>
+    <message>
+        <source>Standing</source>
+        <translation>站姿</translation>
+    </message>
+    <message>
+        <source>M1</source>
+        <translation>M1</translation>
+    </message>
+    <message>
+        <source>M2</source>
+        <translation>M2</translation>
+    </message>
+    <message>
+        <source>Shortcut keys</source>
+        <translation>快捷键</translation>
+    </message>
+    <message>
+        <source>Alt + Cmd +</source>
+        <translation>Alt + Cmd +</translation>
+    </message>
+    <message>
+        <source>Ctrl + Cmd +</source>
+        <translation>Ctrl + Cmd +</translation>
+    </message>
+    <message>
+        <source>Shift +</source>
+        <translation>Shift +</translation>
+    </message>
+    <message>
+        <source>Global shortcuts are not available on this desktop.</source>
+        <translation>此桌面环境不支持全局快捷键。</translation>
+    </message>
+    <message>
+        <source>Another application already uses %1: these keys do nothing here.</source>
+        <translation>其他应用已占用 %1：这些按键在本应用中无效。</translation>
     </message>
 </context>
 <context>

@@ -8,6 +8,7 @@
 #include "SystemServices.h"
 #include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
+#include "session/DQGlobalKeyHelper.h"
 #include "store/CurrentDeskModel.h"
 #include "store/DQDataCatchHelper.h"
 #include "store/DQDataSessionHelper.h"
@@ -28,18 +29,6 @@
 #include <QSystemTrayIcon>
 
 namespace ostrel {
-
-namespace {
-
-int hotKeyCombineType(const Object_SystemSetting& setting) {
-    if (setting.combinationkey == "1")
-        return 2;
-    if (setting.combinationkey == "2")
-        return 1;
-    return 0;
-}
-
-} // namespace
 
 const QStringList& AppDelegate::legacyFileNames() {
     static const QStringList names{
@@ -121,7 +110,8 @@ void AppDelegate::actionSetSystomSetting() {
         fromPropertyForm<Object_SystemSetting>(DQDataSessionHelper::userGetSystemSettinginfo());
     SystemServices& services = SystemServices::instance();
     if (setting.combinationopen == "1")
-        services.addDeskGlobalHotKeyWithCombineKeyType(hotKeyCombineType(setting));
+        services.addDeskGlobalHotKeyWithCombineKeyType(
+            DQGlobalKeyHelper::combineKeyType(setting.combinationkey.value_or("")));
     if (setting.push == "1")
         services.openNotification();
     else

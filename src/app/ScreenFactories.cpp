@@ -5,6 +5,7 @@
 #include "settings/DevicePages.h"
 #include "settings/SettingsNavigation.h"
 #include "settings/SettingsPages.h"
+#include "settings/ViewShortcutKeys.h"
 #include "settings/ViewSitStand.h"
 #include "settings/ViewSystemSetting.h"
 #include "transport/screens/BluetoothSearchVC.h"
@@ -36,8 +37,11 @@ void ScreenFactories::registerAll() {
         SettingsPages::Page::SitStand,
         [](DeskControlVC* father) { return new ViewSitStand(father); });
     SettingsPages::instance().registerPage(SettingsPages::Page::Device, &DevicePages::create);
-    ViewSystemSetting::setHotKeyRemover(
-        [] { SystemServices::instance().removeDeskGlobalHotKey(); });
+        SettingsPages::Page::Shortcuts,
+        [](DeskControlVC* fatherVC) -> QWidget* {
+        return new ViewShortcutKeys(fatherVC); });
+        ViewSystemSetting::setHotKeyRemover(
+            [] { SystemServices::instance().removeDeskGlobalHotKey(); });
 }
 
 } // namespace ostrel

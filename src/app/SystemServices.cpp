@@ -1,5 +1,6 @@
 #include "SystemServices.h"
 
+#include "session/DQGlobalKeyHelper.h"
 #include "session/DQNotificationHelper.h"
 #include "session/DesktopNotifications.h"
 
@@ -16,10 +17,18 @@ SystemServices*& installed() {
 
 } // namespace
 
+void SystemServices::addDeskGlobalHotKeyWithCombineKeyType(int type) {
+    DQGlobalKeyHelper::shareInstance().addDeskGlobalHotKeyWithCombineKeyType(type);
+}
+
+void SystemServices::removeDeskGlobalHotKey() {
+    DQGlobalKeyHelper::shareInstance().removeDeskGlobalHotKey();
+}
+
 SystemServices& SystemServices::instance() {
-    static SystemServices inactive;
+    static SystemServices defaults;
     SystemServices* services = installed();
-    return services ? *services : inactive;
+    return services ? *services : defaults;
 }
 
 void SystemServices::openNotification() {

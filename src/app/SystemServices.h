@@ -3,15 +3,15 @@
 namespace ostrel {
 
 // The global hot-key registry and the reminder's notification helper, as launch, quit and the
-// error screen use them. By default the hot keys do nothing (they are not wired in yet) and the
-// notifications go to the desktop's notification server, whose absence fails nothing.
+// error screen use them. By default the hot keys go to the registry and the notifications to
+// the desktop's notification server, whose absence fails nothing.
 class SystemServices {
 public:
     virtual ~SystemServices() = default;
 
-    // 0 Shift, 1 Super+Alt, 2 Super+Control with the arrows and digits.
-    virtual void addDeskGlobalHotKeyWithCombineKeyType(int type) { (void)type; }
-    virtual void removeDeskGlobalHotKey() {}
+    // 0 Shift, 1 Ctrl+Super, 2 Alt+Super with the arrows and digits.
+    virtual void addDeskGlobalHotKeyWithCombineKeyType(int type);
+    virtual void removeDeskGlobalHotKey();
     virtual void openNotification();
     virtual void closeNotification();
     virtual void removeAllDeliveredNotifications();

@@ -6,6 +6,7 @@
 #include "session/DesktopNotifications.h"
 #include "session/GoToHeightSheet.h"
 #include "session/HeightSaveHelpVC.h"
+#include "session/HotKeyMovement.h"
 #include "session/NotificationAlert.h"
 #include "session/PresetKeys.h"
 #include "session/ShortcutsHeightSetVC.h"
@@ -328,7 +329,15 @@ int DeskControlVC::pageCount() const {
 bool DeskControlVC::eventFilter(QObject* watched, QEvent* event) {
     if (watched == m_height && event->type() == QEvent::MouseButtonRelease)
         actionGoToHeight();
+    // A sheet now covers the screen: the user looks at it, not at a desk moving by itself.
+    if (watched == window() && event->type() == QEvent::WindowBlocked)
+        m_session->hotKeyMovement().globalKeyStopUpDown();
     return QWidget::eventFilter(watched, event);
+}
+
+void DeskControlVC::showEvent(QShowEvent* event) {
+    window()->installEventFilter(this); // the window is known once shown; installing is idempotent
+    QWidget::showEvent(event);
 }
 
 void DeskControlVC::actionGoToHeight() {

@@ -4,8 +4,10 @@
 #include "core/NotificationNames.h"
 #include "protocol/BluetoothProtocol.h"
 #include "protocol/BluetoothResultHandle.h"
+#include "session/DQGlobalKeyHelper.h"
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskLink.h"
+#include "session/GlobalKeyDispatch.h"
 #include "session/HotKeyMovement.h"
 #include "session/LiveSession.h"
 #include "session/OMTimeManager.h"
@@ -40,7 +42,9 @@ RBBluetoothManager& facade() {
 DeskSession::DeskSession(QObject* parent)
     : QObject(parent), m_link(new DeskLink(this)),
       m_presetKeys(new PresetKeys([this] { return m_currentHeight; }, this)),
-      m_hotKeyMovement(new HotKeyMovement(this)), m_goToHeight(new GoToHeight(this)) {
+      m_hotKeyMovement(new HotKeyMovement(this)),
+      m_globalKeys(new GlobalKeyDispatch(*m_hotKeyMovement, *m_presetKeys, this)),
+      m_goToHeight(new GoToHeight(this)) {
     wireParts();
 }
 
@@ -83,6 +87,7 @@ void DeskSession::setLoadViewAction() {
     else
         requestBreakTip();
     initBluetoothResultHandle();
+    DQGlobalKeyHelper::shareInstance().actionAddGlobalKey();
     LiveSession::instance().setCurrent(this);
     later(kStartupToastDelay, [](DeskSession& self) {
         if (self.m_currentHeight == 0.0f)
@@ -115,6 +120,9 @@ void DeskSession::registerObservers() {
     for (const auto& [name, handler] : observers)
         center.addObserver(this, QString::fromLatin1(name),
                            [handler = handler](const QVariant&) { handler(); });
+    center.addObserver(
+        this, QString::fromLatin1(notifications::kGlobalKeyPushName),
+        [this](const QVariant& name) { m_globalKeys->globalKeyPush(name.toString()); });
 }
 
 // ---- Link ----
@@ -246,6 +254,8 @@ void DeskSession::actionPushToTypeVC() {
 void DeskSession::actionDeleteCurrentDevice() {
     NotificationCenter::defaultCenter().removeObserver(this);
     releaseHeldKeys();
+    // Every end of a session comes here, whoever ends it: the global keys go with it.
+    DQGlobalKeyHelper::shareInstance().removeDeskGlobalHotKey();
 }
 
 // ---- Height ----

@@ -13,6 +13,7 @@
 namespace ostrel {
 
 class DeskLink;
+class GlobalKeyDispatch;
 class HotKeyMovement;
 class OMTimeManager;
 class PresetKeys;
@@ -42,6 +43,7 @@ public:
     DeskLink& link() const { return *m_link; }
     PresetKeys& presetKeys() const { return *m_presetKeys; }
     HotKeyMovement& hotKeyMovement() const { return *m_hotKeyMovement; }
+    GlobalKeyDispatch& globalKeys() const { return *m_globalKeys; }
     GoToHeight& goToHeight() const { return *m_goToHeight; }
 
     // ---- State ----
@@ -65,7 +67,8 @@ public:
     void deskChangeStarting();
     void deskChangeFailed();
     void bluetoothDisConnected();
-    // Session end: drop the link and the held keys, stop the countdown, back to desk search.
+    // Session end: drop the link and the held keys, stop the countdown, back to desk search;
+    // the global keys go when the session hears its own end.
     void actionDeleteCurrentDeviceSetting();
     void actionPushToTypeVC();
     void actionDeleteCurrentDevice();
@@ -116,6 +119,7 @@ private:
     DeskLink* m_link;
     PresetKeys* m_presetKeys;
     HotKeyMovement* m_hotKeyMovement;
+    GlobalKeyDispatch* m_globalKeys;
     GoToHeight* m_goToHeight;
     float m_currentHeight = 0.0f;
     QString m_previousHeight;

@@ -8,9 +8,30 @@ namespace ostrel {
 HotKeyMovement::HotKeyMovement(QObject* parent)
     : QObject(parent), m_tempDate(Scheduler::instance().now()) {}
 
+void HotKeyMovement::restartWatch() {
+    m_tempHeight = 0.0f;
+    m_tempDate = Scheduler::instance().now();
+}
+
+void HotKeyMovement::toggle(int type) {
+    BluetoothResultHandle::sharedInstance().setCurrentCommandType(m_isMoving ? command::kNoKey
+                                                                             : type);
+    m_isMoving = !m_isMoving;
+    if (m_isMoving)
+        armSilenceTimer();
+    else
+        m_silence.cancel();
+}
+
+void HotKeyMovement::armSilenceTimer() {
+    m_silence.cancel();
+    m_silence = Scheduler::instance().after(kSilenceLimit, this, [this] { stop(); });
+}
+
 void HotKeyMovement::globalKeyMoving(float currentHeight) {
     if (!m_isMoving)
         return;
+    armSilenceTimer();
     const Scheduler::Duration now = Scheduler::instance().now();
     if (now - m_tempDate <= kStallStep)
         return;
@@ -34,6 +55,7 @@ void HotKeyMovement::stop() {
 }
 
 void HotKeyMovement::reset() {
+    m_silence.cancel();
     m_isMoving = false;
     m_tempHeight = 0.0f;
 }

@@ -3,21 +3,10 @@
 // A held key must end within 150 ms of whatever takes the release away (250 ms for a focus
 // change, which the X11 platform reports about 100 ms late), and quitting must let the desk
 // hear the released key before the link goes.
-//
-// Each test starts the whole application and quits it, so each needs a process of its own, as
-// CTest runs them.
-#include "RealTimeWait.h"
-#include "app/AppDelegate.h"
-#include "app/AppRunner.h"
-#include "app/DemoDesks.h"
-#include "app/OMBaseModalWindow.h"
+#include "X11AppTest.h"
 #include "protocol/BluetoothResultHandle.h"
-#include "session/DeskControlVC.h"
 #include "session/ShortcutsHeightSetVC.h"
-#include "sim/VirtualDesk.h"
 #include "store/CurrentDeviceStore.h"
-#include "transport/screens/BluetoothSearchVC.h"
-#include "transport/screens/DeskSearchRowView.h"
 #include "widgets/HomeFunctionBtn.h"
 #include "widgets/OMHoverButton.h"
 
@@ -37,42 +26,14 @@ namespace {
 
 constexpr qint64 kStopLimitMs = 150;
 constexpr qint64 kFocusStopLimitMs = 250;
-constexpr int kWaitMs = 15000;
 
-bool waitUntil(const std::function<bool()>& condition, int timeoutMs = kWaitMs) {
-    return test::waitUntil(condition, timeoutMs);
-}
-
-// One xdotool command; it talks to the X server, never to the application.
-void xdotool(const QStringList& arguments) {
-    ASSERT_EQ(QProcess::execute(QStringLiteral("xdotool"), arguments), 0)
-        << arguments.join(' ').toStdString();
-}
-
-QStringList pointAt(const QWidget* widget) {
-    const QPoint centre = widget->mapToGlobal(widget->rect().center());
-    return {QStringLiteral("mousemove"), QString::number(centre.x()), QString::number(centre.y())};
-}
-
-class MotionSafetyX11Test : public ::testing::Test {
+class MotionSafetyX11Test : public X11AppTest {
 protected:
     void SetUp() override {
-        runner = std::make_unique<AppRunner>(true);
-        desk = runner->demo()->desks().first();
+        X11AppTest::SetUp();
         clock.start();
         // The desk acts on a key frame as it arrives: a stop is timed to that moment.
         QObject::connect(desk, &VirtualDesk::keysReceived, [this] { sample(); });
-    }
-
-    // Runs the application with `scenario` started inside its event loop. Unless the scenario
-    // ends the application itself, it is quit when the scenario returns.
-    void run(const std::function<void()>& scenario, bool quitsItself = false) {
-        QTimer::singleShot(0, qApp, [&] {
-            scenario();
-            if (!quitsItself || HasFailure())
-                QApplication::quit();
-        });
-        runner->exec();
     }
 
     void sample() {
@@ -80,28 +41,6 @@ protected:
             stoppedAtMs = clock.elapsed();
             stoppedWhileLinked = desk->isSubscribed();
         }
-    }
-
-    QWidget* content() const { return runner->delegate().modalWindow()->content(); }
-    DeskControlVC* control() const { return qobject_cast<DeskControlVC*>(content()); }
-
-    // Pairs the first desk from the search screen, as a user would.
-    void pairDesk() {
-        DeskSearchRowView* row = nullptr;
-        ASSERT_TRUE(waitUntil([&] {
-            auto* search = qobject_cast<BluetoothSearchVC*>(content());
-            for (DeskSearchRowView* candidate :
-                 search ? search->rows() : QList<DeskSearchRowView*>{})
-                if (candidate->title() == desk->name() && candidate->isVisible())
-                    row = candidate;
-            return row != nullptr;
-        }));
-        const WId window = runner->delegate().modalWindow()->winId();
-        xdotool({QStringLiteral("windowfocus"), QString::number(window)});
-        xdotool(pointAt(row) << QStringLiteral("click") << QStringLiteral("1"));
-        ASSERT_TRUE(waitUntil([&] {
-            return control() && desk->isSubscribed() && control()->heightText() != "0.0cm";
-        }));
     }
 
     void holdUp() {
@@ -134,14 +73,6 @@ protected:
         EXPECT_TRUE(stoppedWhileLinked) << "stopped by losing the link, not by the released key";
     }
 
-    void waitForPolls(int count) {
-        int notifications = 0; // a poll and a display frame each
-        const auto connection =
-            QObject::connect(desk, &VirtualDesk::notified, [&] { ++notifications; });
-        EXPECT_TRUE(waitUntil([&] { return notifications >= 2 * count; }));
-        QObject::disconnect(connection);
-    }
-
     // The desk stays still for a few more polls, the mouse button up again.
     void expectStaysStopped() {
         xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
@@ -150,8 +81,6 @@ protected:
         EXPECT_EQ(BluetoothResultHandle::sharedInstance().currentCommandType(), 0);
     }
 
-    std::unique_ptr<AppRunner> runner;
-    VirtualDesk* desk = nullptr;
     QElapsedTimer clock;
     bool watching = false;
     qint64 eventAtMs = 0;

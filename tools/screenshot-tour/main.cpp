@@ -15,9 +15,12 @@
 #include "session/ShortcutsHeightSetVC.h"
 #include "session/SitStandReminder.h"
 #include "settings/ColorManageView.h"
+#include "settings/ShortcutComboRowView.h"
+#include "settings/ShortcutSwitchRowView.h"
 #include "settings/ViewIntelligentControl.h"
 #include "settings/ViewReminderInterval.h"
 #include "settings/ViewSetting.h"
+#include "settings/ViewShortcutKeys.h"
 #include "settings/ViewSitStand.h"
 #include "settings/ViewSystemSetting.h"
 #include "sim/VirtualCentral.h"
@@ -216,9 +219,17 @@ std::deque<Step> settingsSteps(QWidget& home) {
         {QStringLiteral("8-unit"),
          onPage<ViewSystemSetting>(home, [](ViewSystemSetting& page) { page.actionSelectUnit(); }),
          800ms},
-        {QStringLiteral("9-coming-soon"),
+        {QStringLiteral("9-shortcut-keys"),
          backThen<ViewSystemSetting>(home,
                                      [](ViewSystemSetting& page) { page.actionSelectShortcut(); }),
+         800ms},
+        {QStringLiteral("9-shortcut-keys-alt-cmd"),
+         onPage<ViewShortcutKeys>(home,
+                                  [](ViewShortcutKeys& page) {
+                                      page.switchRow()->actionSwitch();
+                                      page.comboRow()->actionMenuSelect(
+                                          ShortcutComboRowView::kFirstTag + 1);
+                                  }),
          800ms},
         {QStringLiteral("10-presets-help"),
          onControl(home,
@@ -351,20 +362,20 @@ std::deque<Step> deviceSteps(QWidget& home) {
                        emit control.settingsRequested();
                    }),
          500ms},
-        {QStringLiteral("device-management"),
+        {QStringLiteral("24-device-management"),
          onPage<ViewSetting>(home, [](ViewSetting& menu) { menu.actionPushToDevice(); }), 800ms,
          [&home] {
              auto* page = topPage<ViewDeviceManagement>(home);
              return page && !page->unPairedRows().isEmpty();
          }},
-        {QStringLiteral("device-detail"),
+        {QStringLiteral("25-device-detail"),
          onPage<ViewDeviceManagement>(home,
                                       [](ViewDeviceManagement& page) {
                                           if (!page.pairedRows().isEmpty())
                                               emit page.pairedRows().first()->clicked();
                                       }),
          800ms},
-        {QStringLiteral("device-name-edit"),
+        {QStringLiteral("26-device-name-edit"),
          onPage<ViewDeviceDetail>(home, [](ViewDeviceDetail& page) { page.actionEditName(); }),
          800ms},
         {QString(), [&home] { closePages(home); }, 300ms},

@@ -1,0 +1,206 @@
+// Global hot keys with real keys: the application grabs the shortcuts on a real X server,
+// xdotool types them through XTEST as a keyboard would, and the virtual desk says whether it
+// moves. A second X client checks which combinations the application holds.
+#include "X11AppTest.h"
+#include "protocol/CommandType.h"
+#include "session/DQGlobalKeyHelper.h"
+#include "session/DeskSession.h"
+#include "session/PresetKeys.h"
+#include "settings/ShortcutComboRowView.h"
+#include "settings/ShortcutSwitchRowView.h"
+#include "settings/ViewShortcutKeys.h"
+#include "store/CurrentDeviceStore.h"
+#include "store/DQDataSessionHelper.h"
+#include "store/Object_SystemSetting.h"
+#include "store/RecordDictionary.h"
+#include "widgets/OMSwitchButton.h"
+
+#include <QPushButton>
+#include <X11/keysym.h>
+#include <cstdlib>
+#include <xcb/xcb.h>
+#include <xcb/xcb_keysyms.h>
+
+namespace ostrel::test {
+namespace {
+
+// Another application on the same display, trying the keys for itself.
+class OtherClient {
+public:
+    OtherClient() : m_connection(xcb_connect(nullptr, nullptr)) {
+        m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
+    }
+    ~OtherClient() { xcb_disconnect(m_connection); }
+    xcb_window_t root() const { return m_root; }
+
+    // Whether the key could be grabbed with exactly these modifiers (no lock keys on).
+    bool grab(std::uint16_t modifiers, xcb_keysym_t keysym) {
+        xcb_key_symbols_t* symbols = xcb_key_symbols_alloc(m_connection);
+        xcb_keycode_t* codes = xcb_key_symbols_get_keycode(symbols, keysym);
+        xcb_generic_error_t* error = xcb_request_check(
+            m_connection, xcb_grab_key_checked(m_connection, 1, m_root, modifiers, codes[0],
+                                               XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+        const bool granted = error == nullptr;
+        std::free(codes);
+        xcb_key_symbols_free(symbols);
+        std::free(error);
+        return granted;
+    }
+    void releaseAll() {
+        xcb_ungrab_key(m_connection, XCB_GRAB_ANY, m_root, XCB_MOD_MASK_ANY);
+        xcb_flush(m_connection);
+    }
+
+private:
+    xcb_connection_t* m_connection;
+    xcb_window_t m_root;
+};
+
+constexpr std::uint16_t kShift = XCB_MOD_MASK_SHIFT;
+
+class GlobalKeysX11Test : public X11AppTest {
+protected:
+    static void storeShortcuts(const char* open) {
+        Object_SystemSetting setting;
+        setting.unit = "0";
+        setting.combinationopen = open;
+        DQDataSessionHelper::userSaveSystemSetting(toPropertyForm(setting));
+    }
+
+    static void type(const char* keys) { xdotool({QStringLiteral("key"), QLatin1String(keys)}); }
+
+    void expectMoving() {
+        EXPECT_TRUE(waitUntil([&] { return desk->isMoving(); }));
+    }
+    void expectStopped() {
+        EXPECT_TRUE(waitUntil([&] { return !desk->isMoving(); }));
+    }
+    // A few polls pass and the desk heard no key.
+    void expectNoKeyHeard() {
+        const int keys = desk->keyFramesReceived();
+        waitForPolls(6);
+        EXPECT_FALSE(desk->isMoving());
+        EXPECT_EQ(desk->keyFramesReceived(), keys);
+    }
+    // Moves the desk up by hot key until it is `tenths` higher, then stops it.
+    void raiseBy(int tenths) {
+        const int from = desk->heightTenths();
+        type("shift+Up");
+        ASSERT_TRUE(waitUntil([&] { return desk->heightTenths() >= from + tenths; }));
+        type("shift+Up");
+        expectStopped();
+    }
+
+    ViewShortcutKeys& openPanel() {
+        return *new ViewShortcutKeys(control()); // the screen owns its pages
+    }
+};
+
+TEST_F(GlobalKeysX11Test, ShiftUpTogglesAMovementAndTheOtherArrowStopsIt) {
+    run([&] {
+        storeShortcuts("1");
+        ASSERT_NO_FATAL_FAILURE(pairDesk());
+        const int start = desk->heightTenths();
+        type("shift+Up");
+        expectMoving();
+        // The user works in another application meanwhile, on purpose: the desk goes on.
+        xdotool({QStringLiteral("windowfocus"), QString::number(OtherClient().root())});
+        ASSERT_TRUE(waitUntil([&] { return desk->heightTenths() > start + 10; }));
+        EXPECT_TRUE(desk->isMoving());
+        type("shift+Up");
+        expectStopped();
+        waitForPolls(4);
+        EXPECT_FALSE(desk->isMoving()) << "stays stopped";
+
+        type("shift+Up");
+        expectMoving();
+        const int before = desk->heightTenths();
+        type("shift+Down"); // stops rather than reverses
+        expectStopped();
+        waitForPolls(4);
+        EXPECT_GE(desk->heightTenths(), before);
+        EXPECT_FALSE(desk->isMoving());
+    });
+}
+
+TEST_F(GlobalKeysX11Test, DigitsRecallSetPresetsAndIgnoreUnsetOnes) {
+    run([&] {
+        storeShortcuts("1");
+        ASSERT_NO_FATAL_FAILURE(pairDesk());
+        // The Sit preset stored the way the control screen stores it.
+        const int sitHeight = desk->heightTenths();
+        control()->session().presetKeys().actionSetMemoryKeyWithtype(command::kSitKey);
+        ASSERT_TRUE(waitUntil([&] {
+            return CurrentDeviceStore::load().memoryHeight.value_or("").starts_with(
+                std::to_string((sitHeight + 5) / 10) + ",");
+        }));
+        ASSERT_NO_FATAL_FAILURE(raiseBy(60));
+
+        type("shift+2"); // Stand is not set
+        expectNoKeyHeard();
+        type("shift+1");
+        expectMoving();
+        EXPECT_TRUE(waitUntil([&] { return std::abs(desk->heightTenths() - sitHeight) <= 5; }));
+    });
+}
+
+TEST_F(GlobalKeysX11Test, ChangingTheCombinationMovesTheGrabs) {
+    run([&] {
+        storeShortcuts("1");
+        ASSERT_NO_FATAL_FAILURE(pairDesk());
+        OtherClient other;
+        EXPECT_FALSE(other.grab(kShift, XK_Up)) << "the application holds Shift+Up";
+
+        openPanel().comboRow()->button(1)->click(); // Alt + Cmd
+        EXPECT_TRUE(other.grab(kShift, XK_Up)) << "Shift+Up was let go";
+        other.releaseAll();
+        type("shift+Up");
+        expectNoKeyHeard();
+
+        type("alt+super+Up");
+        expectMoving();
+        type("alt+super+Up");
+        expectStopped();
+    });
+}
+
+TEST_F(GlobalKeysX11Test, SwitchedOffNothingIsGrabbedAndQuittingFreesTheKeys) {
+    OtherClient other;
+    run(
+        [&] {
+            storeShortcuts("0");
+            ASSERT_NO_FATAL_FAILURE(pairDesk());
+            EXPECT_TRUE(other.grab(kShift, XK_Up));
+            EXPECT_TRUE(other.grab(kShift, XK_4));
+            other.releaseAll();
+            type("shift+Up");
+            expectNoKeyHeard();
+
+            openPanel().switchRow()->switchButton()->click();
+            EXPECT_FALSE(other.grab(kShift, XK_Up)) << "switched on: the keys are taken";
+            EXPECT_FALSE(other.grab(kShift | XCB_MOD_MASK_LOCK, XK_4)) << "with Caps Lock on too";
+            type("ctrl+q"); // quit as a user does
+        },
+        true);
+    EXPECT_TRUE(other.grab(kShift, XK_Up)) << "the application quit: the keys are free";
+    EXPECT_TRUE(other.grab(kShift, XK_1));
+}
+
+TEST_F(GlobalKeysX11Test, ThePanelNamesTheKeysAnotherApplicationHolds) {
+    OtherClient other;
+    ASSERT_TRUE(other.grab(kShift, XK_3));
+    run([&] {
+        storeShortcuts("1");
+        ASSERT_NO_FATAL_FAILURE(pairDesk());
+        EXPECT_EQ(DQGlobalKeyHelper::shareInstance().unavailableKeys(), QList<int>{20});
+        EXPECT_EQ(openPanel().notice(), "Another application already uses Shift + 3: these keys "
+                                        "do nothing here.");
+        type("shift+Up"); // the other keys work
+        expectMoving();
+        type("shift+Up");
+        expectStopped();
+    });
+}
+
+} // namespace
+} // namespace ostrel::test

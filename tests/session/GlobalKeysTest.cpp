@@ -1,0 +1,204 @@
+#include "FakeGlobalKeys.h"
+#include "SessionTestSupport.h"
+#include "core/NotificationCenter.h"
+#include "core/NotificationNames.h"
+#include "session/HotKeyMovement.h"
+
+#include <QDialog>
+
+namespace ostrel::test {
+namespace {
+
+class GlobalKeysTest : public SessionTest {
+protected:
+    void SetUp() override {
+        SessionTest::SetUp();
+        NotificationCenter::defaultCenter().addObserver(
+            &observer, QString::fromLatin1(notifications::kGlobalKeyPushName),
+            [this](const QVariant& name) { posted << name.toString(); });
+    }
+    void TearDown() override {
+        NotificationCenter::defaultCenter().removeObserver(&observer);
+        SessionTest::TearDown();
+    }
+
+    static void storeShortcuts(const char* open, const char* combination) {
+        Object_SystemSetting setting;
+        setting.unit = "0";
+        setting.combinationopen = open;
+        setting.combinationkey = combination;
+        DQDataSessionHelper::userSaveSystemSetting(toPropertyForm(setting));
+    }
+
+    // A linked desk and its control screen with the shortcuts on.
+    VirtualDesk& linkedControl(const char* presets = "0,0,0,0") {
+        storeShortcuts("1", "0");
+        VirtualDesk& desk = bindDesk({}, presets);
+        openControl();
+        return desk;
+    }
+
+    void press(int id) {
+        fake.keys->press(id);
+        scheduler.runDue();
+    }
+
+    static DQGlobalKeyHelper& helper() { return DQGlobalKeyHelper::shareInstance(); }
+    HotKeyMovement& movement() { return session().hotKeyMovement(); }
+
+    FakeGlobalKeysInstalled fake;
+    QObject observer;
+    QStringList posted;
+};
+
+constexpr int kUp = 126, kDown = 125, kOne = 18, kTwo = 19, kThree = 20, kFour = 21;
+
+TEST_F(GlobalKeysTest, RegistryTakesTheStoredCombinationAndNamesEachKey) {
+    storeShortcuts("0", "2");
+    helper().actionAddGlobalKey();
+    EXPECT_TRUE(fake.keys->calls.isEmpty()) << "switched off: nothing is taken";
+
+    const std::pair<const char*, int> combinations[] = {{"2", GlobalKeyBackend::kCtrlSuper},
+                                                        {"1", GlobalKeyBackend::kAltSuper},
+                                                        {"0", GlobalKeyBackend::kShift},
+                                                        {"7", GlobalKeyBackend::kShift}};
+    for (const auto& [stored, combination] : combinations) {
+        storeShortcuts("1", stored);
+        helper().actionAddGlobalKey();
+        EXPECT_EQ(fake.keys->calls.last(), QStringLiteral("grab %1").arg(combination)) << stored;
+    }
+    // Each registration first lets the previous keys go.
+    EXPECT_EQ(fake.keys->calls, QStringList({"grab 1", "release", "grab 2", "release", "grab 0",
+                                             "release", "grab 0"}));
+
+    for (int id : {kUp, kDown, kOne, kTwo, kThree, kFour, 17, 127})
+        fake.keys->press(id);
+    EXPECT_EQ(posted, QStringList({"GlobalKeyUp", "GlobalKeyDown", "GlobalKeyOne", "GlobalKeyTwo",
+                                   "GlobalKeyThree", "GlobalKeyFour"}));
+
+    helper().removeDeskGlobalHotKey();
+    EXPECT_FALSE(fake.keys->held);
+    EXPECT_FALSE(helper().isRegistered());
+}
+
+TEST_F(GlobalKeysTest, ArrowsToggleAMovementAndTheOtherArrowStopsIt) {
+    VirtualDesk& desk = linkedControl();
+    ASSERT_TRUE(fake.keys->held) << "the session takes the keys at start";
+    press(kUp);
+    EXPECT_EQ(DeskSession::commandType(), command::kUpKey);
+    advance(500ms);
+    EXPECT_TRUE(desk.isMoving());
+    press(kUp);
+    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
+    advance(300ms);
+    EXPECT_FALSE(desk.isMoving());
+
+    press(kUp);
+    press(kDown); // stops rather than reverses
+    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
+    EXPECT_FALSE(movement().isMoving());
+    press(kDown);
+    EXPECT_EQ(DeskSession::commandType(), command::kDownKey);
+}
+
+TEST_F(GlobalKeysTest, DigitsTapSetPresetsAndIgnoreUnsetOnesSilently) {
+    linkedControl("72,0,110,0");
+    press(kOne);
+    EXPECT_EQ(DeskSession::commandType(), command::kSitKey);
+    advance(700ms);
+    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
+
+    for (int unset : {kTwo, kFour}) {
+        press(unset);
+        EXPECT_EQ(DeskSession::commandType(), command::kNoKey) << unset;
+    }
+    EXPECT_EQ(toast(), QString()) << "no message for a user in another application";
+    press(kThree);
+    EXPECT_EQ(DeskSession::commandType(), command::kM1Key);
+    EXPECT_FALSE(movement().isMoving());
+}
+
+TEST_F(GlobalKeysTest, KeysDoNothingWithoutALinkedDesk) {
+    storeShortcuts("1", "0");
+    storeRecord("72,72,72,72");
+    alertAnswer = 0; // the no-link prompt stays open
+    openControl();
+    for (int id : {kUp, kDown, kOne})
+        press(id);
+    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
+    EXPECT_FALSE(movement().isMoving());
+}
+
+// The desk runs into its top end stop: the height stays put and the watchdog lets go.
+TEST_F(GlobalKeysTest, AMovementEndsByItselfAtTheEndStop) {
+    VirtualDesk& desk = linkedControl();
+    press(kUp);
+    for (int i = 0; i < 400 && movement().isMoving(); ++i)
+        advance(100ms);
+    EXPECT_FALSE(movement().isMoving());
+    EXPECT_EQ(desk.heightTenths(), desk.config().maxHeight);
+    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
+}
+
+TEST_F(GlobalKeysTest, KeysAreLetGoAtSessionEndAndASheetStopsTheMovement) {
+    linkedControl();
+    press(kDown);
+    QDialog sheet(control->window());
+    sheet.setWindowModality(Qt::WindowModal);
+    sheet.show();
+    EXPECT_EQ(DeskSession::commandType(), command::kNoKey) << "a sheet opened over the screen";
+    EXPECT_FALSE(movement().isMoving());
+    sheet.hide();
+
+    session().actionDeleteCurrentDeviceSetting();
+    EXPECT_FALSE(fake.keys->held);
+    EXPECT_FALSE(helper().isRegistered());
+}
+
+// Reports drive the watchdog; the session has no desk and every report is the test's own.
+class HotKeyWatchdogTest : public GlobalKeysTest {
+protected:
+    void SetUp() override {
+        GlobalKeysTest::SetUp();
+        alertAnswer = 0;
+        openControl();
+        movement().restartWatch();
+        movement().toggle(command::kUpKey);
+    }
+    void report(int height) {
+        handle().bluetoothResultHandle_HeightChange(height);
+        scheduler.runDue();
+    }
+};
+
+TEST_F(HotKeyWatchdogTest, StepsAtMostOnceASecondAndStopsWhenTheHeightStands) {
+    report(700);
+    advance(600ms);
+    report(700); // 0.6 s in: no step, although the height matches the one before
+    advance(500ms);
+    report(700); // 1.1 s in: the first step remembers 700
+    EXPECT_TRUE(movement().isMoving());
+    advance(900ms);
+    report(700); // 0.9 s after that step: none yet
+    EXPECT_TRUE(movement().isMoving());
+    advance(300ms);
+    report(700); // 1.2 s after: still 700, the desk stands
+    EXPECT_FALSE(movement().isMoving());
+    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
+}
+
+TEST_F(HotKeyWatchdogTest, SilenceOfTwoSecondsStopsButReportsKeepItGoing) {
+    for (int i = 1; i <= 10; ++i) { // five seconds of a desk on its way up
+        advance(500ms);
+        report(700 + 10 * i);
+    }
+    EXPECT_TRUE(movement().isMoving());
+    advance(1999ms); // two seconds without a report
+    EXPECT_EQ(DeskSession::commandType(), command::kUpKey);
+    advance(1ms);
+    EXPECT_FALSE(movement().isMoving());
+    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
+}
+
+} // namespace
+} // namespace ostrel::test

@@ -1,0 +1,108 @@
+// The Wayland path against a portal stand-in on a private session bus: the keys are bound in a
+// portal session with the chosen combination as the preferred trigger, the portal's Activated
+// signal becomes the key's notification, and letting go closes the session.
+#include "session/PortalGlobalKeys.h"
+
+#include "app/RealTimeWait.h"
+#include "core/NotificationCenter.h"
+#include "core/NotificationNames.h"
+#include "session/DQGlobalKeyHelper.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusInterface>
+#include <QDBusReply>
+#include <QProcess>
+#include <gtest/gtest.h>
+
+namespace ostrel::test {
+namespace {
+
+constexpr int kWaitMs = 5000;
+
+class PortalGlobalKeysTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(QDBusConnection::sessionBus().isConnected()) << "run under dbus-run-session";
+        NotificationCenter::defaultCenter().addObserver(
+            &observer, QString::fromLatin1(notifications::kGlobalKeyPushName),
+            [this](const QVariant& name) { posted << name.toString(); });
+    }
+    void TearDown() override {
+        DQGlobalKeyHelper::shareInstance().setBackend(nullptr);
+        NotificationCenter::defaultCenter().removeObserver(&observer);
+        standin.kill();
+        standin.waitForFinished();
+    }
+
+    void startStandin() {
+        standin.start(QStringLiteral(OSTREL_PORTAL_STANDIN), {});
+        ASSERT_TRUE(waitUntil(
+            [] {
+                return QDBusConnection::sessionBus().interface()->isServiceRegistered(
+                    QLatin1String(PortalGlobalKeys::kService));
+            },
+            kWaitMs));
+    }
+
+    QStringList ask(const char* method, const QString& argument = {}) {
+        QDBusInterface control(QLatin1String(PortalGlobalKeys::kService),
+                               QStringLiteral("/standin"),
+                               QStringLiteral("com.ostrel.test.PortalStandin"));
+        const QDBusReply<QStringList> reply = argument.isEmpty()
+                                                  ? control.call(QLatin1String(method))
+                                                  : control.call(QLatin1String(method), argument);
+        return reply.value();
+    }
+
+    bool waitForBindings(const QStringList& expected) {
+        return waitUntil([&] { return ask("Bindings") == expected; }, kWaitMs);
+    }
+
+    static QStringList bindings(const char* modifiers) {
+        QStringList lines;
+        for (const auto& key : GlobalKeyBackend::kKeys)
+            lines << QStringLiteral("%1 %2%3").arg(key.id).arg(QLatin1String(modifiers),
+                                                               QLatin1String(key.trigger));
+        return lines;
+    }
+
+    QProcess standin;
+    QObject observer;
+    QStringList posted;
+};
+
+TEST_F(PortalGlobalKeysTest, KeysAreBoundInAPortalSessionAndActivationsPostTheirNames) {
+    EXPECT_EQ(PortalGlobalKeys::create(), nullptr) << "no portal on the bus yet";
+    ASSERT_NO_FATAL_FAILURE(startStandin());
+    auto portal = PortalGlobalKeys::create();
+    ASSERT_NE(portal, nullptr);
+    DQGlobalKeyHelper& helper = DQGlobalKeyHelper::shareInstance();
+    helper.setBackend(std::move(portal));
+    EXPECT_TRUE(helper.isAvailable());
+
+    helper.addDeskGlobalHotKeyWithCombineKeyType(GlobalKeyBackend::kAltSuper);
+    ASSERT_TRUE(waitForBindings(bindings("ALT+LOGO+"))) << ask("Bindings").join(',').toStdString();
+    ask("Activate", QStringLiteral("126"));
+    ask("Activate", QStringLiteral("21"));
+    EXPECT_TRUE(waitUntil([&] { return posted.size() == 2; }, kWaitMs));
+    EXPECT_EQ(posted, QStringList({"GlobalKeyUp", "GlobalKeyFour"}));
+
+    // Another combination: a new session; the old one is closed.
+    helper.addDeskGlobalHotKeyWithCombineKeyType(GlobalKeyBackend::kCtrlSuper);
+    EXPECT_TRUE(waitForBindings(bindings("CTRL+LOGO+")));
+    EXPECT_EQ(ask("Closed").size(), 1);
+
+    helper.removeDeskGlobalHotKey();
+    EXPECT_TRUE(waitUntil([&] { return ask("Closed").size() == 2; }, kWaitMs));
+    ask("Activate", QStringLiteral("126")); // in the closed session: heard by nobody
+
+    helper.addDeskGlobalHotKeyWithCombineKeyType(GlobalKeyBackend::kShift);
+    EXPECT_TRUE(waitForBindings(bindings("SHIFT+")));
+    ask("Activate", QStringLiteral("18"));
+    EXPECT_TRUE(waitUntil([&] { return posted.size() >= 3; }, kWaitMs));
+    EXPECT_EQ(posted, QStringList({"GlobalKeyUp", "GlobalKeyFour", "GlobalKeyOne"}));
+}
+
+} // namespace
+} // namespace ostrel::test
