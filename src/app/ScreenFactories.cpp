@@ -33,15 +33,14 @@ void ScreenFactories::registerAll() {
         SettingsNavigation::attach(*control);
         return control;
     });
-    SettingsPages::instance().registerPage(
-        SettingsPages::Page::SitStand,
-        [](DeskControlVC* father) { return new ViewSitStand(father); });
-    SettingsPages::instance().registerPage(SettingsPages::Page::Device, &DevicePages::create);
-        SettingsPages::Page::Shortcuts,
-        [](DeskControlVC* fatherVC) -> QWidget* {
-        return new ViewShortcutKeys(fatherVC); });
-        ViewSystemSetting::setHotKeyRemover(
-            [] { SystemServices::instance().removeDeskGlobalHotKey(); });
+    SettingsPages& pages = SettingsPages::instance();
+    pages.registerPage(SettingsPages::Page::SitStand,
+                       [](DeskControlVC* father) { return new ViewSitStand(father); });
+    pages.registerPage(SettingsPages::Page::Device, &DevicePages::create);
+    pages.registerPage(SettingsPages::Page::Shortcuts,
+                       [](DeskControlVC* father) { return new ViewShortcutKeys(father); });
+    ViewSystemSetting::setHotKeyRemover(
+        [] { SystemServices::instance().removeDeskGlobalHotKey(); });
 }
 
 } // namespace ostrel
