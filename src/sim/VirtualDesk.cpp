@@ -1,13 +1,14 @@
 #include "sim/VirtualDesk.h"
 
 #include "core/Scheduler.h"
-#include "protocol/BluetoothProtocol.h"
 #include "protocol/BluetoothResultHandle.h"
-#include "protocol/CRC16.h"
 #include "protocol/FrameSplitter.h"
 #include "protocol/FrameType.h"
+#include "sim/DeskFrames.h"
+#include "sim/DeskMemory.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 using namespace std::chrono_literals;
@@ -26,7 +27,6 @@ constexpr int kDownKey = 0x02;
 constexpr int kMemorySetKey = 0x20;
 constexpr std::array<int, 4> kMemoryKeys{0x04, 0x08, 0x10, 0x100};
 
-constexpr auto kMemorySetWindow = 5s;
 constexpr auto kPowerOnShown = 1s;
 constexpr int kHighestError = 37;
 constexpr int kObstacleBackOff = 20; // tenths of a cm
@@ -34,18 +34,6 @@ constexpr double kCmPerInch = 2.54;
 
 // Head, length, type, two CRC bytes and foot around every payload.
 constexpr std::size_t kEnvelopeSize = 6;
-
-Bytes deskFrame(std::uint8_t type, const Bytes& payload) {
-    Bytes body(payload.size() + 2);
-    body[0] = static_cast<std::uint8_t>(payload.size() + 4); // counts type, payload and CRC
-    body[1] = type;
-    std::copy(payload.begin(), payload.end(), body.begin() + 2);
-    return BluetoothProtocol::appendHeadAndFoot(CRC16::appendCRC16(body));
-}
-
-std::uint8_t byteAt(int value, int index) {
-    return static_cast<std::uint8_t>((value >> (8 * index)) & 0xFF);
-}
 
 int memorySlot(int keys) {
     const auto* found = std::find(kMemoryKeys.begin(), kMemoryKeys.end(), keys);
@@ -58,8 +46,8 @@ VirtualDesk::VirtualDesk(VirtualDeskConfig config, QObject* parent)
     : QObject(parent), m_config(std::move(config)),
       m_motor(m_config.speedCmPerSecond, m_config.minHeight, m_config.maxHeight,
               m_config.startHeight),
-      m_splitter(std::make_unique<FrameSplitter>()), m_sensitivity(m_config.sensitivity),
-      m_thickness(m_config.tableThickness) {
+      m_splitter(std::make_unique<FrameSplitter>()), m_memory(new DeskMemory(this)),
+      m_sensitivity(m_config.sensitivity), m_thickness(m_config.tableThickness) {
     // A zero period would make the poll timer spin.
     m_config.pollPeriod = std::max(m_config.pollPeriod, std::chrono::milliseconds(1));
 }
@@ -125,7 +113,7 @@ void VirtualDesk::tick() {
     if (m_heldKeys != kNoKey && silence >= 2 * m_config.pollPeriod)
         handleKeys(kNoKey);
     if (m_subscribed) {
-        send(deskFrame(kPollFrame, {}));
+        send(DeskFrames::poll());
         sendDisplay();
     }
     updateTicking();
@@ -147,8 +135,7 @@ void VirtualDesk::sendDisplay() {
         m_announcePowerOn = false;
         m_powerOnShownUntil = Scheduler::instance().now() + kPowerOnShown;
     }
-    const SegmentCodes codes = currentDisplay();
-    send(deskFrame(kDisplayFrame, Bytes(codes.begin(), codes.end())));
+    send(DeskFrames::display(currentDisplay()));
 }
 
 SegmentCodes VirtualDesk::currentDisplay() const {
@@ -162,39 +149,26 @@ SegmentCodes VirtualDesk::currentDisplay() const {
         return SegmentDisplay::kChildLock;
     if (Scheduler::instance().now() < m_powerOnShownUntil)
         return SegmentDisplay::kPowerOn;
-    if (m_memorySetMode)
+    if (m_memory->isSetMode())
         return SegmentDisplay::kMemorySet;
     return SegmentDisplay::height(toDisplayUnit(heightTenths()));
 }
 
 // Limits always go out in tenths of a cm; the unit byte tells how the display counts.
 void VirtualDesk::sendDeviceInfo() {
-    const int maxHeight = m_motor.maxHeight();
-    const int minHeight = m_motor.minHeight();
-    const Bytes payload{
-        static_cast<std::uint8_t>(m_config.inchDisplay ? 1 : 0),
-        byteAt(maxHeight, 0),
-        byteAt(maxHeight, 1),
-        byteAt(minHeight, 0),
-        byteAt(minHeight, 1),
-        byteAt(m_sensitivity, 0),
-        static_cast<std::uint8_t>(m_config.supportChildLock ? 1 : 0),
-        0,
-        0,
-        0,
-        0,
-        byteAt(m_thickness, 0),
-    };
-    sendSoon(deskFrame(kDeviceInfoFrame, payload));
+    sendSoon(DeskFrames::deviceInfo({.inchDisplay = m_config.inchDisplay,
+                                     .maxHeight = m_motor.maxHeight(),
+                                     .minHeight = m_motor.minHeight(),
+                                     .sensitivity = m_sensitivity,
+                                     .supportChildLock = m_config.supportChildLock,
+                                     .tableThickness = m_thickness}));
     // The strip's state follows, so a host learns that the desk has one.
     if (m_config.hasLightStrip)
         sendLightStrip();
 }
 
 void VirtualDesk::sendLightStrip() {
-    const Bytes payload{byteAt(m_light.switchStatus, 0), byteAt(m_light.mode, 0),
-                        byteAt(m_light.green, 0), byteAt(m_light.red, 0), byteAt(m_light.blue, 0)};
-    sendSoon(deskFrame(kLightStripFrame, payload));
+    sendSoon(DeskFrames::lightStrip(m_light));
 }
 
 // ---- Host frames ----
@@ -281,15 +255,14 @@ void VirtualDesk::handleKeyPress(int keys) {
     }
     const int slot = memorySlot(keys);
     if (keys == kMemorySetKey) {
-        enterMemorySet();
-    } else if (slot >= 0 && m_memorySetMode) {
-        m_memory[static_cast<std::size_t>(slot)] = heightTenths();
-        leaveMemorySet();
+        m_memory->enterSetMode();
+    } else if (slot >= 0 && m_memory->isSetMode()) {
+        m_memory->store(slot, heightTenths());
     } else if (slot >= 0) {
-        if (m_memory[static_cast<std::size_t>(slot)] > 0)
-            moveTo(m_memory[static_cast<std::size_t>(slot)]);
+        if (m_memory->height(slot) > 0)
+            moveTo(m_memory->height(slot));
     } else {
-        leaveMemorySet();
+        m_memory->leaveSetMode();
     }
 }
 
@@ -319,23 +292,11 @@ bool VirtualDesk::keysBlocked() const {
     return m_error != 0 || m_childLock || m_slideDown;
 }
 
-void VirtualDesk::enterMemorySet() {
-    m_memorySetMode = true;
-    m_memorySetTimeout.cancel();
-    m_memorySetTimeout =
-        Scheduler::instance().after(kMemorySetWindow, this, [this] { m_memorySetMode = false; });
-}
-
-void VirtualDesk::leaveMemorySet() {
-    m_memorySetMode = false;
-    m_memorySetTimeout.cancel();
-}
-
 // Holding Down at the bottom completes a reset; the controller forgets its presets with it.
 void VirtualDesk::finishResetAtBottom() {
     if (m_resetNeeded && m_heldKeys == kDownKey && heightTenths() <= m_motor.minHeight()) {
         m_resetNeeded = false;
-        m_memory.fill(0);
+        m_memory->clear();
     }
 }
 
@@ -377,7 +338,7 @@ void VirtualDesk::setSlideDown(bool sliding) {
 void VirtualDesk::applyFault(bool raised) {
     if (raised) {
         m_motor.stop();
-        leaveMemorySet();
+        m_memory->leaveSetMode();
     }
     applyHeldKey();
 }
@@ -388,10 +349,9 @@ void VirtualDesk::setPowered(bool powered) {
     if (powered) {
         m_announcePowerOn = true;
     } else {
-        send(deskFrame(kDisplayFrame,
-                       Bytes(SegmentDisplay::kPowerOff.begin(), SegmentDisplay::kPowerOff.end())));
+        send(DeskFrames::display(SegmentDisplay::kPowerOff));
         m_motor.stop();
-        leaveMemorySet();
+        m_memory->leaveSetMode();
     }
     setReachable(powered, m_inRange);
 }

@@ -2,18 +2,19 @@
 
 #include "core/TimerHandle.h"
 #include "protocol/Bytes.h"
+#include "sim/DeskFrames.h"
 #include "sim/DeskMotor.h"
 #include "sim/SegmentDisplay.h"
 
 #include <QObject>
 #include <QString>
-#include <array>
 #include <chrono>
 #include <memory>
 #include <string>
 
 namespace ostrel {
 
+class DeskMemory;
 class FrameSplitter;
 
 struct VirtualDeskConfig {
@@ -46,13 +47,7 @@ struct VirtualDeskConfig {
 class VirtualDesk : public QObject {
     Q_OBJECT
 public:
-    struct LightStrip {
-        int switchStatus = 0;
-        int mode = 1;
-        int red = 0xFF;
-        int green = 0xFF;
-        int blue = 0xFF;
-    };
+    using LightStrip = DeskLightStrip;
 
     explicit VirtualDesk(VirtualDeskConfig config = {}, QObject* parent = nullptr);
     ~VirtualDesk() override;
@@ -106,8 +101,6 @@ signals:
     void linkDropped();
 
 private:
-    static constexpr int kMemorySlots = 4;
-
     void tick();
     void updateTicking();
     void send(const Bytes& frame);
@@ -126,8 +119,6 @@ private:
     void setLight(const Bytes& payload);
     bool keysBlocked() const;
     void applyFault(bool raised);
-    void enterMemorySet();
-    void leaveMemorySet();
     void finishResetAtBottom();
     void setReachable(bool powered, bool inRange);
     void endLink();
@@ -149,9 +140,7 @@ private:
     std::chrono::milliseconds m_lastKeysAt{};
     bool m_latched = false; // a press was consumed; held keys count again after a release
 
-    bool m_memorySetMode = false;
-    TimerHandle m_memorySetTimeout;
-    std::array<int, kMemorySlots> m_memory{}; // tenths of a cm, 0 = empty
+    DeskMemory* m_memory;
 
     int m_error = 0;
     bool m_childLock = false;
