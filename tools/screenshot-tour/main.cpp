@@ -1,6 +1,7 @@
 // Shows every screen of the home window on the demo desks, one after another, and saves a
 // picture of what is on the display after each: screenshot-tour --lang en|zh-Hans --out DIR.
 // Run it on a real X server (tools/screenshots.sh starts one).
+#include "Tour.h"
 #include "app/AppDelegate.h"
 #include "app/DemoDesks.h"
 #include "app/HomeErrorVC.h"
@@ -38,10 +39,8 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QLineEdit>
-#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QScreen>
 #include <QSettings>
 #include <QTest>
 #include <algorithm>
@@ -52,81 +51,6 @@ using namespace ostrel;
 using namespace std::chrono_literals;
 
 namespace {
-
-// One step of the tour: do something, give the screen time to settle, take a picture.
-// One step of the tour: do something, wait until the screen is ready (the machine may be busy),
-// give it time to settle, take a picture (unless the step has no name).
-struct Step {
-    QString name;
-    std::function<void()> action;
-    Scheduler::Duration settle;
-    std::function<bool()> ready = [] { return true; };
-};
-
-constexpr Scheduler::Duration kPollInterval{100};
-constexpr int kMaxPolls = 200;
-
-class Tour {
-public:
-    Tour(QString outDir, AppDelegate& delegate, DemoDesks& demo)
-        : m_outDir(std::move(outDir)), m_delegate(delegate), m_demo(demo) {}
-
-    void run(std::deque<Step> steps) {
-        m_steps = std::move(steps);
-        next();
-    }
-
-    OMBaseModalWindow& home() { return *m_delegate.modalWindow(); }
-    DemoDesks& demo() { return m_demo; }
-
-private:
-    void next() {
-        if (m_steps.empty()) {
-            QApplication::quit();
-            return;
-        }
-        Step step = std::move(m_steps.front());
-        m_steps.pop_front();
-        if (step.action)
-            step.action();
-        whenReady(std::move(step), kMaxPolls);
-    }
-
-    void whenReady(Step step, int pollsLeft) {
-        if (!step.ready() && pollsLeft > 0) {
-            Scheduler::instance().after(kPollInterval, nullptr, [this, step, pollsLeft] {
-                whenReady(step, pollsLeft - 1);
-            });
-            return;
-        }
-        if (pollsLeft == 0)
-            qWarning("step %s: not ready in time", qPrintable(step.name));
-        Scheduler::instance().after(step.settle, nullptr, [this, name = step.name] {
-            if (!name.isEmpty())
-                shoot(name);
-            next();
-        });
-    }
-
-    // What the display shows over every visible window of the application.
-    void shoot(const QString& name) const {
-        QRect area;
-        for (const QWidget* window : QApplication::topLevelWidgets()) {
-            if (window->isVisible() && !qobject_cast<const QMenu*>(window))
-                area = area.united(window->frameGeometry());
-        }
-        QScreen* screen = QGuiApplication::primaryScreen();
-        const QString path = QDir(m_outDir).filePath(name + QStringLiteral(".png"));
-        const bool saved =
-            screen->grabWindow(0, area.x(), area.y(), area.width(), area.height()).save(path);
-        qInfo("%s %s", saved ? "saved" : "FAILED", qPrintable(path));
-    }
-
-    QString m_outDir;
-    AppDelegate& m_delegate;
-    DemoDesks& m_demo;
-    std::deque<Step> m_steps;
-};
 
 void clickFirstDesk(QWidget& home) {
     if (auto* row = home.findChild<DeskSearchRowView*>())
@@ -203,16 +127,18 @@ std::function<void()> backThen(QWidget& home, std::function<void(Page&)> action)
     };
 }
 
+// Opens the settings menu from the control screen, with no other window in the way.
+std::function<void()> openSettingsMenu(QWidget& home) {
+    return onControl(home, [&home](DeskControlVC& control) {
+        closeWindowsExceptHome(home);
+        emit control.settingsRequested();
+    });
+}
+
 // The settings pages, each reached the way a user reaches it.
 std::deque<Step> settingsSteps(QWidget& home) {
     return {
-        {QStringLiteral("6-settings-menu"),
-         onControl(home,
-                   [&home](DeskControlVC& control) {
-                       closeWindowsExceptHome(home);
-                       emit control.settingsRequested();
-                   }),
-         800ms},
+        {QStringLiteral("6-settings-menu"), openSettingsMenu(home), 800ms},
         {QStringLiteral("7-system-settings"),
          onPage<ViewSetting>(home, [](ViewSetting& menu) { menu.actionPushToSysSetting(); }),
          800ms},
@@ -289,13 +215,7 @@ void endCountdownSoon() {
 std::deque<Step> reminderSteps(QWidget& home) {
     const auto alertShown = [] { return NotificationAlert::current() != nullptr; };
     return {
-        {QString(),
-         onControl(home,
-                   [&home](DeskControlVC& control) {
-                       closeWindowsExceptHome(home);
-                       emit control.settingsRequested();
-                   }),
-         800ms},
+        {QString(), openSettingsMenu(home), 800ms},
         {QStringLiteral("18-sit-stand"),
          onPage<ViewSetting>(home,
                              [&home](ViewSetting& menu) {
@@ -355,13 +275,7 @@ std::deque<Step> reminderSteps(QWidget& home) {
 // details, and its rename page.
 std::deque<Step> deviceSteps(QWidget& home) {
     return {
-        {QString(),
-         onControl(home,
-                   [&home](DeskControlVC& control) {
-                       closeWindowsExceptHome(home);
-                       emit control.settingsRequested();
-                   }),
-         500ms},
+        {QString(), openSettingsMenu(home), 500ms},
         {QStringLiteral("24-device-management"),
          onPage<ViewSetting>(home, [](ViewSetting& menu) { menu.actionPushToDevice(); }), 800ms,
          [&home] {
