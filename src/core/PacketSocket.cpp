@@ -42,8 +42,8 @@ int PacketSocket::send(const QByteArray& packet) {
     return sent == packet.size() ? 0 : (sent < 0 ? errno : EMSGSIZE);
 }
 
-void PacketSocket::refuse() {
-    ::shutdown(m_descriptor, SHUT_RD);
+void PacketSocket::setReading(bool reading) {
+    m_notifier->setEnabled(reading);
 }
 
 void PacketSocket::readable() {

@@ -25,8 +25,9 @@ public:
     int descriptor() const { return m_descriptor; }
     // Sends one packet without blocking; 0, or the errno of the failure.
     int send(const QByteArray& packet);
-    // Stops taking packets from the other end, whose sends fail from then on.
-    void refuse();
+    // Stops or resumes taking packets. While stopped, they queue up and the other end's sends
+    // fail with EAGAIN once the queue is full; a hang-up goes unnoticed until reading resumes.
+    void setReading(bool reading);
 
 signals:
     void received(const QByteArray& packet);

@@ -34,8 +34,9 @@ QDBusMessage bluezCall(const QString& path, const char* interface, const char* m
 QString devicePathOf(const Objects& objects, const QString& address) {
     for (auto it = objects.begin(); it != objects.end(); ++it) {
         const QVariantMap device = it.value().value(text(kDevice));
-        if (device.value(QStringLiteral("Address")).toString().compare(address,
-                                                                       Qt::CaseInsensitive) == 0)
+        if (device.value(QStringLiteral("Address"))
+                .toString()
+                .compare(address, Qt::CaseInsensitive) == 0)
             return it.key().path();
     }
     return {};
@@ -51,11 +52,10 @@ BluezDataPath::~BluezDataPath() = default;
 void BluezDataPath::callWithReply(const QDBusMessage& call,
                                   std::function<void(const QDBusMessage&)> reply) {
     auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this,
-            [watcher, reply = std::move(reply)] {
-                watcher->deleteLater();
-                reply(watcher->reply());
-            });
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, reply = std::move(reply)] {
+        watcher->deleteLater();
+        reply(watcher->reply());
+    });
 }
 
 void BluezDataPath::resolve(std::function<void()> done) {
@@ -67,10 +67,11 @@ void BluezDataPath::resolve(std::function<void()> done) {
     if (m_resolution == Resolution::Running)
         return;
     m_resolution = Resolution::Running;
-    callWithReply(QDBusMessage::createMethodCall(text(kService), QStringLiteral("/"),
-                                                 QStringLiteral("org.freedesktop.DBus.ObjectManager"),
-                                                 QStringLiteral("GetManagedObjects")),
-                  [this](const QDBusMessage& reply) { objectsArrived(reply); });
+    callWithReply(
+        QDBusMessage::createMethodCall(text(kService), QStringLiteral("/"),
+                                       QStringLiteral("org.freedesktop.DBus.ObjectManager"),
+                                       QStringLiteral("GetManagedObjects")),
+        [this](const QDBusMessage& reply) { objectsArrived(reply); });
 }
 
 void BluezDataPath::objectsArrived(const QDBusMessage& reply) {
@@ -85,13 +86,17 @@ void BluezDataPath::objectsArrived(const QDBusMessage& reply) {
         if (!path.startsWith(device + u'/') || characteristic == it.value().constEnd())
             continue;
         const QVariantMap& properties = *characteristic;
-        const QString service = qvariant_cast<QDBusObjectPath>(properties.value(QStringLiteral("Service"))).path();
+        const QString service =
+            qvariant_cast<QDBusObjectPath>(properties.value(QStringLiteral("Service"))).path();
         Route route;
         route.objectPath = path;
-        route.gatt = {m_address,
-                      BluetoothUuid::normalized(
-                          objects.value(QDBusObjectPath(service)).value(text(kGattService)).value(QStringLiteral("UUID")).toString()),
-                      BluetoothUuid::normalized(properties.value(QStringLiteral("UUID")).toString())};
+        route.gatt = {
+            m_address,
+            BluetoothUuid::normalized(objects.value(QDBusObjectPath(service))
+                                          .value(text(kGattService))
+                                          .value(QStringLiteral("UUID"))
+                                          .toString()),
+            BluetoothUuid::normalized(properties.value(QStringLiteral("UUID")).toString())};
         route.notifyOffered = properties.contains(QStringLiteral("NotifyAcquired"));
         route.writeOffered = properties.contains(QStringLiteral("WriteAcquired")) &&
                              properties.value(QStringLiteral("Flags"))
@@ -121,10 +126,9 @@ void BluezDataPath::acquire(Route& route, bool notify) {
         route.notifyAcquiring = true;
     else
         ++m_acquiring;
-    callWithReply(call, [this, characteristic = route.gatt.characteristic,
-                         notify](const QDBusMessage& reply) {
-        acquired(characteristic, notify, reply);
-    });
+    callWithReply(call,
+                  [this, characteristic = route.gatt.characteristic,
+                   notify](const QDBusMessage& reply) { acquired(characteristic, notify, reply); });
 }
 
 PacketSocket* BluezDataPath::adopt(const QDBusMessage& reply) {
@@ -180,12 +184,10 @@ OptionalError BluezDataPath::write(const QString& characteristic, const QByteArr
         return BluetoothError{0, QStringLiteral("the characteristic is not available")};
     // Pieces are never longer than the smallest MTU carries, so any fits the socket.
     if (found->writeSocket) {
-        if (found->writeSocket->send(value) == 0)
-            return std::nullopt;
-        // BlueZ took nothing: report it, and leave the socket for WriteValue, which says why.
-        Route& route = m_routes[characteristic];
-        dropSocket(route.writeSocket);
-        return BluetoothError{0, QStringLiteral("the characteristic write failed")};
+        // A full socket means BlueZ is not taking writes; a closed one hangs up as well.
+        if (found->writeSocket->send(value) != 0)
+            return BluetoothError{0, QStringLiteral("the characteristic write failed")};
+        return std::nullopt;
     }
     QDBusMessage call = bluezCall(found->objectPath, kCharacteristic, "WriteValue");
     call << value << QVariantMap{{QStringLiteral("type"), QStringLiteral("command")}};

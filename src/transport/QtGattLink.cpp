@@ -92,10 +92,11 @@ void QtGattLink::watchDataPath() {
     // BlueZ would not hand the socket out after all: QtBluetooth subscribes instead.
     connect(m_dataPath, &BluezDataPath::notifyRefused, this,
             [this](const GattPath& path) { setNotifyValue(path, true); });
-    connect(m_dataPath, &BluezDataPath::writeRefused, this,
-            [this](const GattPath& path, const QString& message) {
-                report([&](auto& d) { d.peripheralDidFailToWrite(path, BluetoothError{0, message}); });
-            });
+    connect(
+        m_dataPath, &BluezDataPath::writeRefused, this,
+        [this](const GattPath& path, const QString& message) {
+            report([&](auto& d) { d.peripheralDidFailToWrite(path, BluetoothError{0, message}); });
+        });
 }
 
 QLowEnergyService* QtGattLink::serviceAt(const QString& service) const {
@@ -172,28 +173,29 @@ void QtGattLink::watchValues(QLowEnergyService* service, const QString& serviceU
 }
 
 void QtGattLink::watchDescriptors(QLowEnergyService* service, const QString& serviceUuid) {
-    connect(service, &QLowEnergyService::descriptorRead, this,
-            [this, serviceUuid, service](const QLowEnergyDescriptor& descriptor,
-                                         const QByteArray& value) {
-                const GattPath path{m_identifier, serviceUuid, characteristicOf(service, descriptor)};
-                report([&](auto& d) {
-                    d.peripheralDidReadDescriptor(path, uuidText(descriptor.uuid()), toBytes(value),
-                                                  std::nullopt);
-                });
+    connect(
+        service, &QLowEnergyService::descriptorRead, this,
+        [this, serviceUuid, service](const QLowEnergyDescriptor& descriptor,
+                                     const QByteArray& value) {
+            const GattPath path{m_identifier, serviceUuid, characteristicOf(service, descriptor)};
+            report([&](auto& d) {
+                d.peripheralDidReadDescriptor(path, uuidText(descriptor.uuid()), toBytes(value),
+                                              std::nullopt);
             });
-    connect(service, &QLowEnergyService::descriptorWritten, this,
-            [this, serviceUuid, service](const QLowEnergyDescriptor& descriptor,
-                                         const QByteArray& value) {
-                const GattPath path{m_identifier, serviceUuid, characteristicOf(service, descriptor)};
-                report([&](auto& d) {
-                    if (descriptor.uuid() == kClientConfiguration)
-                        d.peripheralDidUpdateNotificationState(
-                            path, value != QByteArray::fromHex("0000"), std::nullopt);
-                    else
-                        d.peripheralDidWriteDescriptor(path, uuidText(descriptor.uuid()),
-                                                       std::nullopt);
-                });
+        });
+    connect(
+        service, &QLowEnergyService::descriptorWritten, this,
+        [this, serviceUuid, service](const QLowEnergyDescriptor& descriptor,
+                                     const QByteArray& value) {
+            const GattPath path{m_identifier, serviceUuid, characteristicOf(service, descriptor)};
+            report([&](auto& d) {
+                if (descriptor.uuid() == kClientConfiguration)
+                    d.peripheralDidUpdateNotificationState(
+                        path, value != QByteArray::fromHex("0000"), std::nullopt);
+                else
+                    d.peripheralDidWriteDescriptor(path, uuidText(descriptor.uuid()), std::nullopt);
             });
+        });
 }
 
 void QtGattLink::discoverCharacteristics(const QString& service) {

@@ -4,14 +4,13 @@
 #include "BluezAccess.h"
 #include "QtGattLink.h"
 
-#include <QDBusConnection>
 #include <QBluetoothDeviceDiscoveryAgent>
 #include <QBluetoothLocalDevice>
+#include <QDBusConnection>
 #include <QLowEnergyController>
 #include <QMetaObject>
 
 namespace ostrel {
-
 
 QtPlatformCentral::QtPlatformCentral(QObject* parent) : PlatformCentral(parent) {
     m_local = new QBluetoothLocalDevice(this);
@@ -191,8 +190,8 @@ void QtPlatformCentral::watchController(const QString& identifier,
     connect(m_links[identifier].gatt, &QtGattLink::linkLost, this, [this, identifier, controller] {
         const bool ours = m_links.value(identifier).state == PeripheralDisconnecting;
         controller->disconnectFromDevice();
-        closeLink(identifier, ours ? OptionalError()
-                                   : BluetoothError{0, QStringLiteral("the link was lost")});
+        closeLink(identifier,
+                  ours ? OptionalError() : BluetoothError{0, QStringLiteral("the link was lost")});
     });
 }
 

@@ -365,16 +365,15 @@ QDBusMessage StandinDesk::acquire(const Characteristic& characteristic,
     } else {
         connect(m_writeSocket, &PacketSocket::received, this, &StandinDesk::hostWrote);
         connect(m_writeSocket, &PacketSocket::hungUp, this, [this] { releaseAcquired(false); });
-        if (m_writeError)
-            m_writeSocket->refuse();
+        m_writeSocket->setReading(!m_writeError);
     }
-    emit propertiesChanged(characteristic.path, QString::fromLatin1(bluez::kCharacteristicInterface),
-                           {{QString::fromLatin1(notify ? kNotifyAcquired : kWriteAcquired), true}});
+    emit propertiesChanged(
+        characteristic.path, QString::fromLatin1(bluez::kCharacteristicInterface),
+        {{QString::fromLatin1(notify ? kNotifyAcquired : kWriteAcquired), true}});
     return reply;
 }
 
-QDBusMessage StandinDesk::handOutSocket(const QDBusMessage& message,
-                                        QPointer<PacketSocket>& kept) {
+QDBusMessage StandinDesk::handOutSocket(const QDBusMessage& message, QPointer<PacketSocket>& kept) {
     const auto [ours, theirs] = PacketSocket::createPair();
     if (ours < 0)
         return failure(message, bluez::kErrorFailed, QStringLiteral("Operation failed"));
@@ -391,9 +390,9 @@ void StandinDesk::releaseAcquired(bool notify) {
     if (notify)
         setNotifying(false);
     const Characteristic* characteristic = notify ? notifyCharacteristic() : writeCharacteristic();
-    emit propertiesChanged(characteristic->path,
-                           QString::fromLatin1(bluez::kCharacteristicInterface),
-                           {{QString::fromLatin1(notify ? kNotifyAcquired : kWriteAcquired), false}});
+    emit propertiesChanged(
+        characteristic->path, QString::fromLatin1(bluez::kCharacteristicInterface),
+        {{QString::fromLatin1(notify ? kNotifyAcquired : kWriteAcquired), false}});
 }
 
 void StandinDesk::dropSocket(QPointer<PacketSocket>& socket) {
@@ -413,8 +412,9 @@ void StandinDesk::hangUpSockets() {
 
 void StandinDesk::setWriteError(bool failing) {
     m_writeError = failing;
-    if (failing && m_writeSocket)
-        m_writeSocket->refuse();
+    // A stack that takes no writes: the socket fills up and the host's sends fail.
+    if (m_writeSocket)
+        m_writeSocket->setReading(!failing);
 }
 
 void StandinDesk::hostWrote(const QByteArray& value) {

@@ -52,7 +52,7 @@ public:
     void dropLink();
     // Closes the acquired sockets while the link stays up on the bus.
     void hangUpSockets();
-    // WriteValue is refused, and so is what the host sends over an acquired write socket.
+    // WriteValue is refused, and an acquired write socket is no longer read.
     void setWriteError(bool failing);
     // Whether links set up from now on offer AcquireNotify and AcquireWrite.
     void setAcquireOffered(bool offered) { m_acquireOffered = offered; }

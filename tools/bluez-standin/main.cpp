@@ -39,9 +39,8 @@ int main(int argc, char** argv) {
         QStringLiteral("Offer no AcquireNotify/AcquireWrite sockets, as an older bluetoothd."));
     const QCommandLineOption parentOption(QStringLiteral("die-with-parent"),
                                           QStringLiteral("Exit when the starting process ends."));
-    parser.addOptions(
-        {busOption, deskOption, pollOption, advertisingOption, offOption, noAcquireOption,
-                       parentOption});
+    parser.addOptions({busOption, deskOption, pollOption, advertisingOption, offOption,
+                       noAcquireOption, parentOption});
     parser.process(app);
 
     if (parser.isSet(parentOption))
