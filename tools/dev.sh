@@ -19,6 +19,7 @@ packages=(
     dbus dbus-daemon xvfb xauth xdotool libxcb1-dev
     qt6-wayland fonts-droid-fallback
     dpkg-dev file lintian desktop-file-utils appstream
+    python3-bleak
 )
 
 install_missing() {
