@@ -6,7 +6,8 @@
 # poll-to-answer as the stand-in sees it (from the poll leaving the desk to the answer arriving).
 #   bash bench/poll-path.sh
 # POLLS (default 1200: one minute) sets how many answered polls each run counts, after a
-# warm-up; PERF_DIR, when set, records a perf profile of each application run there.
+# warm-up; PERF_DIR, when set, records a perf profile of each application run there;
+# COMPARE_WITH, an application binary (an older build), adds a run of it first.
 # Set BUILD_DIR to build elsewhere (default: build/ in the checkout).
 set -euo pipefail
 
@@ -38,7 +39,7 @@ hz=$(getconf CLK_TCK)
 cpu_ticks() { awk '{ print $14 + $15 }' "/proc/$1/stat"; } # utime + stime
 rss_mib() { awk '/^VmRSS:/ { printf "%.0f", $2 / 1024 }' "/proc/$1/status"; }
 x_server=$(for pid in $(pgrep -x Xvfb); do
-    tr '\0' ' ' <"/proc/$pid/cmdline" | grep -q " ${DISPLAY} " && echo "$pid"
+    tr '\0' '\n' <"/proc/$pid/cmdline" | grep -qx "$DISPLAY" && echo "$pid"
 done | head -1)
 
 # Microseconds from each poll to its answer on the current link, one a line.
@@ -46,6 +47,17 @@ round_trips() {
     dbus-send --bus="$bus" --print-reply --dest=org.ostrel.BluezStandin /control \
         org.ostrel.BluezStandin.Control.PollRoundTrips "string:$desk" |
         awk '$1 == "int64" { print $2 }'
+}
+
+wait_for_line() { # file, pattern: a started process has said it is up
+    local deadline=$((SECONDS + 20))
+    until grep -q "$2" "$1" 2>/dev/null; do
+        if [ $SECONDS -ge $deadline ]; then
+            echo "no '$2' in $1 after 20 s" >&2
+            return 1
+        fi
+        sleep 0.1
+    done
 }
 
 wait_for_answers() { # count, time-out in seconds
@@ -59,18 +71,20 @@ wait_for_answers() { # count, time-out in seconds
     done
 }
 
+run=0
 start_standin() { # extra stand-in options
+    run=$((run + 1))
     dbus-daemon --nofork --print-address=1 \
-        --config-file="$root/tools/bluez-standin/standin-bus.conf" >"$scratch/bus" 2>/dev/null &
+        --config-file="$root/tools/bluez-standin/standin-bus.conf" >"$scratch/bus$run" 2>/dev/null &
     bus_pid=$!
     started+=("$bus_pid")
-    until [ -s "$scratch/bus" ]; do sleep 0.1; done
-    bus=$(head -1 "$scratch/bus")
+    wait_for_line "$scratch/bus$run" unix:
+    bus=$(head -1 "$scratch/bus$run")
     "$build_dir/tools/bluez-standin/ostrel-bluez-standin" --bus "$bus" --desk "$desk:2" \
-        --poll-period 50 "$@" >"$scratch/standin" &
+        --poll-period 50 "$@" >"$scratch/standin$run" &
     standin_pid=$!
     started+=("$standin_pid")
-    until grep -q ready "$scratch/standin"; do sleep 0.1; done
+    wait_for_line "$scratch/standin$run" ready
 }
 
 stop_run() {
@@ -78,14 +92,14 @@ stop_run() {
     wait "$client_pid" "$standin_pid" "$bus_pid" 2>/dev/null || true
 }
 
-start_application() {
+start_application() { # binary
     rm -rf "$scratch/home"
     mkdir -p "$scratch/home/runtime" && chmod 700 "$scratch/home/runtime"
     env XDG_DATA_HOME="$scratch/home/data" XDG_CONFIG_HOME="$scratch/home/config" \
         XDG_CACHE_HOME="$scratch/home/cache" XDG_RUNTIME_DIR="$scratch/home/runtime" \
         DBUS_SESSION_BUS_ADDRESS=disabled: DBUS_SYSTEM_BUS_ADDRESS="$bus" \
         BLUETOOTH_FORCE_DBUS_LE_VERSION=5.66 QT_QPA_PLATFORM=xcb \
-        "$build_dir/src/app/ostrel-motion" >"$scratch/app.log" 2>&1 &
+        "$1" >"$scratch/app.log" 2>&1 &
     client_pid=$!
     started+=("$client_pid")
     # First start: the desk search lists the desk; pick it, then hide the window, as a user
@@ -113,7 +127,7 @@ measure() { # label, perf profile name or empty
     first=$(round_trips | wc -l)
     if [ -n "${PERF_DIR:-}" ] && [ -n "$2" ]; then
         mkdir -p "$PERF_DIR"
-        perf record -q -g -p "$client_pid" -o "$PERF_DIR/$2.data" 2>/dev/null &
+        perf record -q --call-graph dwarf,16384 -p "$client_pid" -o "$PERF_DIR/$2.data" 2>/dev/null &
         perf_pid=$!
     fi
     before_client=$(cpu_ticks "$client_pid")
@@ -150,13 +164,20 @@ printf "%d answered polls per run at 20 Hz, poll-to-answer measured by the stand
 printf "%-28s %10s %10s %8s %10s %9s %9s %7s %8s\n" client "p50" "p99" CPU RSS \
     dbus-daemon stand-in X total
 
+if [ -n "${COMPARE_WITH:-}" ]; then
+    start_standin
+    start_application "$COMPARE_WITH"
+    measure "application, older build" app-older
+    stop_run
+fi
+
 start_standin
-start_application
+start_application "$build_dir/src/app/ostrel-motion"
 measure "application, sockets" app-sockets
 stop_run
 
 start_standin --no-acquire
-start_application
+start_application "$build_dir/src/app/ostrel-motion"
 measure "application, WriteValue" app-writevalue
 stop_run
 

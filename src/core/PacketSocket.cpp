@@ -36,6 +36,14 @@ std::pair<int, int> PacketSocket::createPair() {
     return {ends[0], ends[1]};
 }
 
+void PacketSocket::drop(QPointer<PacketSocket>& socket, const QObject* holder) {
+    if (!socket)
+        return;
+    socket->disconnect(holder);
+    socket->deleteLater();
+    socket = nullptr;
+}
+
 int PacketSocket::send(const QByteArray& packet) {
     const ssize_t sent = ::send(m_descriptor, packet.constData(),
                                 static_cast<size_t>(packet.size()), MSG_NOSIGNAL | MSG_DONTWAIT);

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QObject>
+#include <QPointer>
 #include <utility>
 
 class QSocketNotifier;
@@ -21,6 +22,9 @@ public:
 
     // A connected pair of new descriptors, both close-on-exec; {-1, -1} when the system refuses.
     static std::pair<int, int> createPair();
+    // Closes a socket `holder` keeps, safely even from within one of its signals: the holder
+    // hears nothing more from it and the pointer is cleared.
+    static void drop(QPointer<PacketSocket>& socket, const QObject* holder);
 
     int descriptor() const { return m_descriptor; }
     // Sends one packet without blocking; 0, or the errno of the failure.

@@ -166,7 +166,7 @@ void BluezDataPath::acquired(const QString& characteristic, bool notify,
     }
     route.notifySocket = socket;
     if (!route.notifyWanted) {
-        dropSocket(route.notifySocket); // given up while it was being acquired
+        PacketSocket::drop(route.notifySocket, this); // given up while it was being acquired
         return;
     }
     connect(socket, &PacketSocket::received, this,
@@ -210,19 +210,11 @@ bool BluezDataPath::setNotifying(const QString& characteristic, bool enabled) {
     }
     // Closing the socket is how BlueZ is told to stop.
     if (!enabled)
-        dropSocket(found->notifySocket);
+        PacketSocket::drop(found->notifySocket, this);
     QMetaObject::invokeMethod(
         this, [this, path = found->gatt, enabled] { emit notifyingChanged(path, enabled); },
         Qt::QueuedConnection);
     return true;
-}
-
-void BluezDataPath::dropSocket(QPointer<PacketSocket>& socket) {
-    if (!socket)
-        return;
-    socket->disconnect(this);
-    socket->deleteLater();
-    socket = nullptr;
 }
 
 } // namespace ostrel

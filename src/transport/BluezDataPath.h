@@ -66,7 +66,6 @@ private:
     PacketSocket* adopt(const QDBusMessage& reply);
     void finishResolving();
     void callWithReply(const QDBusMessage& call, std::function<void(const QDBusMessage&)> reply);
-    void dropSocket(QPointer<PacketSocket>& socket);
 
     QDBusConnection m_bus;
     QString m_address;

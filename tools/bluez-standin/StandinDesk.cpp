@@ -386,21 +386,13 @@ QDBusMessage StandinDesk::handOutSocket(const QDBusMessage& message, QPointer<Pa
 
 void StandinDesk::releaseAcquired(bool notify) {
     // The host closed its end.
-    dropSocket(notify ? m_notifySocket : m_writeSocket);
+    PacketSocket::drop(notify ? m_notifySocket : m_writeSocket, this);
     if (notify)
         setNotifying(false);
     const Characteristic* characteristic = notify ? notifyCharacteristic() : writeCharacteristic();
     emit propertiesChanged(
         characteristic->path, QString::fromLatin1(bluez::kCharacteristicInterface),
         {{QString::fromLatin1(notify ? kNotifyAcquired : kWriteAcquired), false}});
-}
-
-void StandinDesk::dropSocket(QPointer<PacketSocket>& socket) {
-    if (!socket)
-        return;
-    socket->disconnect(this);
-    socket->deleteLater();
-    socket = nullptr;
 }
 
 void StandinDesk::hangUpSockets() {
@@ -463,8 +455,8 @@ void StandinDesk::tearDown() {
     if (!m_connected)
         return;
     // The link's end hangs up the acquired sockets.
-    dropSocket(m_notifySocket);
-    dropSocket(m_writeSocket);
+    PacketSocket::drop(m_notifySocket, this);
+    PacketSocket::drop(m_writeSocket, this);
     m_notifying = false;
     m_desk->setSubscribed(false);
     m_connected = false;

@@ -105,7 +105,6 @@ private:
     // Hands one end of a new socket pair to the caller and keeps the other in `kept`.
     QDBusMessage handOutSocket(const QDBusMessage& message, QPointer<PacketSocket>& kept);
     void releaseAcquired(bool notify);
-    void dropSocket(QPointer<PacketSocket>& socket);
     void hostWrote(const QByteArray& value);
     void setNotifying(bool notifying);
     void tearDown();
