@@ -167,8 +167,12 @@ void QtPlatformCentral::watchController(const QString& identifier,
         if (delegate())
             delegate()->centralDidConnectPeripheral(identifier);
     });
-    connect(controller, &QLowEnergyController::disconnected, this,
-            [this, identifier] { closeLink(identifier, std::nullopt); });
+    connect(controller, &QLowEnergyController::disconnected, this, [this, identifier] {
+        closeLink(identifier,
+                  m_links.value(identifier).lost
+                      ? OptionalError(BluetoothError{0, QStringLiteral("the link was lost")})
+                      : std::nullopt);
+    });
     connect(controller, &QLowEnergyController::errorOccurred, this,
             [this, identifier, controller](QLowEnergyController::Error) {
                 const BluetoothError failure{0, controller->errorString()};
@@ -185,13 +189,15 @@ void QtPlatformCentral::watchController(const QString& identifier,
         if (delegate())
             delegate()->peripheralDidDiscoverServices(identifier, std::nullopt);
     });
-    // The link is gone even if BlueZ has not said so on the bus yet; make sure it ends there
-    // too, so that the next connection starts afresh.
+    // The link is gone even if BlueZ has not said so on the bus yet. It ends there first, so
+    // that a reconnection cannot meet the old link still being taken down.
     connect(m_links[identifier].gatt, &QtGattLink::linkLost, this, [this, identifier, controller] {
-        const bool ours = m_links.value(identifier).state == PeripheralDisconnecting;
+        Link& link = m_links[identifier];
+        if (link.state != PeripheralConnected)
+            return; // already ending
+        link.lost = true;
+        link.state = PeripheralDisconnecting;
         controller->disconnectFromDevice();
-        closeLink(identifier,
-                  ours ? OptionalError() : BluetoothError{0, QStringLiteral("the link was lost")});
     });
 }
 
@@ -208,6 +214,7 @@ void QtPlatformCentral::closeLink(const QString& identifier, const OptionalError
     found->controller = nullptr;
     found->gatt = nullptr; // goes with the controller
     found->servicesDiscovered = false;
+    found->lost = false;
     found->state = PeripheralDisconnected;
     if (wasConnected && delegate())
         delegate()->centralDidDisconnectPeripheral(identifier, error);

@@ -56,6 +56,7 @@ private:
         QLowEnergyController* controller = nullptr;
         int state = PeripheralDisconnected;
         bool servicesDiscovered = false;
+        bool lost = false;          // an acquired socket hung up: ending with an error
         QtGattLink* gatt = nullptr; // a child of the controller
     };
 
