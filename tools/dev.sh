@@ -20,6 +20,7 @@ packages=(
     qt6-wayland fonts-droid-fallback
     dpkg-dev file lintian desktop-file-utils appstream
     libxcb-keysyms1-dev
+    python3-bleak
 )
 
 install_missing() {

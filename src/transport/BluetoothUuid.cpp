@@ -2,19 +2,22 @@
 
 #include <QRegularExpression>
 #include <QUuid>
+#include <algorithm>
 
 namespace ostrel {
 
 QString BluetoothUuid::normalized(const QString& uuid) {
-    static const QRegularExpression base(
-        QStringLiteral("^\\{?0000([0-9A-F]{4})-0000-1000-8000-00805F9B34FB\\}?$"));
+    // Runs on every UUID look-up of the frame path: plain comparisons, no pattern matching.
+    static const QString baseTail = QStringLiteral("-0000-1000-8000-00805F9B34FB");
     QString upper = uuid.trimmed().toUpper();
-    const QRegularExpressionMatch match = base.match(upper);
-    if (match.hasMatch())
-        return match.captured(1);
     if (upper.startsWith(u'{') && upper.endsWith(u'}'))
-        return upper.mid(1, upper.size() - 2);
-    return upper;
+        upper = upper.mid(1, upper.size() - 2);
+    const QStringView shortForm = QStringView(upper).mid(4, 4);
+    const bool onBase =
+        upper.size() == 36 && upper.startsWith(QLatin1String("0000")) && upper.endsWith(baseTail) &&
+        std::all_of(shortForm.begin(), shortForm.end(),
+                    [](QChar c) { return c.isDigit() || (c >= u'A' && c <= u'F'); });
+    return onBase ? shortForm.toString() : upper;
 }
 
 bool BluetoothUuid::isValidIdentifier(const QString& identifier) {

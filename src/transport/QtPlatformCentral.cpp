@@ -2,54 +2,15 @@
 
 #include "BluetoothUuid.h"
 #include "BluezAccess.h"
+#include "QtGattLink.h"
 
 #include <QBluetoothDeviceDiscoveryAgent>
 #include <QBluetoothLocalDevice>
+#include <QDBusConnection>
 #include <QLowEnergyController>
-#include <QLowEnergyService>
 #include <QMetaObject>
 
 namespace ostrel {
-
-namespace {
-
-QBluetoothUuid toQtUuid(const QString& uuid) {
-    const QString text = BluetoothUuid::normalized(uuid);
-    bool ok = false;
-    const uint value = text.toUInt(&ok, 16);
-    if (ok && text.size() == 4)
-        return QBluetoothUuid(static_cast<quint16>(value));
-    if (ok && text.size() == 8)
-        return QBluetoothUuid(static_cast<quint32>(value));
-    return QBluetoothUuid(text);
-}
-
-QString fromQtUuid(const QBluetoothUuid& uuid) {
-    return BluetoothUuid::normalized(uuid.toString(QUuid::WithoutBraces));
-}
-
-QByteArray toByteArray(const Bytes& bytes) {
-    return QByteArray(reinterpret_cast<const char*>(bytes.data()),
-                      static_cast<qsizetype>(bytes.size()));
-}
-
-Bytes toBytes(const QByteArray& data) {
-    return Bytes(data.begin(), data.end());
-}
-
-// Qt does not tell which characteristic a descriptor belongs to; look it up.
-QString characteristicOf(const QLowEnergyService* service, const QLowEnergyDescriptor& descriptor) {
-    for (const QLowEnergyCharacteristic& c : service->characteristics()) {
-        if (c.descriptors().contains(descriptor))
-            return fromQtUuid(c.uuid());
-    }
-    return {};
-}
-
-const QBluetoothUuid
-    kClientConfiguration(QBluetoothUuid::DescriptorType::ClientCharacteristicConfiguration);
-
-} // namespace
 
 QtPlatformCentral::QtPlatformCentral(QObject* parent) : PlatformCentral(parent) {
     m_local = new QBluetoothLocalDevice(this);
@@ -140,7 +101,7 @@ void QtPlatformCentral::deviceSighted(const QBluetoothDeviceInfo& info) {
         return;
     QStringList uuids;
     for (const QBluetoothUuid& uuid : info.serviceUuids())
-        uuids.append(fromQtUuid(uuid));
+        uuids.append(QtGattLink::uuidText(uuid));
     const bool wanted =
         m_scanServices.isEmpty() ||
         std::any_of(m_scanServices.begin(), m_scanServices.end(),
@@ -193,13 +154,25 @@ void QtPlatformCentral::connectPeripheral(const QString& identifier, const QVari
     auto* controller = QLowEnergyController::createCentral(found->info, this);
     found->controller = controller;
     found->state = PeripheralConnecting;
+    found->gatt = new QtGattLink(controller, identifier, QDBusConnection::systemBus(),
+                                 [this] { return delegate(); });
+    watchController(identifier, controller);
+    controller->connectToDevice();
+}
+
+void QtPlatformCentral::watchController(const QString& identifier,
+                                        QLowEnergyController* controller) {
     connect(controller, &QLowEnergyController::connected, this, [this, identifier] {
         m_links[identifier].state = PeripheralConnected;
         if (delegate())
             delegate()->centralDidConnectPeripheral(identifier);
     });
-    connect(controller, &QLowEnergyController::disconnected, this,
-            [this, identifier] { closeLink(identifier, std::nullopt); });
+    connect(controller, &QLowEnergyController::disconnected, this, [this, identifier] {
+        closeLink(identifier,
+                  m_links.value(identifier).lost
+                      ? OptionalError(BluetoothError{0, QStringLiteral("the link was lost")})
+                      : std::nullopt);
+    });
     connect(controller, &QLowEnergyController::errorOccurred, this,
             [this, identifier, controller](QLowEnergyController::Error) {
                 const BluetoothError failure{0, controller->errorString()};
@@ -216,7 +189,16 @@ void QtPlatformCentral::connectPeripheral(const QString& identifier, const QVari
         if (delegate())
             delegate()->peripheralDidDiscoverServices(identifier, std::nullopt);
     });
-    controller->connectToDevice();
+    // The link is gone even if BlueZ has not said so on the bus yet. It ends there first, so
+    // that a reconnection cannot meet the old link still being taken down.
+    connect(m_links[identifier].gatt, &QtGattLink::linkLost, this, [this, identifier, controller] {
+        Link& link = m_links[identifier];
+        if (link.state != PeripheralConnected)
+            return; // already ending
+        link.lost = true;
+        link.state = PeripheralDisconnecting;
+        controller->disconnectFromDevice();
+    });
 }
 
 void QtPlatformCentral::closeLink(const QString& identifier, const OptionalError& error) {
@@ -226,10 +208,13 @@ void QtPlatformCentral::closeLink(const QString& identifier, const OptionalError
     const bool wasConnected =
         found->state == PeripheralConnected || found->state == PeripheralDisconnecting;
     found->controller->disconnect(this);
+    found->gatt->disconnect(this);
+    found->gatt->silence();
     found->controller->deleteLater();
     found->controller = nullptr;
-    found->services.clear(); // children of the controller
+    found->gatt = nullptr; // goes with the controller
     found->servicesDiscovered = false;
+    found->lost = false;
     found->state = PeripheralDisconnected;
     if (wasConnected && delegate())
         delegate()->centralDidDisconnectPeripheral(identifier, error);
@@ -268,121 +253,33 @@ QStringList QtPlatformCentral::services(const QString& identifier) const {
     QStringList uuids;
     if (const QLowEnergyController* controller = m_links.value(identifier).controller) {
         for (const QBluetoothUuid& uuid : controller->services())
-            uuids.append(fromQtUuid(uuid));
+            uuids.append(QtGattLink::uuidText(uuid));
     }
     return uuids;
 }
 
-QLowEnergyService* QtPlatformCentral::serviceAt(const QString& identifier,
-                                                const QString& service) const {
-    return m_links.value(identifier).services.value(BluetoothUuid::normalized(service));
-}
-
-QLowEnergyService* QtPlatformCentral::ensureService(const QString& identifier,
-                                                    const QString& service) {
-    if (QLowEnergyService* existing = serviceAt(identifier, service))
-        return existing;
-    Link& link = m_links[identifier];
-    if (!link.controller)
-        return nullptr;
-    QLowEnergyService* created =
-        link.controller->createServiceObject(toQtUuid(service), link.controller);
-    if (!created)
-        return nullptr;
-    link.services.insert(BluetoothUuid::normalized(service), created);
-    watchService(identifier, created);
-    return created;
-}
-
-void QtPlatformCentral::watchService(const QString& identifier, QLowEnergyService* service) {
-    const QString serviceUuid = fromQtUuid(service->serviceUuid());
-    auto pathOf = [identifier, serviceUuid](const QLowEnergyCharacteristic& c) {
-        return GattPath{identifier, serviceUuid, fromQtUuid(c.uuid())};
-    };
-    connect(service, &QLowEnergyService::stateChanged, this,
-            [this, identifier, serviceUuid](QLowEnergyService::ServiceState state) {
-                if (state == QLowEnergyService::RemoteServiceDiscovered && delegate())
-                    delegate()->peripheralDidDiscoverCharacteristics(identifier, serviceUuid,
-                                                                     std::nullopt);
-            });
-    connect(service, &QObject::destroyed, this, [this, service] { m_lastWritten.remove(service); });
-    connect(service, &QLowEnergyService::errorOccurred, this,
-            [this, identifier, serviceUuid, service](QLowEnergyService::ServiceError error) {
-                if (!delegate())
-                    return;
-                if (service->state() != QLowEnergyService::RemoteServiceDiscovered)
-                    delegate()->peripheralDidDiscoverCharacteristics(
-                        identifier, serviceUuid,
-                        BluetoothError{0, QStringLiteral("service discovery failed")});
-                else if (error == QLowEnergyService::CharacteristicWriteError &&
-                         m_lastWritten.contains(service))
-                    delegate()->peripheralDidFailToWrite(
-                        GattPath{identifier, serviceUuid, m_lastWritten.value(service)},
-                        BluetoothError{0, QStringLiteral("the characteristic write failed")});
-            });
-    connect(service, &QLowEnergyService::characteristicChanged, this,
-            [this, pathOf](const QLowEnergyCharacteristic& c, const QByteArray& value) {
-                if (delegate())
-                    delegate()->peripheralDidNotifyValue(pathOf(c), toBytes(value));
-            });
-    connect(service, &QLowEnergyService::characteristicRead, this,
-            [this, pathOf](const QLowEnergyCharacteristic& c, const QByteArray& value) {
-                if (delegate())
-                    delegate()->peripheralDidReadValue(pathOf(c), toBytes(value), std::nullopt);
-            });
-    connect(service, &QLowEnergyService::descriptorRead, this,
-            [this, identifier, serviceUuid, service](const QLowEnergyDescriptor& d,
-                                                     const QByteArray& value) {
-                if (delegate())
-                    delegate()->peripheralDidReadDescriptor(
-                        GattPath{identifier, serviceUuid, characteristicOf(service, d)},
-                        fromQtUuid(d.uuid()), toBytes(value), std::nullopt);
-            });
-    connect(service, &QLowEnergyService::descriptorWritten, this,
-            [this, identifier, serviceUuid, service](const QLowEnergyDescriptor& d,
-                                                     const QByteArray& value) {
-                if (!delegate())
-                    return;
-                const GattPath path{identifier, serviceUuid, characteristicOf(service, d)};
-                if (d.uuid() == kClientConfiguration)
-                    delegate()->peripheralDidUpdateNotificationState(
-                        path, value != QByteArray::fromHex("0000"), std::nullopt);
-                else
-                    delegate()->peripheralDidWriteDescriptor(path, fromQtUuid(d.uuid()),
-                                                             std::nullopt);
-            });
+QtGattLink* QtPlatformCentral::gattOf(const QString& identifier) const {
+    const auto found = m_links.constFind(identifier);
+    return found == m_links.constEnd() ? nullptr : found->gatt;
 }
 
 void QtPlatformCentral::discoverCharacteristics(const QString& identifier, const QString& service,
                                                 const QStringList&) {
-    QLowEnergyService* object = ensureService(identifier, service);
-    if (!object) {
-        later([this, identifier, service] {
-            if (delegate())
-                delegate()->peripheralDidDiscoverCharacteristics(
-                    identifier, service, BluetoothError{0, QStringLiteral("no such service")});
-        });
+    if (QtGattLink* gatt = gattOf(identifier)) {
+        gatt->discoverCharacteristics(service);
         return;
     }
-    if (object->state() == QLowEnergyService::RemoteServiceDiscovered) {
-        later([this, identifier, service] {
-            if (delegate())
-                delegate()->peripheralDidDiscoverCharacteristics(identifier, service, std::nullopt);
-        });
-        return;
-    }
-    if (object->state() == QLowEnergyService::RemoteService)
-        object->discoverDetails();
+    later([this, identifier, service] {
+        if (delegate())
+            delegate()->peripheralDidDiscoverCharacteristics(
+                identifier, service, BluetoothError{0, QStringLiteral("no such service")});
+    });
 }
 
 QList<PlatformCharacteristicInfo> QtPlatformCentral::characteristics(const QString& identifier,
                                                                      const QString& service) const {
-    QList<PlatformCharacteristicInfo> result;
-    if (const QLowEnergyService* object = serviceAt(identifier, service)) {
-        for (const QLowEnergyCharacteristic& c : object->characteristics())
-            result.append({fromQtUuid(c.uuid()), static_cast<int>(c.properties().toInt())});
-    }
-    return result;
+    const QtGattLink* gatt = gattOf(identifier);
+    return gatt ? gatt->characteristics(service) : QList<PlatformCharacteristicInfo>();
 }
 
 void QtPlatformCentral::discoverDescriptors(const GattPath& path) {
@@ -394,65 +291,43 @@ void QtPlatformCentral::discoverDescriptors(const GattPath& path) {
 }
 
 QStringList QtPlatformCentral::descriptors(const GattPath& path) const {
-    QStringList uuids;
-    if (const QLowEnergyService* object = serviceAt(path.peripheral, path.service)) {
-        for (const QLowEnergyDescriptor& d :
-             object->characteristic(toQtUuid(path.characteristic)).descriptors())
-            uuids.append(fromQtUuid(d.uuid()));
-    }
-    return uuids;
+    const QtGattLink* gatt = gattOf(path.peripheral);
+    return gatt ? gatt->descriptors(path) : QStringList();
 }
 
 void QtPlatformCentral::readValue(const GattPath& path) {
-    if (QLowEnergyService* object = serviceAt(path.peripheral, path.service))
-        object->readCharacteristic(object->characteristic(toQtUuid(path.characteristic)));
+    if (QtGattLink* gatt = gattOf(path.peripheral))
+        gatt->readValue(path);
 }
 
 OptionalError QtPlatformCentral::writeValueWithoutResponse(const GattPath& path,
                                                            const Bytes& value) {
-    QLowEnergyService* object = serviceAt(path.peripheral, path.service);
-    const QLowEnergyCharacteristic characteristic =
-        object ? object->characteristic(toQtUuid(path.characteristic)) : QLowEnergyCharacteristic();
-    if (!characteristic.isValid())
-        return BluetoothError{0, QStringLiteral("the characteristic is not available")};
-    m_lastWritten.insert(object, path.characteristic);
-    object->writeCharacteristic(characteristic, toByteArray(value),
-                                QLowEnergyService::WriteWithoutResponse);
-    return std::nullopt;
+    if (QtGattLink* gatt = gattOf(path.peripheral))
+        return gatt->writeValueWithoutResponse(path, value);
+    return BluetoothError{0, QStringLiteral("the characteristic is not available")};
 }
 
 void QtPlatformCentral::setNotifyValue(const GattPath& path, bool enabled) {
-    QLowEnergyService* object = serviceAt(path.peripheral, path.service);
-    const QLowEnergyDescriptor configuration =
-        object
-            ? object->characteristic(toQtUuid(path.characteristic)).descriptor(kClientConfiguration)
-            : QLowEnergyDescriptor();
-    if (!configuration.isValid()) {
-        later([this, path] {
-            if (delegate())
-                delegate()->peripheralDidUpdateNotificationState(
-                    path, false,
-                    BluetoothError{0, QStringLiteral("notifications are not supported")});
-        });
+    if (QtGattLink* gatt = gattOf(path.peripheral)) {
+        gatt->setNotifyValue(path, enabled);
         return;
     }
-    object->writeDescriptor(configuration, enabled
-                                               ? QLowEnergyCharacteristic::CCCDEnableNotification
-                                               : QLowEnergyCharacteristic::CCCDDisable);
+    later([this, path] {
+        if (delegate())
+            delegate()->peripheralDidUpdateNotificationState(
+                path, false, BluetoothError{0, QStringLiteral("notifications are not supported")});
+    });
 }
 
 void QtPlatformCentral::readDescriptor(const GattPath& path, const QString& descriptor) {
-    if (QLowEnergyService* object = serviceAt(path.peripheral, path.service))
-        object->readDescriptor(
-            object->characteristic(toQtUuid(path.characteristic)).descriptor(toQtUuid(descriptor)));
+    if (QtGattLink* gatt = gattOf(path.peripheral))
+        gatt->readDescriptor(path, descriptor);
 }
 
 void QtPlatformCentral::writeDescriptor(const GattPath& path, const QString& descriptor,
                                         const Bytes& value) {
-    if (QLowEnergyService* object = serviceAt(path.peripheral, path.service))
-        object->writeDescriptor(
-            object->characteristic(toQtUuid(path.characteristic)).descriptor(toQtUuid(descriptor)),
-            toByteArray(value));
+    if (QtGattLink* gatt = gattOf(path.peripheral))
+        gatt->writeDescriptor(path, descriptor, value);
 }
 
 void QtPlatformCentral::readRSSI(const QString& identifier) {

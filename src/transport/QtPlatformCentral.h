@@ -9,12 +9,14 @@
 class QBluetoothDeviceDiscoveryAgent;
 class QBluetoothLocalDevice;
 class QLowEnergyController;
-class QLowEnergyService;
 
 namespace ostrel {
 
+class QtGattLink;
+
 // The real radio through QtBluetooth (BlueZ over D-Bus on Linux). Without an adapter it
-// reports StateUnsupported; with the adapter off, StatePoweredOff.
+// reports StateUnsupported; with the adapter off, StatePoweredOff. Each link's GATT is a
+// QtGattLink.
 class QtPlatformCentral final : public PlatformCentral {
 public:
     explicit QtPlatformCentral(QObject* parent = nullptr);
@@ -54,17 +56,17 @@ private:
         QLowEnergyController* controller = nullptr;
         int state = PeripheralDisconnected;
         bool servicesDiscovered = false;
-        QHash<QString, QLowEnergyService*> services; // by normalized UUID
+        bool lost = false;          // an acquired socket hung up: ending with an error
+        QtGattLink* gatt = nullptr; // a child of the controller
     };
 
     static QString identifierOf(const QBluetoothDeviceInfo& info);
     void updateState();
     void startAgentIfWanted();
     void deviceSighted(const QBluetoothDeviceInfo& info);
+    void watchController(const QString& identifier, QLowEnergyController* controller);
     void closeLink(const QString& identifier, const OptionalError& error);
-    QLowEnergyService* serviceAt(const QString& identifier, const QString& service) const;
-    QLowEnergyService* ensureService(const QString& identifier, const QString& service);
-    void watchService(const QString& identifier, QLowEnergyService* service);
+    QtGattLink* gattOf(const QString& identifier) const;
     // Reports later from the event loop, never from inside the request.
     void later(std::function<void()> report);
 
@@ -74,8 +76,6 @@ private:
     bool m_scanRequested = false;
     QStringList m_scanServices;
     QHash<QString, Link> m_links;
-    // The characteristic last written on each service, to pin a late write refusal on it.
-    QHash<const QLowEnergyService*, QString> m_lastWritten;
 };
 
 } // namespace ostrel

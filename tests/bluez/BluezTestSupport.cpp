@@ -3,7 +3,9 @@
 #include "transport/BluetoothFilter.h"
 #include "transport/QtPlatformCentral.h"
 
+#include <QDBusArgument>
 #include <QDBusError>
+#include <QDBusObjectPath>
 #include <QTest>
 
 namespace ostrel::test {
@@ -22,9 +24,10 @@ void BluezTest::SetUp() {
 
 void BluezTest::TearDown() {
     facade().resetManager();
-    for (const QString& name : std::as_const(m_desks))
-        control(QStringLiteral("RemoveDesk"), {name});
+    for (auto it = m_deskPaths.cbegin(); it != m_deskPaths.cend(); ++it)
+        control(QStringLiteral("RemoveDesk"), {it.key()});
     control(QStringLiteral("SetPowered"), {true});
+    offerSockets(true);
     RBBluetoothManager::replaceSharedInstance(std::move(m_previousFacade));
     BluetoothTool::replaceShareInstance(std::move(m_previousTool));
     BluetoothResultHandle::replaceSharedInstance(std::move(m_previousHandle));
@@ -42,8 +45,32 @@ QDBusMessage BluezTest::control(const QString& method, const QVariantList& argum
 }
 
 void BluezTest::addDesk(const QString& name, int type, const QVariantMap& options) {
-    control(QStringLiteral("AddDesk"), {name, type, options});
-    m_desks.append(name);
+    const QDBusMessage reply = control(QStringLiteral("AddDesk"), {name, type, options});
+    m_deskPaths.insert(name, qvariant_cast<QDBusObjectPath>(reply.arguments().value(0)).path());
+}
+
+QVariantMap BluezTest::acquiredState(const QString& name) {
+    using Objects = QMap<QDBusObjectPath, QMap<QString, QVariantMap>>;
+    const QDBusMessage reply = StandinBus::instance().call(QDBusMessage::createMethodCall(
+        QStringLiteral("org.bluez"), QStringLiteral("/"),
+        QStringLiteral("org.freedesktop.DBus.ObjectManager"), QStringLiteral("GetManagedObjects")));
+    const Objects objects = qdbus_cast<Objects>(reply.arguments().value(0));
+    QVariantMap state;
+    for (auto it = objects.begin(); it != objects.end(); ++it) {
+        if (!it.key().path().startsWith(m_deskPaths.value(name) + '/'))
+            continue;
+        const QVariantMap properties =
+            it.value().value(QStringLiteral("org.bluez.GattCharacteristic1"));
+        for (const char* key : {"NotifyAcquired", "WriteAcquired"}) {
+            if (properties.contains(QLatin1String(key)))
+                state.insert(QLatin1String(key), properties.value(QLatin1String(key)));
+        }
+    }
+    return state;
+}
+
+void BluezTest::offerSockets(bool offered) {
+    control(QStringLiteral("SetAcquire"), {offered});
 }
 
 int BluezTest::deskHeight(const QString& name) {

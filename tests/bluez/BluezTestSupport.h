@@ -40,6 +40,11 @@ protected:
     QDBusMessage control(const QString& method, const QVariantList& arguments = {});
     void addDesk(const QString& name, int type, const QVariantMap& options = {});
     int deskHeight(const QString& name);
+    // The desk's NotifyAcquired and WriteAcquired properties as BlueZ shows them; none where it
+    // offers no sockets.
+    QVariantMap acquiredState(const QString& name);
+    // Whether links set up from now on are offered sockets; offered again after each test.
+    void offerSockets(bool offered);
 
     // A continuous scan for `type`; every event goes to scanEvents.
     void startScan(BluetoothType type);
@@ -57,7 +62,7 @@ protected:
     std::vector<int> heights;
 
 private:
-    QStringList m_desks;
+    QHash<QString, QString> m_deskPaths; // by name
     std::unique_ptr<BluetoothTool> m_previousTool;
     std::unique_ptr<BluetoothResultHandle> m_previousHandle;
     std::unique_ptr<RBBluetoothManager> m_previousFacade;

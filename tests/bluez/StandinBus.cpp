@@ -51,13 +51,16 @@ void StandinBus::TearDown() {
 }
 
 QDBusMessage StandinBus::control(const QString& method, const QVariantList& arguments) const {
-    QDBusConnection connection =
-        QDBusConnection::connectToBus(m_address, QString::fromLatin1(kControlConnection));
-    QDBusMessage call = QDBusMessage::createMethodCall(
+    QDBusMessage message = QDBusMessage::createMethodCall(
         QStringLiteral("org.ostrel.BluezStandin"), QStringLiteral("/control"),
         QStringLiteral("org.ostrel.BluezStandin.Control"), method);
-    call.setArguments(arguments);
-    return connection.call(call);
+    message.setArguments(arguments);
+    return call(message);
+}
+
+QDBusMessage StandinBus::call(const QDBusMessage& message) const {
+    return QDBusConnection::connectToBus(m_address, QString::fromLatin1(kControlConnection))
+        .call(message);
 }
 
 } // namespace ostrel::test

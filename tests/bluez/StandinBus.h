@@ -20,6 +20,8 @@ public:
 
     // One call on the stand-in's control interface; the reply may be an error.
     QDBusMessage control(const QString& method, const QVariantList& arguments) const;
+    // Any call on the private bus, from the same connection.
+    QDBusMessage call(const QDBusMessage& message) const;
 
 private:
     static QString readLine(QProcess& process);

@@ -21,6 +21,11 @@ TEST_F(StandinControlTest, BadRequestsGetANamedErrorAndChangeNothing) {
         {"AddDesk", {desk, 2}, invalid},                      // the name is taken
         {"AddDesk", {QStringLiteral("Z5-4102"), 3}, invalid}, // no GATT layout for type 3
         {"AddDesk", {QString(), 2}, invalid},                 // no name
+        {"AddDesk",
+         {QStringLiteral("QWJ-4103"), 2, QVariantMap{{QStringLiteral("mtu"), 22}}},
+         invalid}, // below the smallest MTU
+        {"DeskHeight", {QStringLiteral("QWJ-4103")}, unknownDesk},
+        {"HangUpSockets", {QStringLiteral("QWJ-4199")}, unknownDesk},
         {"DeskHeight", {QStringLiteral("Z5-4102")}, unknownDesk},
         {"DropLink", {QStringLiteral("QWJ-4199")}, unknownDesk},
         {"InjectFault", {desk, QStringLiteral("smoke"), 1}, invalid},

@@ -40,7 +40,11 @@ QString interfaceXml(const QString& interface) {
                         "type=\"ay\" direction=\"out\"/></method><method name=\"WriteValue\"><arg "
                         "type=\"ay\" direction=\"in\"/><arg type=\"a{sv}\" "
                         "direction=\"in\"/></method><method name=\"StartNotify\"/><method "
-                        "name=\"StopNotify\"/>")},
+                        "name=\"StopNotify\"/><method name=\"AcquireWrite\"><arg type=\"a{sv}\" "
+                        "direction=\"in\"/><arg type=\"h\" direction=\"out\"/><arg type=\"q\" "
+                        "direction=\"out\"/></method><method name=\"AcquireNotify\"><arg "
+                        "type=\"a{sv}\" direction=\"in\"/><arg type=\"h\" direction=\"out\"/><arg "
+                        "type=\"q\" direction=\"out\"/></method>")},
         {QString::fromLatin1(bluez::kDescriptorInterface),
          QStringLiteral("<method name=\"ReadValue\"><arg type=\"a{sv}\" direction=\"in\"/><arg "
                         "type=\"ay\" direction=\"out\"/></method>")},
@@ -102,6 +106,12 @@ void BluezStandin::setPowered(bool powered) {
     }
     m_powered = powered;
     adapterChanged({{QStringLiteral("Powered"), powered}});
+}
+
+void BluezStandin::setAcquireOffered(bool offered) {
+    m_acquireOffered = offered;
+    for (const auto& desk : m_desks)
+        desk->setAcquireOffered(offered);
 }
 
 void BluezStandin::setDiscovering(bool discovering) {
@@ -177,6 +187,7 @@ StandinDesk* BluezStandin::addDesk(VirtualDeskConfig config) {
     ++m_nextAddress;
     auto created = std::make_unique<StandinDesk>(std::move(config), address,
                                                  QString::fromLatin1(kAdapterPath));
+    created->setAcquireOffered(m_acquireOffered);
     connect(created.get(), &StandinDesk::propertiesChanged, this,
             &BluezStandin::sendPropertiesChanged);
     connect(created.get(), &StandinDesk::interfacesAdded, this, &BluezStandin::sendInterfacesAdded);

@@ -34,6 +34,8 @@ public:
     bool isPowered() const { return m_powered; }
     void setPowered(bool powered);
     void setRefuseAccess(bool refuse) { m_refuseAccess = refuse; }
+    // Whether links set up from now on offer AcquireNotify and AcquireWrite, as bluetoothd does.
+    void setAcquireOffered(bool offered);
     bool isDiscovering() const { return m_discovering; }
     // How often a discovering adapter hears each advertising desk.
     void setAdvertisingInterval(std::chrono::milliseconds interval);
@@ -74,6 +76,7 @@ private:
     std::vector<std::unique_ptr<StandinDesk>> m_desks;
     bool m_powered = true;
     bool m_refuseAccess = false;
+    bool m_acquireOffered = true;
     bool m_discovering = false;
     std::chrono::milliseconds m_advertisingInterval = kDefaultAdvertisingInterval;
     TimerHandle m_advertising;

@@ -10,6 +10,10 @@ namespace ostrel {
 
 namespace {
 
+// The ATT MTU range of an LE link.
+constexpr int kSmallestMtu = 23;
+constexpr int kLargestMtu = 517;
+
 QDBusMessage invalidArguments(const QDBusMessage& message, const QString& why) {
     return message.createErrorReply(QString::fromLatin1(StandinControl::kErrorInvalidArgs), why);
 }
@@ -34,6 +38,11 @@ StandinControl::StandinControl(BluezStandin& standin) : m_standin(standin) {
             m_standin.setRefuseAccess(a.at(0).toBool());
             return message.createReply();
         });
+    add(QStringLiteral("SetAcquire"), QStringLiteral("b"),
+        [this](const auto& message, const auto& a) {
+            m_standin.setAcquireOffered(a.at(0).toBool());
+            return message.createReply();
+        });
     add(QStringLiteral("AddDesk"), QStringLiteral("si"),
         [this](const auto& message, const auto& a) { return addDesk(message, a); });
     add(QStringLiteral("AddDesk"), QStringLiteral("sia{sv}"),
@@ -53,6 +62,11 @@ StandinControl::StandinControl(BluezStandin& standin) : m_standin(standin) {
     addForDesk(QStringLiteral("DropLink"), QStringLiteral("s"),
                [](const auto& message, StandinDesk& desk, const auto&) {
                    desk.desk().dropLink();
+                   return message.createReply();
+               });
+    addForDesk(QStringLiteral("HangUpSockets"), QStringLiteral("s"),
+               [](const auto& message, StandinDesk& desk, const auto&) {
+                   desk.hangUpSockets();
                    return message.createReply();
                });
     addForDesk(QStringLiteral("InjectFault"), QStringLiteral("ssi"),
@@ -120,10 +134,14 @@ QDBusMessage StandinControl::addDesk(const QDBusMessage& message,
     config.rssi = options.value(QStringLiteral("rssi"), config.rssi).toInt();
     config.speedCmPerSecond =
         options.value(QStringLiteral("speed"), config.speedCmPerSecond).toDouble();
-    const StandinDesk* desk = m_standin.addDesk(std::move(config));
+    const int mtu = options.value(QStringLiteral("mtu"), kSmallestMtu).toInt();
+    if (mtu < kSmallestMtu || mtu > kLargestMtu)
+        return invalidArguments(message, QStringLiteral("the MTU lies from 23 to 517"));
+    StandinDesk* desk = m_standin.addDesk(std::move(config));
     if (!desk)
         return invalidArguments(message,
                                 QStringLiteral("a desk needs a name of its own and type 1 or 2"));
+    desk->setMtu(static_cast<quint16>(mtu));
     return message.createReply(QVariant::fromValue(QDBusObjectPath(desk->path())));
 }
 
@@ -153,6 +171,7 @@ QString StandinControl::introspection() {
         "<interface name=\"org.ostrel.BluezStandin.Control\">"
         "<method name=\"SetPowered\"><arg type=\"b\" direction=\"in\"/></method>"
         "<method name=\"SetRefuseAccess\"><arg type=\"b\" direction=\"in\"/></method>"
+        "<method name=\"SetAcquire\"><arg type=\"b\" direction=\"in\"/></method>"
         "<method name=\"AddDesk\"><arg name=\"name\" type=\"s\" direction=\"in\"/>"
         "<arg name=\"type\" type=\"i\" direction=\"in\"/>"
         "<arg name=\"options\" type=\"a{sv}\" direction=\"in\"/>"
@@ -161,6 +180,7 @@ QString StandinControl::introspection() {
         "<method name=\"SetInRange\"><arg type=\"s\" direction=\"in\"/>"
         "<arg type=\"b\" direction=\"in\"/></method>"
         "<method name=\"DropLink\"><arg type=\"s\" direction=\"in\"/></method>"
+        "<method name=\"HangUpSockets\"><arg type=\"s\" direction=\"in\"/></method>"
         "<method name=\"InjectFault\"><arg name=\"name\" type=\"s\" direction=\"in\"/>"
         "<arg name=\"fault\" type=\"s\" direction=\"in\"/>"
         "<arg name=\"arg\" type=\"i\" direction=\"in\"/></method>"

@@ -13,10 +13,13 @@ class StandinDesk;
 //   SetPowered(b)                   the adapter's radio
 //   SetRefuseAccess(b)              every BlueZ call answered AccessDenied, as for a user the
 //                                   system's Bluetooth policy does not allow
+//   SetAcquire(b)                   whether links set up from now on offer AcquireNotify and
+//                                   AcquireWrite (on by default, as bluetoothd does)
 //   AddDesk(s name, i type [, a{sv} options]) -> o
 //                                   options: pollPeriod (ms), startHeight (tenths of a cm),
-//                                   rssi, speed (cm/s)
+//                                   rssi, speed (cm/s), mtu (23..517, default 23)
 //   RemoveDesk(s), SetInRange(s, b), DropLink(s)
+//   HangUpSockets(s)                closes the host's acquired sockets, the link staying up
 //   InjectFault(s name, s fault, i arg)
 //                                   fault: error (E01..E37, 0 clears), childLock, resetNeeded,
 //                                   slideDown, power (arg 0/1), obstacle

@@ -1,8 +1,11 @@
 #include "StandinDesk.h"
 
+#include "core/PacketSocket.h"
 #include "core/Scheduler.h"
 
 #include <QDBusObjectPath>
+#include <QDBusUnixFileDescriptor>
+#include <unistd.h>
 
 using namespace std::chrono_literals;
 
@@ -16,6 +19,8 @@ constexpr std::size_t kFrameTypeOffset = 2;
 constexpr std::uint8_t kPollFrameType = 0x11;
 // BlueZ's default ATT MTU for a fresh LE link.
 constexpr quint16 kDefaultMtu = 23;
+constexpr char kNotifyAcquired[] = "NotifyAcquired";
+constexpr char kWriteAcquired[] = "WriteAcquired";
 // BlueZ's TemporaryTimeout: how long an unpaired device outlives its last advertisement.
 constexpr auto kTemporaryTimeout = 30s;
 // A connection attempt to a silent desk gives up before QtDBus's own 25 s call time-out.
@@ -49,7 +54,8 @@ QDBusMessage notSupported(const QDBusMessage& message) {
 
 StandinDesk::StandinDesk(VirtualDeskConfig config, const QString& address,
                          const QString& adapterPath, QObject* parent)
-    : QObject(parent), m_address(address.toUpper()), m_adapterPath(adapterPath) {
+    : QObject(parent), m_address(address.toUpper()), m_adapterPath(adapterPath),
+      m_mtu(kDefaultMtu) {
     m_clock.start();
     m_path = m_adapterPath + QStringLiteral("/dev_") + QString(m_address).replace(':', '_');
     adopt(std::make_unique<VirtualDesk>(std::move(config)));
@@ -128,15 +134,16 @@ ManagedObjectList StandinDesk::gattObjects() const {
                       {QStringLiteral("Device"), QVariant::fromValue(QDBusObjectPath(m_path))},
                       {QStringLiteral("Primary"), true}}}});
     for (const Characteristic& c : m_characteristics) {
+        QVariantMap properties{
+            {QStringLiteral("UUID"), c.uuid},
+            {QStringLiteral("Service"), QVariant::fromValue(QDBusObjectPath(m_servicePath))},
+            {QStringLiteral("Value"), c.notifies ? m_value : QByteArray()},
+            {QStringLiteral("Notifying"), c.notifies && m_notifying},
+            {QStringLiteral("Flags"), c.flags},
+            {QStringLiteral("MTU"), QVariant::fromValue(m_mtu)}};
+        properties.insert(acquireProperties(c));
         objects.insert(QDBusObjectPath(c.path),
-                       {{QString::fromLatin1(bluez::kCharacteristicInterface),
-                         QVariantMap{{QStringLiteral("UUID"), c.uuid},
-                                     {QStringLiteral("Service"),
-                                      QVariant::fromValue(QDBusObjectPath(m_servicePath))},
-                                     {QStringLiteral("Value"), c.notifies ? m_value : QByteArray()},
-                                     {QStringLiteral("Notifying"), c.notifies && m_notifying},
-                                     {QStringLiteral("Flags"), c.flags},
-                                     {QStringLiteral("MTU"), QVariant::fromValue(kDefaultMtu)}}}});
+                       {{QString::fromLatin1(bluez::kCharacteristicInterface), properties}});
         if (!c.descriptorPath.isEmpty())
             objects.insert(
                 QDBusObjectPath(c.descriptorPath),
@@ -287,34 +294,127 @@ const StandinDesk::Characteristic* StandinDesk::notifyCharacteristic() const {
     return &m_characteristics.first();
 }
 
+const StandinDesk::Characteristic* StandinDesk::writeCharacteristic() const {
+    return &m_characteristics.last(); // the same one when a single one carries both directions
+}
+
 QDBusMessage StandinDesk::characteristicCall(const Characteristic& characteristic,
                                              const QDBusMessage& message) {
     const QString member = message.member();
     if (member == QLatin1String("ReadValue"))
         return message.createReply(QVariant(characteristic.notifies ? m_value : QByteArray()));
-    if (member == QLatin1String("WriteValue")) {
-        if (!characteristic.writable)
-            return failure(message, bluez::kErrorNotPermitted,
-                           QStringLiteral("Write not permitted"));
-        if (m_writeError)
-            return failure(message, bluez::kErrorFailed, QStringLiteral("Operation failed"));
-        const QList<QVariant> arguments = message.arguments();
-        if (arguments.isEmpty() || arguments.first().userType() != QMetaType::QByteArray)
-            return failure(message, bluez::kErrorInvalidArguments,
-                           QStringLiteral("Invalid arguments in method call"));
-        if (m_pollSentAt) {
-            m_pollRoundTrips.append((m_clock.nsecsElapsed() - *m_pollSentAt) / 1000);
-            m_pollSentAt.reset();
-        }
-        m_desk->writeFromHost(toBytes(arguments.first().toByteArray()));
-        return message.createReply();
-    }
+    if (member == QLatin1String("WriteValue"))
+        return writeValue(characteristic, message);
+    if (member.startsWith(QLatin1String("Acquire")))
+        return acquire(characteristic, message);
     if (characteristic.notifies &&
         (member == QLatin1String("StartNotify") || member == QLatin1String("StopNotify"))) {
+        if (m_notifySocket)
+            return failure(message, bluez::kErrorNotPermitted, QStringLiteral("Notify acquired"));
         setNotifying(member == QLatin1String("StartNotify"));
         return message.createReply();
     }
     return notSupported(message);
+}
+
+QDBusMessage StandinDesk::writeValue(const Characteristic& characteristic,
+                                     const QDBusMessage& message) {
+    if (!characteristic.writable)
+        return failure(message, bluez::kErrorNotPermitted, QStringLiteral("Write not permitted"));
+    if (m_writeSocket)
+        return failure(message, bluez::kErrorNotPermitted, QStringLiteral("Write acquired"));
+    if (m_writeError)
+        return failure(message, bluez::kErrorFailed, QStringLiteral("Operation failed"));
+    const QList<QVariant> arguments = message.arguments();
+    if (arguments.isEmpty() || arguments.first().userType() != QMetaType::QByteArray)
+        return failure(message, bluez::kErrorInvalidArguments,
+                       QStringLiteral("Invalid arguments in method call"));
+    hostWrote(arguments.first().toByteArray());
+    return message.createReply();
+}
+
+QVariantMap StandinDesk::acquireProperties(const Characteristic& characteristic) const {
+    // bluetoothd shows these only where it can hand out a socket.
+    QVariantMap properties;
+    if (!m_acquireOffered)
+        return properties;
+    if (characteristic.notifies)
+        properties.insert(QString::fromLatin1(kNotifyAcquired), !m_notifySocket.isNull());
+    if (characteristic.writable)
+        properties.insert(QString::fromLatin1(kWriteAcquired), !m_writeSocket.isNull());
+    return properties;
+}
+
+QDBusMessage StandinDesk::acquire(const Characteristic& characteristic,
+                                  const QDBusMessage& message) {
+    const bool notify = message.member() == QLatin1String("AcquireNotify");
+    const bool offered = notify ? characteristic.notifies : characteristic.writable;
+    if (!m_acquireOffered || !offered ||
+        (!notify && message.member() != QLatin1String("AcquireWrite")))
+        return notSupported(message);
+    if (notify && m_notifying)
+        return failure(message, bluez::kErrorInProgress, QStringLiteral("In Progress"));
+    if (!notify && m_writeSocket)
+        return failure(message, bluez::kErrorNotPermitted, QStringLiteral("Write acquired"));
+    const QDBusMessage reply = handOutSocket(message, notify ? m_notifySocket : m_writeSocket);
+    if (reply.type() == QDBusMessage::ErrorMessage)
+        return reply;
+    if (notify) {
+        connect(m_notifySocket, &PacketSocket::hungUp, this, [this] { releaseAcquired(true); });
+        setNotifying(true);
+    } else {
+        connect(m_writeSocket, &PacketSocket::received, this, &StandinDesk::hostWrote);
+        connect(m_writeSocket, &PacketSocket::hungUp, this, [this] { releaseAcquired(false); });
+        m_writeSocket->setReading(!m_writeError);
+    }
+    emit propertiesChanged(
+        characteristic.path, QString::fromLatin1(bluez::kCharacteristicInterface),
+        {{QString::fromLatin1(notify ? kNotifyAcquired : kWriteAcquired), true}});
+    return reply;
+}
+
+QDBusMessage StandinDesk::handOutSocket(const QDBusMessage& message, QPointer<PacketSocket>& kept) {
+    const auto [ours, theirs] = PacketSocket::createPair();
+    if (ours < 0)
+        return failure(message, bluez::kErrorFailed, QStringLiteral("Operation failed"));
+    kept = new PacketSocket(ours, this);
+    // The descriptor object holds a duplicate, which travels with the reply.
+    const QDBusUnixFileDescriptor handed(theirs);
+    ::close(theirs);
+    return message.createReply({QVariant::fromValue(handed), QVariant::fromValue(m_mtu)});
+}
+
+void StandinDesk::releaseAcquired(bool notify) {
+    // The host closed its end.
+    PacketSocket::drop(notify ? m_notifySocket : m_writeSocket, this);
+    if (notify)
+        setNotifying(false);
+    const Characteristic* characteristic = notify ? notifyCharacteristic() : writeCharacteristic();
+    emit propertiesChanged(
+        characteristic->path, QString::fromLatin1(bluez::kCharacteristicInterface),
+        {{QString::fromLatin1(notify ? kNotifyAcquired : kWriteAcquired), false}});
+}
+
+void StandinDesk::hangUpSockets() {
+    if (m_notifySocket)
+        releaseAcquired(true);
+    if (m_writeSocket)
+        releaseAcquired(false);
+}
+
+void StandinDesk::setWriteError(bool failing) {
+    m_writeError = failing;
+    // A stack that takes no writes: the socket fills up and the host's sends fail.
+    if (m_writeSocket)
+        m_writeSocket->setReading(!failing);
+}
+
+void StandinDesk::hostWrote(const QByteArray& value) {
+    if (m_pollSentAt) {
+        m_pollRoundTrips.append((m_clock.nsecsElapsed() - *m_pollSentAt) / 1000);
+        m_pollSentAt.reset();
+    }
+    m_desk->writeFromHost(toBytes(value));
 }
 
 QDBusMessage StandinDesk::descriptorCall(const QDBusMessage& message) {
@@ -341,6 +441,11 @@ void StandinDesk::deliver(const Bytes& value) {
     m_value = toByteArray(value);
     if (value.size() > kFrameTypeOffset && value[kFrameTypeOffset] == kPollFrameType)
         m_pollSentAt = m_clock.nsecsElapsed();
+    // An acquired notification travels over the socket alone, as bluetoothd sends it.
+    if (m_notifySocket) {
+        m_notifySocket->send(m_value);
+        return;
+    }
     emit propertiesChanged(notifyCharacteristic()->path,
                            QString::fromLatin1(bluez::kCharacteristicInterface),
                            {{QStringLiteral("Value"), m_value}});
@@ -349,6 +454,9 @@ void StandinDesk::deliver(const Bytes& value) {
 void StandinDesk::tearDown() {
     if (!m_connected)
         return;
+    // The link's end hangs up the acquired sockets.
+    PacketSocket::drop(m_notifySocket, this);
+    PacketSocket::drop(m_writeSocket, this);
     m_notifying = false;
     m_desk->setSubscribed(false);
     m_connected = false;

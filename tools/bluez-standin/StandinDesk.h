@@ -6,12 +6,15 @@
 #include <QDBusMessage>
 #include <QElapsedTimer>
 #include <QObject>
+#include <QPointer>
 #include <QStringList>
 #include <chrono>
 #include <memory>
 #include <optional>
 
 namespace ostrel {
+
+class PacketSocket;
 
 // One virtual desk as BlueZ would show it: a Device1 object under the adapter and, while
 // linked, its GATT service, characteristics and client-configuration descriptor. Calls on
@@ -21,6 +24,10 @@ namespace ostrel {
 // desk is forgotten (RemoveDevice), or until it has been out of reach and unlinked for
 // BlueZ's temporary-device time-out. A Connect while it is out of reach waits for it, as
 // BlueZ's does, until it is back or the attempt times out.
+//
+// Like bluetoothd, it offers the notify and write characteristics as sockets too
+// (AcquireNotify, AcquireWrite): packets then travel over the socket instead of the bus, and
+// the link's end hangs the sockets up.
 class StandinDesk : public QObject {
     Q_OBJECT
 public:
@@ -43,7 +50,13 @@ public:
     void forget();
     // The radio went away under the link (or the attempt).
     void dropLink();
-    void setWriteError(bool failing) { m_writeError = failing; }
+    // Closes the acquired sockets while the link stays up on the bus.
+    void hangUpSockets();
+    // WriteValue is refused, and an acquired write socket is no longer read.
+    void setWriteError(bool failing);
+    // Whether links set up from now on offer AcquireNotify and AcquireWrite.
+    void setAcquireOffered(bool offered) { m_acquireOffered = offered; }
+    void setMtu(quint16 mtu) { m_mtu = mtu; }
     // Microseconds from each keypad poll sent on the current link to the host's next write.
     const QList<qint64>& pollRoundTrips() const { return m_pollRoundTrips; }
     // The desk model has no setter for its poll period, so a new one takes over at the same
@@ -77,6 +90,7 @@ private:
     ManagedObjectList gattObjects() const;
     const Characteristic* characteristicAt(const QString& path) const;
     const Characteristic* notifyCharacteristic() const;
+    const Characteristic* writeCharacteristic() const;
 
     QDBusMessage connectLink(const QDBusMessage& message);
     void establishLink();
@@ -85,6 +99,13 @@ private:
     QDBusMessage characteristicCall(const Characteristic& characteristic,
                                     const QDBusMessage& message);
     QDBusMessage descriptorCall(const QDBusMessage& message);
+    QDBusMessage writeValue(const Characteristic& characteristic, const QDBusMessage& message);
+    QDBusMessage acquire(const Characteristic& characteristic, const QDBusMessage& message);
+    QVariantMap acquireProperties(const Characteristic& characteristic) const;
+    // Hands one end of a new socket pair to the caller and keeps the other in `kept`.
+    QDBusMessage handOutSocket(const QDBusMessage& message, QPointer<PacketSocket>& kept);
+    void releaseAcquired(bool notify);
+    void hostWrote(const QByteArray& value);
     void setNotifying(bool notifying);
     void tearDown();
     void deviceChanged(const QVariantMap& changed);
@@ -103,6 +124,10 @@ private:
     bool m_servicesResolved = false;
     bool m_notifying = false;
     bool m_writeError = false;
+    bool m_acquireOffered = true;
+    quint16 m_mtu;
+    QPointer<PacketSocket> m_notifySocket; // while the host holds AcquireNotify's socket
+    QPointer<PacketSocket> m_writeSocket;  // while the host holds AcquireWrite's socket
     int m_sightings = 0;
     std::optional<QDBusMessage> m_pendingConnect; // a Connect waiting for the desk
     TimerHandle m_connectTimeout;

@@ -34,10 +34,13 @@ int main(int argc, char** argv) {
         QStringLiteral("ms"), QStringLiteral("100"));
     const QCommandLineOption offOption(QStringLiteral("powered-off"),
                                        QStringLiteral("Start with the radio off."));
+    const QCommandLineOption noAcquireOption(
+        QStringLiteral("no-acquire"),
+        QStringLiteral("Offer no AcquireNotify/AcquireWrite sockets, as an older bluetoothd."));
     const QCommandLineOption parentOption(QStringLiteral("die-with-parent"),
                                           QStringLiteral("Exit when the starting process ends."));
-    parser.addOptions(
-        {busOption, deskOption, pollOption, advertisingOption, offOption, parentOption});
+    parser.addOptions({busOption, deskOption, pollOption, advertisingOption, offOption,
+                       noAcquireOption, parentOption});
     parser.process(app);
 
     if (parser.isSet(parentOption))
@@ -54,6 +57,7 @@ int main(int argc, char** argv) {
     }
 
     BluezStandin standin(connection);
+    standin.setAcquireOffered(!parser.isSet(noAcquireOption));
     standin.setAdvertisingInterval(
         std::chrono::milliseconds(parser.value(advertisingOption).toInt()));
     for (const QString& entry : parser.values(deskOption)) {
