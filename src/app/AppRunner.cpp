@@ -3,11 +3,11 @@
 #include "app/AppDelegate.h"
 #include "app/DemoDesks.h"
 #include "app/ScreenFactories.h"
-#include "protocol/BluetoothResultHandle.h"
-#include "transport/RBBluetoothManager.h"
+#include "session/HeldKeyOwner.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>
+#include <memory>
 
 namespace ostrel {
 
@@ -34,12 +34,10 @@ int AppRunner::exec() {
 }
 
 void AppRunner::letDeskHearReleasedKey() {
-    const BluetoothResultHandle& handle = BluetoothResultHandle::sharedInstance();
-    if (!RBBluetoothManager::sharedInstance().isConnect())
-        return;
-    const std::uint64_t answered = handle.answeredPolls();
+    auto heard = std::make_shared<bool>(false);
+    HeldKeyOwner::instance().releaseThen([heard] { *heard = true; });
     const QDeadlineTimer deadline(kReleaseLimit);
-    while (handle.answeredPolls() == answered && !deadline.hasExpired())
+    while (!*heard && !deadline.hasExpired())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
 }
 
