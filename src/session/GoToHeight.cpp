@@ -56,7 +56,6 @@ GoToHeight::Refusal GoToHeight::start(int targetTenthsCm, int reported, Limits l
         finish(Ending::Arrived);
         return Refusal::None;
     }
-    m_phase = Phase::Target;
     handle().setTargetHeight(m_target);
     m_claim = HeldKeyOwner::instance().claim(
         HeldKeyOwner::Source::GoToHeight, command::kTargetHeight, this,
@@ -65,6 +64,7 @@ GoToHeight::Refusal GoToHeight::start(int targetTenthsCm, int reported, Limits l
                 finish(endingFor(why));
         },
         m_direction);
+    m_phase = Phase::Target; // only now: taking over from a move of ours is no take-over
     armWatchdog(kReactionLimit);
     const double travelMs =
         (limits.maxHeight - limits.minHeight) / kSlowestTenthsCmPerSecond * 1000.0;
