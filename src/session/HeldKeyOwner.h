@@ -61,9 +61,8 @@ public:
     // Ends the claim that holds the key now (telling its source) and holds `type` for `source`.
     // `ended` runs only while `context` lives.
     Claim claim(Source source, int type, QObject* context, Ended ended = {}, int direction = 0);
-    // Whose claim answers the desk now; nothing held when there is no active claim.
+    // Whether some claim answers the desk now.
     bool isHeld() const { return m_current.id != 0; }
-    Source holder() const { return m_current.source; }
 
     // The link is gone or replaced: every claim ends, nothing is sent.
     void releaseAll();
