@@ -17,6 +17,8 @@ public:
     using FrameCallback = NotificationFrames::FrameCallback;
 
     LinkChannel(PlatformCentral::ChannelWriter writer, FrameCallback callback);
+    LinkChannel(const LinkChannel&) = delete; // its own frame handler points back at it
+    LinkChannel& operator=(const LinkChannel&) = delete;
 
     // One notification value of the link.
     void received(std::span<const std::uint8_t> value) override;
