@@ -167,6 +167,8 @@ void DeskSession::initBluetoothResultHandle() {
     h.bluetoothResultHandle_DeviceInfo = weakly([](DeskSession& s, const DeviceModel& model) {
         s.m_maxHeight = model.maxHeight;
         s.m_minHeight = model.minHeight;
+        if (s.m_currentHeight > 0) // the picture again, within the new limits
+            s.setTableViewHeight(QString::number(double(s.m_currentHeight)));
     });
     h.bluetoothResultHandle_LightColorInfo =
         weakly([](DeskSession& s, int open, int mode, int red, int green, int blue) {
@@ -273,7 +275,10 @@ void DeskSession::actionDeleteCurrentDevice() {
 void DeskSession::showHeight(int height) {
     if (height < 1)
         return;
-    setTableViewHeight(QString::number(height));
+    // A desk at rest repeats its height with every poll: only a change is drawn again.
+    const QString reported = QString::number(height);
+    if (DeskHeightDisplay::normalisedHeight(reported) != m_previousHeight)
+        setTableViewHeight(reported);
     m_currentHeight = static_cast<float>(height);
     keyOwner().heightReported(height);
     m_hotKeyMovement->globalKeyMoving(m_currentHeight);
