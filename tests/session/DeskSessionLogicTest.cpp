@@ -1,7 +1,6 @@
 #include "SessionTestSupport.h"
 #include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
-#include "protocol/BluetoothResultHandle.h"
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskStatus.h"
 
@@ -19,16 +18,13 @@ TEST(DeskStatusTest, EachDisplayStateHasItsWordsAndItsErrorScreenCode) {
     };
     const Case cases[] = {
         {false, "725", 0, ""},
-        {false, "Top", 0, ""},
         {false, "E01", 1, "Error E01: the desk is overheated. Wait 18 minutes"},
-        {false, "E04", 4, "Error E04: the desk needs to back off"},
         {false, "E07", 7, "Error E07: the desk needs a reset. Hold Down until"},
         {false, "E10", 10, "Error E10: the desk reports a fault."},
         {false, "E30", 30, "Error E30: the six-axis sensor has failed."},
         {false, "E2B", DeskStatus::kCodeUnreadable, "Error E2B: the desk reports a fault."},
         {false, "RST", DeskStatus::kCodeReset, "Reset needed (RST): hold Down until the desk"},
         {false, "-OL", DeskStatus::kCodeSlideDown, "Slide-down warning (-0L)"},
-        {false, BluetoothResultHandle::kSlideDown, DeskStatus::kCodeSlideDown, "Slide-down"},
         {true, "725", DeskStatus::kCodeChildLock, "Child lock (LOC)"}, // the lock comes first
         {true, "E10", DeskStatus::kCodeChildLock, "Child lock (LOC)"},
     };
@@ -40,22 +36,6 @@ TEST(DeskStatusTest, EachDisplayStateHasItsWordsAndItsErrorScreenCode) {
         EXPECT_EQ(words.isEmpty() ? status.text() : status.text().left(words.size()), words)
             << c.result;
     }
-}
-
-// Twenty frames a second pass through: only a change is told, and only a new fault opens the
-// error screen.
-TEST(DeskStatusTest, TellsChangesOnceAndOnlyANewFaultCallsForTheErrorScreen) {
-    DeskStatus status;
-    QStringList told;
-    std::vector<long> faults;
-    QObject::connect(&status, &DeskStatus::statusChanged, [&told](const QString& t) { told << t; });
-    QObject::connect(&status, &DeskStatus::faultAppeared,
-                     [&faults](long code) { faults.push_back(code); });
-    for (const char* result : {"725", "E10", "E10", "E11", "RST", "730", "730", "E10"})
-        status.displayShown(false, result);
-    EXPECT_EQ(told.size(), 5);
-    EXPECT_EQ(faults, (std::vector<long>{10, 10}));
-    EXPECT_TRUE(told[3].isEmpty());
 }
 
 TEST(DeskHeightDisplayTest, ReportsBelow580AreInchesAndTheUnitPicksTheText) {
