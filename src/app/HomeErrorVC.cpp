@@ -2,7 +2,8 @@
 
 #include "LocalPreference.h"
 #include "OMBaseModalWindow.h"
-#include "SystemServices.h"
+#include "platform/DesktopNotifications.h"
+#include "platform/Platform.h"
 #include "widgets/OMImage.h"
 #include "widgets/OMWindowIdentifier.h"
 
@@ -127,7 +128,7 @@ QUrl HomeErrorVC::helpPage() {
 
 void HomeErrorVC::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    SystemServices::instance().removeAllDeliveredNotifications();
+    Platform::get<DesktopNotifications>().removeAllDelivered();
 }
 
 void HomeErrorVC::actionHelp() {

@@ -1,11 +1,12 @@
 #include "session/DeskControlVC.h"
 
+#include "platform/DesktopNotifications.h"
+#include "platform/Platform.h"
 #include "session/CountdownView.h"
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskSession.h"
 #include "session/DeskStatus.h"
 #include "session/DeskStatusLine.h"
-#include "session/DesktopNotifications.h"
 #include "session/GoToHeightSheet.h"
 #include "session/HeightSaveHelpVC.h"
 #include "session/HotKeyMovement.h"
@@ -50,7 +51,7 @@ DeskControlVC::ErrorScreenFactory& errorScreenFactory() {
 
 DeskControlVC::DeskControlVC(QWidget* parent)
     : QWidget(parent), m_session(new DeskSession(this)),
-      m_reminder(new SitStandReminder(DesktopNotifications::instance(), this)) {
+      m_reminder(new SitStandReminder(Platform::get<DesktopNotifications>(), this)) {
     m_stack = new QStackedLayout(this);
     m_stack->addWidget(buildControlView());
 
