@@ -43,6 +43,41 @@
     </message>
 </context>
 <context>
+    <name>ostrel::DeskStatus</name>
+    <message>
+        <source>Child lock (LOC): the desk ignores its keys until it is unlocked on the desk.</source>
+        <translation>Child lock (LOC): the desk ignores its keys until it is unlocked on the desk.</translation>
+    </message>
+    <message>
+        <source>Reset needed (RST): hold Down until the desk reaches its lowest position.</source>
+        <translation>Reset needed (RST): hold Down until the desk reaches its lowest position.</translation>
+    </message>
+    <message>
+        <source>Slide-down warning (-0L): the desk is sinking by itself.</source>
+        <translation>Slide-down warning (-0L): the desk is sinking by itself.</translation>
+    </message>
+    <message>
+        <source>Error %1: the desk is overheated. Wait 18 minutes before using it.</source>
+        <translation>Error %1: the desk is overheated. Wait 18 minutes before using it.</translation>
+    </message>
+    <message>
+        <source>Error %1: the desk needs to back off automatically.</source>
+        <translation>Error %1: the desk needs to back off automatically.</translation>
+    </message>
+    <message>
+        <source>Error %1: the desk needs a reset. Hold Down until it reaches its lowest position.</source>
+        <translation>Error %1: the desk needs a reset. Hold Down until it reaches its lowest position.</translation>
+    </message>
+    <message>
+        <source>Error %1: the six-axis sensor has failed.</source>
+        <translation>Error %1: the six-axis sensor has failed.</translation>
+    </message>
+    <message>
+        <source>Error %1: the desk reports a fault.</source>
+        <translation>Error %1: the desk reports a fault.</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::DeskSession</name>
     <message>
         <source>Connected successful, move the table to synchronize the height.</source>

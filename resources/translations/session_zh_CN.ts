@@ -43,6 +43,41 @@
     </message>
 </context>
 <context>
+    <name>ostrel::DeskStatus</name>
+    <message>
+        <source>Child lock (LOC): the desk ignores its keys until it is unlocked on the desk.</source>
+        <translation>童锁（LOC）：升降桌不响应按键，需在桌子上解锁。</translation>
+    </message>
+    <message>
+        <source>Reset needed (RST): hold Down until the desk reaches its lowest position.</source>
+        <translation>需要复位（RST）：按住“下降”直到升降桌降到最低位置。</translation>
+    </message>
+    <message>
+        <source>Slide-down warning (-0L): the desk is sinking by itself.</source>
+        <translation>下滑警告（-0L）：升降桌正在自行下沉。</translation>
+    </message>
+    <message>
+        <source>Error %1: the desk is overheated. Wait 18 minutes before using it.</source>
+        <translation>错误 %1：设备温度过高，请等待 18 分钟后再使用。</translation>
+    </message>
+    <message>
+        <source>Error %1: the desk needs to back off automatically.</source>
+        <translation>错误 %1：升降桌需要进行“自动回退”。</translation>
+    </message>
+    <message>
+        <source>Error %1: the desk needs a reset. Hold Down until it reaches its lowest position.</source>
+        <translation>错误 %1：升降桌需要复位。请按住“下降”直到降到最低位置。</translation>
+    </message>
+    <message>
+        <source>Error %1: the six-axis sensor has failed.</source>
+        <translation>错误 %1：六轴传感器故障。</translation>
+    </message>
+    <message>
+        <source>Error %1: the desk reports a fault.</source>
+        <translation>错误 %1：升降桌报告故障。</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::DeskSession</name>
     <message>
         <source>Connected successful, move the table to synchronize the height.</source>

@@ -1,6 +1,7 @@
 #include "OMBaseModalWindow.h"
 
 #include "widgets/OMImage.h"
+#include "widgets/OMWindowIdentifier.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -44,11 +45,7 @@ void OMBaseModalWindow::centerOnScreen() {
 }
 
 void OMBaseModalWindow::bringToFront() {
-    if (isMinimized())
-        showNormal();
-    show();
-    raise();
-    activateWindow();
+    OMWindowIdentifier::bringToFront(this);
 }
 
 } // namespace ostrel

@@ -5,6 +5,8 @@
 #include "session/CountdownView.h"
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskSession.h"
+#include "session/DeskStatus.h"
+#include "session/DeskStatusLine.h"
 #include "session/GoToHeightSheet.h"
 #include "session/HeightSaveHelpVC.h"
 #include "session/HotKeyMovement.h"
@@ -17,6 +19,7 @@
 #include "widgets/OMAlert.h"
 #include "widgets/OMDeskPicture.h"
 #include "widgets/OMHoverButton.h"
+#include "widgets/OMWindowIdentifier.h"
 #include "widgets/SJHUD.h"
 
 #include <QEvent>
@@ -39,6 +42,11 @@ constexpr Scheduler::Duration kSettingsTurnDuration{300};
 const QColor kHoverBackground = QColor::fromRgbF(0.945f, 0.945f, 0.945f);
 constexpr int kUnitLength = 2; // "cm" / "in"
 
+DeskControlVC::ErrorScreenFactory& errorScreenFactory() {
+    static DeskControlVC::ErrorScreenFactory factory;
+    return factory;
+}
+
 } // namespace
 
 DeskControlVC::DeskControlVC(QWidget* parent)
@@ -55,6 +63,15 @@ DeskControlVC::DeskControlVC(QWidget* parent)
     m_session->registerObservers();
 }
 
+// The error window is a window of its own: it goes with the screen whose desk it was about.
+DeskControlVC::~DeskControlVC() {
+    delete m_errorWindow.data();
+}
+
+void DeskControlVC::setErrorScreenFactory(ErrorScreenFactory factory) {
+    errorScreenFactory() = std::move(factory);
+}
+
 QWidget* DeskControlVC::buildControlView() {
     auto* view = new QWidget(this);
     auto* layout = new QVBoxLayout(view);
@@ -62,6 +79,8 @@ QWidget* DeskControlVC::buildControlView() {
     layout->setSpacing(12);
     layout->addWidget(buildHeader());
     layout->addWidget(buildHeight());
+    m_status = new DeskStatusLine(m_session->status(), view);
+    layout->addWidget(m_status);
     m_picture = new OMDeskPicture(CurrentDeskModel::name(), view);
     m_picture->setMinimumSize(220, 150);
     layout->addWidget(m_picture, 1);
@@ -169,6 +188,10 @@ void DeskControlVC::connectSession() {
     connect(&s->presetKeys(), &PresetKeys::heightToastRequested, this,
             [this](const QString& text) { SJHUD::showHeightMessage(text, this); });
     connect(s, &DeskSession::breakTipRequested, this, &DeskControlVC::bluetoothBreakTip);
+    // Never from inside the frame that reported the fault.
+    connect(&s->status(), &DeskStatus::faultAppeared, this, [this] {
+        Scheduler::instance().after(Scheduler::Duration::zero(), this, [this] { jumpErrorVC(); });
+    });
 }
 
 void DeskControlVC::connectReminder() {
@@ -355,6 +378,12 @@ void DeskControlVC::actionGoToHeight() {
                 SJHUD::showMessage(GoToHeight::refusalText(refusal, session->limits(), inches),
                                    this);
         });
+}
+
+void DeskControlVC::jumpErrorVC() {
+    if (!m_errorWindow && errorScreenFactory())
+        m_errorWindow = errorScreenFactory()(m_session->status().errorCode());
+    OMWindowIdentifier::bringToFront(m_errorWindow);
 }
 
 void DeskControlVC::bluetoothBreakTip() {

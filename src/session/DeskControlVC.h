@@ -2,8 +2,10 @@
 
 #include "protocol/CommandType.h"
 
+#include <QPointer>
 #include <QWidget>
 #include <array>
+#include <functional>
 
 class QLabel;
 class QStackedLayout;
@@ -12,6 +14,7 @@ namespace ostrel {
 
 class CountdownView;
 class DeskSession;
+class DeskStatusLine;
 class HomeFunctionBtn;
 class OMDeskPicture;
 class OMHoverButton;
@@ -29,7 +32,13 @@ public:
     static constexpr int kUnitPointSize = 24;
     static constexpr QSize kPreferredSize{420, 640};
 
+    // Makes the error screen's window for a fault code; the shell installs it.
+    using ErrorScreenFactory = std::function<QWidget*(long errorCode)>;
+
     explicit DeskControlVC(QWidget* parent = nullptr);
+    ~DeskControlVC() override;
+
+    static void setErrorScreenFactory(ErrorScreenFactory factory);
 
     DeskSession& session() const { return *m_session; }
     SitStandReminder& reminder() const { return *m_reminder; }
@@ -46,6 +55,10 @@ public:
     // The height as shown: number and unit are drawn in two sizes.
     QString heightText() const;
     QString tipText() const;
+    // What the desk reports beyond its height, in words; hidden while there is nothing.
+    DeskStatusLine* statusLine() const { return m_status; }
+    // The error screen this screen opened, if any.
+    QWidget* errorWindow() const { return m_errorWindow; }
 
     QSize sizeHint() const override { return kPreferredSize.expandedTo(QWidget::sizeHint()); }
 
@@ -58,6 +71,9 @@ public:
     void hoverEnd(OMHoverButton* button);
     void actionShowHelp();
     void bluetoothBreakTip();
+    // Shows the error screen: made once, for the first fault's code, and afterwards only
+    // brought back to the front, whatever the code.
+    void jumpErrorVC();
     // Asks for a height and moves the desk there.
     void actionGoToHeight();
 
@@ -104,6 +120,8 @@ private:
     QLabel* m_height = nullptr;
     QString m_heightText;
     QLabel* m_tip = nullptr;
+    DeskStatusLine* m_status = nullptr;
+    QPointer<QWidget> m_errorWindow;
     OMDeskPicture* m_picture = nullptr;
     HomeFunctionBtn* m_up = nullptr;
     HomeFunctionBtn* m_down = nullptr;

@@ -7,6 +7,7 @@
 #include "session/DQGlobalKeyHelper.h"
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskLink.h"
+#include "session/DeskStatus.h"
 #include "session/GlobalKeyDispatch.h"
 #include "session/HeldKeyOwner.h"
 #include "session/HotKeyMovement.h"
@@ -18,6 +19,7 @@
 #include "store/RecordDictionary.h"
 #include "transport/RBBluetoothManager.h"
 #include "widgets/OMScreenRouter.h"
+#include "widgets/OMWindowIdentifier.h"
 
 #include <QCoreApplication>
 #include <QPointer>
@@ -49,7 +51,7 @@ DeskSession::DeskSession(QObject* parent)
       m_presetKeys(new PresetKeys([this] { return m_currentHeight; }, this)),
       m_hotKeyMovement(new HotKeyMovement(this)),
       m_globalKeys(new GlobalKeyDispatch(*m_hotKeyMovement, *m_presetKeys, this)),
-      m_goToHeight(new GoToHeight(this)) {
+      m_goToHeight(new GoToHeight(this)), m_status(new DeskStatus(this)) {
     wireParts();
 }
 
@@ -146,7 +148,9 @@ void DeskSession::initBluetoothResultHandle() {
         weakly([](DeskSession& s, const std::string&) { s.stopUnattendedMoves(); });
 
     BluetoothResultHandle& h = handle();
+    // Called with every display frame, once the frame is classified.
     h.bluetoothResultHandle_ChildLock = weakly([](DeskSession& s, bool locked) {
+        s.m_status->displayShown(locked, handle().result());
         if (locked)
             s.stopUnattendedMoves();
     });
@@ -258,9 +262,11 @@ void DeskSession::actionDeleteCurrentDeviceSetting() {
 void DeskSession::actionPushToTypeVC() {
     NotificationCenter::defaultCenter().post(
         QString::fromLatin1(notifications::kDeleteCurrentDevice));
-    // The router replaces the screen, which may delete this session: nothing may follow.
+    // The router replaces the screen, which may delete this session: only what needs no session
+    // may follow. The user sees the end, however hidden the window was.
     OMScreenRouter::instance().show(QString::fromLatin1(
         facade().blueToothIsOpen() ? screens::kBluetoothSearch : screens::kNoBluetooth));
+    OMWindowIdentifier::bringToFront(OMWindowIdentifier::find(OMWindowIdentifier::home()));
 }
 
 void DeskSession::actionDeleteCurrentDevice() {

@@ -14,6 +14,7 @@
 namespace ostrel {
 
 class DeskLink;
+class DeskStatus;
 class GlobalKeyDispatch;
 class HotKeyMovement;
 class OMTimeManager;
@@ -46,6 +47,7 @@ public:
     HotKeyMovement& hotKeyMovement() const { return *m_hotKeyMovement; }
     GlobalKeyDispatch& globalKeys() const { return *m_globalKeys; }
     GoToHeight& goToHeight() const { return *m_goToHeight; }
+    DeskStatus& status() const { return *m_status; }
 
     // ---- State ----
     float currentHeight() const { return m_currentHeight; }
@@ -121,6 +123,7 @@ private:
     HotKeyMovement* m_hotKeyMovement;
     GlobalKeyDispatch* m_globalKeys;
     GoToHeight* m_goToHeight;
+    DeskStatus* m_status;
     float m_currentHeight = 0.0f;
     QString m_previousHeight;
     QString m_shownText;

@@ -74,21 +74,21 @@ ViewShortcutKeys::ViewShortcutKeys(DeskControlVC* fatherVC)
 
 void ViewShortcutKeys::initData() {
     m_setting = SystemSettingRecord::load();
-    m_switchRow->setRowViewWithTitle(tr("Shortcut keys"), text(m_setting.combinationopen),
-                                     [this](const QString& status) {
-                                         m_setting.combinationopen = status.toStdString();
-                                         SystemSettingRecord::save(m_setting);
-                                         actionChangeShortcutKeys();
-                                     });
+    m_switchRow->setRowViewWithTitle(
+        tr("Shortcut keys"), text(m_setting.combinationopen),
+        [this](const QString& status) { change(&Object_SystemSetting::combinationopen, status); });
     m_comboRow->setViewContentWithcombinationkey(
         text(m_setting.combinationkey), [this](const QString& combinationkey) {
-            m_setting.combinationkey = combinationkey.toStdString();
-            SystemSettingRecord::save(m_setting);
-            actionChangeShortcutKeys();
+            change(&Object_SystemSetting::combinationkey, combinationkey);
             reloadData();
         });
     reloadData();
     refreshNotice();
+}
+
+void ViewShortcutKeys::change(SystemSettingRecord::Field field, const QString& value) {
+    m_setting = SystemSettingRecord::change(field, value.toStdString());
+    actionChangeShortcutKeys();
 }
 
 void ViewShortcutKeys::actionChangeShortcutKeys() {

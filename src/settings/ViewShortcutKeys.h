@@ -1,7 +1,7 @@
 #pragma once
 
 #include "settings/OMSettingPage.h"
-#include "store/Object_SystemSetting.h"
+#include "settings/SystemSettingRecord.h"
 
 #include <QList>
 
@@ -38,10 +38,12 @@ public:
     static QString prefix(const QString& combinationkey);
 
 private:
+    // Stores the one field the user changed, then takes the keys as the stored settings say.
+    void change(SystemSettingRecord::Field field, const QString& value);
     void reloadData();
     void refreshNotice();
 
-    Object_SystemSetting m_setting;
+    Object_SystemSetting m_setting; // as last stored; shown, never saved whole
     ShortcutSwitchRowView* m_switchRow;
     ShortcutComboRowView* m_comboRow;
     QList<ShortcutItemRowView*> m_itemRows;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "settings/OMSettingPage.h"
-#include "store/Object_SystemSetting.h"
 
 #include <functional>
 
@@ -23,7 +22,6 @@ public:
     // What the reset calls to take the desk's global hot keys away; the shell installs it.
     static void setHotKeyRemover(std::function<void()> remover);
 
-    const Object_SystemSetting& setting() const { return m_setting; }
     SettingRowView* unitRow() const { return m_unitRow; }
     SettingRowView* languageRow() const { return m_languageRow; }
     SettingRowView* shortcutRow() const { return m_shortcutRow; }
@@ -37,10 +35,8 @@ public:
     void refreshContentView();
 
 private:
-    void initData();
     void initView();
 
-    Object_SystemSetting m_setting;
     SettingRowView* m_unitRow = nullptr;
     SettingRowView* m_languageRow = nullptr;
     SettingRowView* m_shortcutRow = nullptr;

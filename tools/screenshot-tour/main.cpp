@@ -4,7 +4,6 @@
 #include "Tour.h"
 #include "app/AppDelegate.h"
 #include "app/DemoDesks.h"
-#include "app/HomeErrorVC.h"
 #include "app/LocalPreference.h"
 #include "app/OMBaseModalWindow.h"
 #include "app/ScreenFactories.h"
@@ -303,6 +302,53 @@ void closeWindowsExceptHome(QWidget& home) {
     }
 }
 
+// Hides the error window the control screen opened, so the status line shows unobstructed.
+void hideErrorWindow(QWidget& home) {
+    if (DeskControlVC* control = controlIn(home); control && control->errorWindow())
+        control->errorWindow()->hide();
+}
+
+// The desk's faults: the error screen its first fault opens, then the status line for an error
+// code, the child lock and a reset request, each injected on the desk.
+std::deque<Step> faultSteps(Tour& tour) {
+    QWidget& home = tour.home();
+    // The desk is known only once the tour has bound one.
+    const auto onDesk = [&tour](std::function<void(VirtualDesk&)> action) {
+        return [&tour, action] { action(boundDesk(tour.demo())); };
+    };
+    const auto errorShown = [&home] {
+        DeskControlVC* control = controlIn(home);
+        return control && control->errorWindow() && control->errorWindow()->isVisible();
+    };
+    return {
+        {QString(), onDesk([&home](VirtualDesk& desk) {
+             closeWindowsExceptHome(home);
+             desk.injectError(30);
+         }),
+         500ms, errorShown},
+        {QStringLiteral("16-error"), [&home] { home.hide(); }, 500ms},
+        {QStringLiteral("16a-status-error"),
+         [&home] {
+             home.show();
+             hideErrorWindow(home);
+         },
+         600ms},
+        {QString(), onDesk([](VirtualDesk& desk) {
+             desk.injectError(0);
+             desk.setChildLock(true);
+         }),
+         500ms, errorShown},
+        {QStringLiteral("16b-status-child-lock"), [&home] { hideErrorWindow(home); }, 600ms},
+        {QString(), onDesk([](VirtualDesk& desk) {
+             desk.setChildLock(false);
+             desk.setResetNeeded(true);
+         }),
+         500ms, errorShown},
+        {QStringLiteral("16c-status-reset"), [&home] { hideErrorWindow(home); }, 600ms},
+        {QString(), onDesk([](VirtualDesk& desk) { desk.setResetNeeded(false); }), 300ms},
+    };
+}
+
 std::deque<Step> tourSteps(Tour& tour) {
     QWidget& home = tour.home();
     auto show = [](const char* screen) {
@@ -354,22 +400,13 @@ std::deque<Step> tourSteps(Tour& tour) {
     std::ranges::move(settingsSteps(home), std::back_inserter(steps));
     std::ranges::move(reminderSteps(home), std::back_inserter(steps));
     std::ranges::move(deviceSteps(home), std::back_inserter(steps));
-    steps.insert(steps.end(), {
-                                  {QStringLiteral("16-error"),
-                                   [&home] {
-                                       closeWindowsExceptHome(home);
-                                       home.hide(); // the error window alone in the picture
-                                       HomeErrorVC::showError(30);
-                                   },
-                                   800ms},
-                                  {QStringLiteral("17-link-loss"),
-                                   [&tour, &home] {
-                                       closeWindowsExceptHome(home);
-                                       home.show();
-                                       boundDesk(tour.demo()).dropLink();
-                                   },
-                                   500ms, [] { return promptShown(); }},
-                              });
+    std::ranges::move(faultSteps(tour), std::back_inserter(steps));
+    steps.push_back({QStringLiteral("17-link-loss"),
+                     [&tour, &home] {
+                         closeWindowsExceptHome(home);
+                         boundDesk(tour.demo()).dropLink();
+                     },
+                     500ms, [] { return promptShown(); }});
     return steps;
 }
 
