@@ -56,6 +56,8 @@ DeskSession::~DeskSession() {
 void DeskSession::wireParts() {
     connect(m_link, &DeskLink::linkStarting, this, &DeskSession::releaseHeldKeys);
     connect(m_link, &DeskLink::linked, this, &DeskSession::refreshDeviceInfo);
+    connect(m_link, &DeskLink::linked, this,
+            [this] { emit deskLinkChanged(m_link->blutoothName()); });
     connect(m_link, &DeskLink::connectFailed, this, [this] {
         if (!m_changingDesk)
             emit breakTipRequested();
@@ -82,10 +84,12 @@ void DeskSession::later(Scheduler::Duration delay, Task task) {
 void DeskSession::setLoadViewAction() {
     initData();
     releaseHeldKeys(); // a new session never inherits a key held in an earlier one
-    if (m_link->initBluetooth())
+    if (m_link->initBluetooth()) {
+        emit deskLinkChanged(m_link->blutoothName());
         refreshDeviceInfo();
-    else
+    } else {
         requestBreakTip();
+    }
     initBluetoothResultHandle();
     DQGlobalKeyHelper::shareInstance().actionAddGlobalKey();
     LiveSession::instance().setCurrent(this);
@@ -212,6 +216,7 @@ void DeskSession::actionDeviceChanged() {
     timeManager().setTime(0);
     timeManager().stop();
     m_link->followCurrentPeripheral();
+    emit deskLinkChanged(m_link->blutoothName());
     refreshDeviceInfo();
     initBluetoothResultHandle();
 }
@@ -228,6 +233,7 @@ void DeskSession::deskChangeFailed() {
 
 void DeskSession::bluetoothDisConnected() {
     releaseHeldKeys();
+    emit deskLinkChanged({});
     if (!m_changingDesk)
         requestBreakTip();
 }
@@ -254,6 +260,7 @@ void DeskSession::actionPushToTypeVC() {
 void DeskSession::actionDeleteCurrentDevice() {
     NotificationCenter::defaultCenter().removeObserver(this);
     releaseHeldKeys();
+    emit deskLinkChanged({});
     // Every end of a session comes here, whoever ends it: the global keys go with it.
     DQGlobalKeyHelper::shareInstance().removeDeskGlobalHotKey();
 }
@@ -265,6 +272,7 @@ void DeskSession::showHeight(int height) {
         return;
     setTableViewHeight(QString::number(height));
     m_currentHeight = static_cast<float>(height);
+    emit heightReported(m_previousHeight.toDouble());
     m_hotKeyMovement->globalKeyMoving(m_currentHeight);
     m_goToHeight->heightReported(height);
 }

@@ -100,6 +100,10 @@ signals:
     // Every held key was let go (link loss, session end, another desk, quit); timed key
     // sequences of other parts end with it.
     void heldKeysReleased();
+    // For the standing-time record: every height the desk reports, in tenths of a centimetre,
+    // and the desk now linked ("" while none is).
+    void heightReported(double tenthsCm);
+    void deskLinkChanged(const QString& desk);
 
 private:
     using Task = std::function<void(DeskSession&)>;
