@@ -64,7 +64,11 @@ ActivityStore::ActivityStore(const QString& path, Mode mode)
         open(Mode::ReadOnly);
         return;
     }
-    if (!open(Mode::ReadWrite) || !checkIntegrity()) {
+    // Checked read-only first: a writing connection would delete the -wal and -shm files of a
+    // damaged database as it closes, and they belong with it.
+    const bool sound = !file.exists() || (open(Mode::ReadOnly) && checkIntegrity());
+    m_db.close();
+    if (!sound || !open(Mode::ReadWrite)) {
         moveAside();
         open(Mode::ReadWrite);
     }

@@ -2,7 +2,6 @@
 
 #include "SessionTestSupport.h"
 #include "core/ManualScheduler.h"
-#include "session/ActivityFeed.h"
 #include "session/StandingProgressView.h"
 #include "store/ActivityStore.h"
 
@@ -200,10 +199,8 @@ TEST_F(ActivityRecorderTest, TheThresholdFollowsThePresetsUnlessSetAndTheGoalMov
 class ActivityFeedTest : public SessionTest {};
 
 TEST_F(ActivityFeedTest, ADeskMovedToStandingIsRecordedAndShownOnTheControlScreen) {
-    QTemporaryDir folder;
-    ActivityStore store(folder.filePath(QStringLiteral("a.sqlite")));
-    ActivityRecorder recorder(store);
-    ActivityFeed feed(recorder);
+    RecordedActivity activity;
+    ActivityRecorder& recorder = activity.recorder;
     bindDesk({}, "72,110,0,0");
     openControl();
     EXPECT_EQ(recorder.thresholdCm(), 91.0);
@@ -248,7 +245,7 @@ TEST(ActivityKillTest, AKilledProcessLosesAtMostTheLastMinute) {
         const QDate day = ManualScheduler().wallNow().date();
         const qint64 kept = reopened.days(day, day).first().of(Posture::Standing);
         const qint64 lost = lastMs - kept;
-        std::cout << "killed at " << lastMs / 1000 << " s of standing: " << lost / 1000.0
+        std::cout << "killed at " << lastMs / 1000 << " s of standing: " << double(lost) / 1000.0
                   << " s lost" << std::endl;
         EXPECT_GE(lost, 0);
         EXPECT_LE(lost, ActivityRecorder::kSaveInterval.count() + 1000);

@@ -22,14 +22,15 @@ protected:
     // Closed intervals: (days before today, posture, minutes).
     static void fill(ActivityStore& store, const QList<std::tuple<int, Posture, int>>& rows) {
         qint64 open = 0;
+        qint64 openMs = 0;
         for (const auto& [daysAgo, posture, minutes] : rows) {
             const QDate day = kToday.addDays(-daysAgo);
-            open = store.switchInterval(open, qint64(minutes) * 60000,
+            open = store.switchInterval(open, std::exchange(openMs, qint64(minutes) * 60000),
                                         {0, day, posture, QDateTime(day, QTime(8, 0)).toUTC(), 0,
                                          QStringLiteral("D"), posture == Posture::Standing, true});
             ASSERT_NE(open, 0);
         }
-        ASSERT_TRUE(store.saveDuration(open, qint64(std::get<2>(rows.last())) * 60000, true));
+        ASSERT_TRUE(store.saveDuration(open, openMs, true));
     }
 
     static qint64 standing(const ActivityStore& store, int daysAgo) {
