@@ -20,6 +20,7 @@
 #include <QLocale>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QSpinBox>
 #include <QStackedBarSeries>
 #include <QVBoxLayout>
@@ -36,11 +37,15 @@ constexpr double kHourMs = 60.0 * 60 * 1000;
 constexpr int kGoalStepMinutes = int(ActivityRecorder::kGoalStepMs / 60000);
 
 ActivityView::SavePathAsker& savePathAsker() {
-    static ActivityView::SavePathAsker asker = [](QWidget* parent, const QString& suggested) {
-        return QFileDialog::getSaveFileName(parent, ActivityView::tr("Export"), suggested,
-                                            ActivityView::tr("CSV files (*.csv)"));
-    };
+    static ActivityView::SavePathAsker asker;
     return asker;
+}
+
+QString askSavePath(QWidget* parent, const QString& suggested) {
+    if (savePathAsker())
+        return savePathAsker()(parent, suggested);
+    return QFileDialog::getSaveFileName(parent, ActivityView::tr("Export"), suggested,
+                                        ActivityView::tr("CSV files (*.csv)"));
 }
 
 } // namespace
@@ -115,20 +120,18 @@ QWidget* ActivityView::buildSettings() {
     m_goal->setSingleStep(kGoalStepMinutes);
     m_goal->setStepType(QAbstractSpinBox::DefaultStepType);
     m_goal->setSuffix(tr(" min"));
-    m_goal->setValue(int(m_recorder.goalMs() / 60000));
-    connect(m_goal, &QSpinBox::editingFinished, this, [this] {
-        m_recorder.setGoalMs(qint64(m_goal->value()) * 60000);
-        m_goal->setValue(int(m_recorder.goalMs() / 60000)); // to the step it was rounded to
-    });
+    m_goal->setKeyboardTracking(false);
+    connect(m_goal, &QSpinBox::valueChanged, this,
+            [this](int minutes) { m_recorder.setGoalMs(qint64(minutes) * 60000); });
     m_threshold = new QDoubleSpinBox(box);
     m_threshold->setRange(0.0, 130.0);
     m_threshold->setDecimals(1);
     m_threshold->setSingleStep(0.5);
     m_threshold->setSuffix(tr(" cm"));
     m_threshold->setSpecialValueText(tr("Automatic"));
-    m_threshold->setValue(m_recorder.thresholdSetting());
-    connect(m_threshold, &QDoubleSpinBox::editingFinished, this,
-            [this] { m_recorder.setThresholdSetting(m_threshold->value()); });
+    m_threshold->setKeyboardTracking(false);
+    connect(m_threshold, &QDoubleSpinBox::valueChanged, this,
+            [this](double cm) { m_recorder.setThresholdSetting(cm); });
     auto* form = new QFormLayout(box);
     form->setContentsMargins(0, 0, 0, 0);
     form->addRow(tr("Daily standing goal"), m_goal);
@@ -180,6 +183,19 @@ void ActivityView::refresh() {
             .arg(QLocale().toString(deskDays ? double(transitions) / deskDays : 0.0, 'f', 1)));
     m_timeline->setIntervals(m_recorder.intervals(today.date, today.date));
     fillChart(report);
+    showSettings();
+}
+
+// As the recorder keeps them (rounded, or changed over the bus), unless being edited.
+void ActivityView::showSettings() {
+    if (!m_goal->hasFocus()) {
+        const QSignalBlocker quiet(m_goal);
+        m_goal->setValue(int(m_recorder.goalMs() / 60000));
+    }
+    if (!m_threshold->hasFocus()) {
+        const QSignalBlocker quiet(m_threshold);
+        m_threshold->setValue(m_recorder.thresholdSetting());
+    }
 }
 
 void ActivityView::fillChart(const ActivityReport& report) {
@@ -237,7 +253,7 @@ void ActivityView::exportIntervals() {
 }
 
 void ActivityView::saveExport(const QString& suggested, const QByteArray& bytes) {
-    const QString path = savePathAsker()(this, QDir::home().filePath(suggested));
+    const QString path = askSavePath(this, QDir::home().filePath(suggested));
     if (!path.isEmpty() && !AtomicFile::write(path, bytes))
         emit exportFailed(path);
 }

@@ -25,7 +25,8 @@ class ActivityTimeline;
 class ActivityView : public QWidget {
     Q_OBJECT
 public:
-    // Asks where to save an export; returns "" when the user cancels. A test seam.
+    // Asks where to save an export; returns "" when the user cancels. A test seam: nullptr
+    // brings back the file dialog.
     using SavePathAsker = std::function<QString(QWidget* parent, const QString& suggested)>;
     static void setSavePathAsker(SavePathAsker asker);
 
@@ -57,6 +58,7 @@ private:
     QWidget* buildSettings();
     QWidget* buildExport();
     void fillChart(const ActivityReport& report);
+    void showSettings();
     void saveExport(const QString& suggested, const QByteArray& bytes);
 
     ActivityRecorder& m_recorder;

@@ -190,9 +190,11 @@ qint64 ActivityStore::switchInterval(qint64 closingId, qint64 closingMs,
         insert.prepare(QStringLiteral(
             "INSERT INTO intervals (day, posture, start_ms, duration_ms, desk, transition, open) "
             "VALUES (?, ?, ?, ?, ?, ?, 1)"));
-        for (const QVariant& value :
-             QVariantList{dayText(next.day), int(next.posture), next.start.toMSecsSinceEpoch(),
-                          next.durationMs, next.desk, next.transition ? 1 : 0})
+        for (const QVariant& value : QVariantList{
+                 dayText(next.day), int(next.posture), next.start.toMSecsSinceEpoch(),
+                 next.durationMs,
+                 // a null text would be NULL, which the column refuses
+                 next.desk.isNull() ? QStringLiteral("") : next.desk, next.transition ? 1 : 0})
             insert.addBindValue(value);
         if (!insert.exec())
             return false;
