@@ -251,7 +251,8 @@ TEST(ActivityKillTest, AKilledProcessLosesAtMostTheLastMinute) {
         const qint64 lost = lastMs - kept;
         std::cout << "killed at " << lastMs / 1000 << " s of standing: " << double(lost) / 1000.0
                   << " s lost" << std::endl;
-        EXPECT_GE(lost, 0);
+        // The step being taken when the kill came may have saved before printing its time.
+        EXPECT_GE(lost, -1000);
         EXPECT_LE(lost, ActivityRecorder::kSaveInterval.count() + 1000);
     }
 }

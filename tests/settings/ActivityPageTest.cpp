@@ -1,12 +1,14 @@
 #include "settings/ActivityPage.h"
 
 #include "SettingsTestSupport.h"
+#include "session/StandingProgressView.h"
 #include "settings/ActivityTimeline.h"
 #include "settings/ActivityView.h"
 #include "sim/ActivitySample.h"
 #include "store/ActivityCsv.h"
 
 #include <QBarCategoryAxis>
+#include <QBarSet>
 #include <QChart>
 #include <QLabel>
 #include <QSpinBox>
