@@ -61,8 +61,8 @@
     <message numerus="yes">
         <source>Streak: %n day(s)</source>
         <translation>
-            <numerusform>%n day</numerusform>
-            <numerusform>%n days</numerusform>
+            <numerusform>Streak: %n day</numerusform>
+            <numerusform>Streak: %n days</numerusform>
         </translation>
     </message>
     <message>

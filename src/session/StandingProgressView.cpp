@@ -56,6 +56,11 @@ void StandingProgressView::refresh() {
         int(std::min<qint64>(100, standing * 100 / std::max<qint64>(1, report.goalMs))));
 }
 
+// The label and the bar, not the button's own (empty) text.
+QSize StandingProgressView::sizeHint() const {
+    return layout()->sizeHint().expandedTo(QPushButton::sizeHint());
+}
+
 QString StandingProgressView::progressText(qint64 standingMs, qint64 goalMs) {
     return QStringLiteral("%1 / %2").arg(ActivityReport::clockText(standingMs),
                                          ActivityReport::clockText(goalMs));

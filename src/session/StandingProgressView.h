@@ -21,6 +21,7 @@ public:
     // Shows the figures of `recorder` (nullptr: none) and follows its changes.
     void follow(ActivityRecorder* recorder);
     void refresh();
+    QSize sizeHint() const override;
 
     // "1:05 / 2:00" for a standing time and a goal.
     static QString progressText(qint64 standingMs, qint64 goalMs);

@@ -230,10 +230,20 @@ void ActivityView::fillChart(const ActivityReport& report) {
     chart->addSeries(series);
     auto* x = new QBarCategoryAxis;
     x->append(categories);
+    if (m_chartDays == kMonth)
+        x->setLabelsAngle(-90); // thirty day numbers side by side do not fit
     auto* y = new QValueAxis;
-    y->setRange(0, std::ceil(highest));
+    // Whole hours on the scale.
+    const int hours = int(std::ceil(highest));
+    const int step = hours > 10 ? 2 : 1;
+    y->setRange(0, (hours + step - 1) / step * step);
+    y->setTickCount((hours + step - 1) / step + 1);
     y->setLabelFormat(QStringLiteral("%d h"));
-    y->setTickCount(5);
+    for (QAbstractAxis* axis : {static_cast<QAbstractAxis*>(x), static_cast<QAbstractAxis*>(y)}) {
+        QFont font = axis->labelsFont();
+        font.setPointSizeF(font.pointSizeF() * 0.8);
+        axis->setLabelsFont(font);
+    }
     chart->addAxis(x, Qt::AlignBottom);
     chart->addAxis(y, Qt::AlignLeft);
     series->attachAxis(x);

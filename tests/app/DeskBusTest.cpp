@@ -264,7 +264,6 @@ TEST_F(DeskBusTest, PropertyChangesArriveAFewTimesASecondWhileMoving) {
 
 TEST_F(DeskBusTest, StandingTimeIncludesTheOpenIntervalAndTheGoalIsWritable) {
     RecordedActivity activity;
-    ActivityRecorder& recorder = activity.recorder;
     open({}, "72,110,0,0");
     ASSERT_EQ(call(QStringLiteral("MoveTo"), {110.0}).type(), QDBusMessage::ReplyMessage);
     runMove();
@@ -281,13 +280,13 @@ TEST_F(DeskBusTest, StandingTimeIncludesTheOpenIntervalAndTheGoalIsWritable) {
                       QVariant::fromValue(QDBusVariant(uint(4000)))});
     EXPECT_EQ(script.call(set, QDBus::BlockWithGui).type(), QDBusMessage::ReplyMessage);
     EXPECT_EQ(property("StandingGoal").toUInt(), 4500u) << "rounded to 15 minutes";
-    EXPECT_EQ(recorder.goalMs(), 4500 * 1000);
+    EXPECT_EQ(activity.recorder.goalMs(), 4500 * 1000);
 
     const QDBusMessage history = call(QStringLiteral("History"), {3u});
     ActivityDays days;
     history.arguments().value(0).value<QDBusArgument>() >> days;
     ASSERT_EQ(days.size(), 3);
-    EXPECT_EQ(days.last().value(QStringLiteral("date")), recorder.today().toString(Qt::ISODate));
+    EXPECT_EQ(days.last().value(QStringLiteral("date")), activity.recorder.today().toString(Qt::ISODate));
     EXPECT_NEAR(days.last().value(QStringLiteral("standing_s")).toDouble(), 600, 30);
 }
 
