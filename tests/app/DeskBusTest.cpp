@@ -277,7 +277,7 @@ TEST_F(DeskBusTest, StandingTimeIncludesTheOpenIntervalAndTheGoalIsWritable) {
         QLatin1String(config::kDBusService), QLatin1String(config::kDeskPath),
         QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Set"));
     set.setArguments({QLatin1String(config::kDeskInterface), QStringLiteral("StandingGoal"),
-                      QVariant::fromValue(QDBusVariant(uint(4000)))});
+                      QVariant::fromValue(QDBusVariant(uint(4200)))});
     EXPECT_EQ(script.call(set, QDBus::BlockWithGui).type(), QDBusMessage::ReplyMessage);
     EXPECT_EQ(property("StandingGoal").toUInt(), 4500u) << "rounded to 15 minutes";
     EXPECT_EQ(activity.recorder.goalMs(), 4500 * 1000);
