@@ -21,6 +21,7 @@ packages=(
     dpkg-dev file lintian desktop-file-utils appstream
     libxcb-keysyms1-dev
     python3-bleak
+    qt6-charts-dev libqt6opengl6-dev libqt6sql6-sqlite
 )
 
 install_missing() {

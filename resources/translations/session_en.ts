@@ -238,4 +238,15 @@
         <translation>Now</translation>
     </message>
 </context>
+<context>
+    <name>ostrel::StandingProgressView</name>
+    <message>
+        <source>Standing time today against your goal; click for your activity</source>
+        <translation>Standing time today against your goal; click for your activity</translation>
+    </message>
+    <message>
+        <source>Standing today %1</source>
+        <translation>Standing today %1</translation>
+    </message>
+</context>
 </TS>

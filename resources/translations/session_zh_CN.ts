@@ -238,4 +238,15 @@
         <translation>现在</translation>
     </message>
 </context>
+<context>
+    <name>ostrel::StandingProgressView</name>
+    <message>
+        <source>Standing time today against your goal; click for your activity</source>
+        <translation>今日站立时间与目标对比；点击查看活动</translation>
+    </message>
+    <message>
+        <source>Standing today %1</source>
+        <translation>今日站立 %1</translation>
+    </message>
+</context>
 </TS>

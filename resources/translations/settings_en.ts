@@ -2,6 +2,87 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en">
 <context>
+    <name>ostrel::ActivityPage</name>
+    <message>
+        <source>Activity</source>
+        <translation>Activity</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ActivityView</name>
+    <message>
+        <source>Export</source>
+        <translation>Export</translation>
+    </message>
+    <message>
+        <source>CSV files (*.csv)</source>
+        <translation>CSV files (*.csv)</translation>
+    </message>
+    <message>
+        <source>Last 7 days</source>
+        <translation>Last 7 days</translation>
+    </message>
+    <message>
+        <source>Last 30 days</source>
+        <translation>Last 30 days</translation>
+    </message>
+    <message>
+        <source> min</source>
+        <translation> min</translation>
+    </message>
+    <message>
+        <source> cm</source>
+        <translation> cm</translation>
+    </message>
+    <message>
+        <source>Automatic</source>
+        <translation>Automatic</translation>
+    </message>
+    <message>
+        <source>Daily standing goal</source>
+        <translation>Daily standing goal</translation>
+    </message>
+    <message>
+        <source>Standing from</source>
+        <translation>Standing from</translation>
+    </message>
+    <message>
+        <source>Export days...</source>
+        <translation>Export days...</translation>
+    </message>
+    <message>
+        <source>Export intervals...</source>
+        <translation>Export intervals...</translation>
+    </message>
+    <message>
+        <source>Standing today: %1 of your %2 goal</source>
+        <translation>Standing today: %1 of your %2 goal</translation>
+    </message>
+    <message numerus="yes">
+        <source>Streak: %n day(s)</source>
+        <translation>
+            <numerusform>Streak: %n day</numerusform>
+            <numerusform>Streak: %n days</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Average transitions per day: %1</source>
+        <translation>Average transitions per day: %1</translation>
+    </message>
+    <message>
+        <source>Sitting</source>
+        <translation>Sitting</translation>
+    </message>
+    <message>
+        <source>Standing</source>
+        <translation>Standing</translation>
+    </message>
+    <message>
+        <source>Away</source>
+        <translation>Away</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::AntiCollisionHelpVC</name>
     <message>
         <source>Anti-collision function</source>
@@ -247,33 +328,6 @@ A reset also clears the height presets stored on the desk.</translation>
     </message>
 </context>
 <context>
-    <name>ostrel::ViewSitStand</name>
-    <message>
-        <source>Sit-stand alternation</source>
-        <translation>Sit-stand alternation</translation>
-    </message>
-    <message>
-        <source>Sit-stand reminder</source>
-        <translation>Sit-stand reminder</translation>
-    </message>
-    <message>
-        <source>Reminder interval</source>
-        <translation>Reminder interval</translation>
-    </message>
-    <message>
-        <source>Notification sound</source>
-        <translation>Notification sound</translation>
-    </message>
-    <message>
-        <source>%1min</source>
-        <translation>%1min</translation>
-    </message>
-    <message>
-        <source>%1h</source>
-        <translation>%1h</translation>
-    </message>
-</context>
-<context>
     <name>ostrel::ViewShortcutKeys</name>
     <message>
         <source>Up</source>
@@ -322,6 +376,33 @@ A reset also clears the height presets stored on the desk.</translation>
     <message>
         <source>Another application already uses %1: these keys do nothing here.</source>
         <translation>Another application already uses %1: these keys do nothing here.</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewSitStand</name>
+    <message>
+        <source>Sit-stand alternation</source>
+        <translation>Sit-stand alternation</translation>
+    </message>
+    <message>
+        <source>Sit-stand reminder</source>
+        <translation>Sit-stand reminder</translation>
+    </message>
+    <message>
+        <source>Reminder interval</source>
+        <translation>Reminder interval</translation>
+    </message>
+    <message>
+        <source>Notification sound</source>
+        <translation>Notification sound</translation>
+    </message>
+    <message>
+        <source>%1min</source>
+        <translation>%1min</translation>
+    </message>
+    <message>
+        <source>%1h</source>
+        <translation>%1h</translation>
     </message>
 </context>
 <context>

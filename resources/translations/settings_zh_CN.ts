@@ -2,6 +2,86 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN">
 <context>
+    <name>ostrel::ActivityPage</name>
+    <message>
+        <source>Activity</source>
+        <translation>活动</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ActivityView</name>
+    <message>
+        <source>Export</source>
+        <translation>导出</translation>
+    </message>
+    <message>
+        <source>CSV files (*.csv)</source>
+        <translation>CSV 文件 (*.csv)</translation>
+    </message>
+    <message>
+        <source>Last 7 days</source>
+        <translation>最近 7 天</translation>
+    </message>
+    <message>
+        <source>Last 30 days</source>
+        <translation>最近 30 天</translation>
+    </message>
+    <message>
+        <source> min</source>
+        <translation> 分钟</translation>
+    </message>
+    <message>
+        <source> cm</source>
+        <translation> 厘米</translation>
+    </message>
+    <message>
+        <source>Automatic</source>
+        <translation>自动</translation>
+    </message>
+    <message>
+        <source>Daily standing goal</source>
+        <translation>每日站立目标</translation>
+    </message>
+    <message>
+        <source>Standing from</source>
+        <translation>站立高度起点</translation>
+    </message>
+    <message>
+        <source>Export days...</source>
+        <translation>按天导出...</translation>
+    </message>
+    <message>
+        <source>Export intervals...</source>
+        <translation>按时段导出...</translation>
+    </message>
+    <message>
+        <source>Standing today: %1 of your %2 goal</source>
+        <translation>今日站立：%1，目标 %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>Streak: %n day(s)</source>
+        <translation>
+            <numerusform>连续达标：%n 天</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Average transitions per day: %1</source>
+        <translation>每日平均坐站切换：%1 次</translation>
+    </message>
+    <message>
+        <source>Sitting</source>
+        <translation>坐姿</translation>
+    </message>
+    <message>
+        <source>Standing</source>
+        <translation>站姿</translation>
+    </message>
+    <message>
+        <source>Away</source>
+        <translation>离开</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::AntiCollisionHelpVC</name>
     <message>
         <source>Anti-collision function</source>
@@ -247,33 +327,6 @@ A reset also clears the height presets stored on the desk.</source>
     </message>
 </context>
 <context>
-    <name>ostrel::ViewSitStand</name>
-    <message>
-        <source>Sit-stand alternation</source>
-        <translation>坐站交替</translation>
-    </message>
-    <message>
-        <source>Sit-stand reminder</source>
-        <translation>坐站提醒</translation>
-    </message>
-    <message>
-        <source>Reminder interval</source>
-        <translation>提醒间隔</translation>
-    </message>
-    <message>
-        <source>Notification sound</source>
-        <translation>提醒声音</translation>
-    </message>
-    <message>
-        <source>%1min</source>
-        <translation>%1分钟</translation>
-    </message>
-    <message>
-        <source>%1h</source>
-        <translation>%1小时</translation>
-    </message>
-</context>
-<context>
     <name>ostrel::ViewShortcutKeys</name>
     <message>
         <source>Up</source>
@@ -322,6 +375,33 @@ A reset also clears the height presets stored on the desk.</source>
     <message>
         <source>Another application already uses %1: these keys do nothing here.</source>
         <translation>其他应用已占用 %1：这些按键在本应用中无效。</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewSitStand</name>
+    <message>
+        <source>Sit-stand alternation</source>
+        <translation>坐站交替</translation>
+    </message>
+    <message>
+        <source>Sit-stand reminder</source>
+        <translation>坐站提醒</translation>
+    </message>
+    <message>
+        <source>Reminder interval</source>
+        <translation>提醒间隔</translation>
+    </message>
+    <message>
+        <source>Notification sound</source>
+        <translation>提醒声音</translation>
+    </message>
+    <message>
+        <source>%1min</source>
+        <translation>%1分钟</translation>
+    </message>
+    <message>
+        <source>%1h</source>
+        <translation>%1小时</translation>
     </message>
 </context>
 <context>

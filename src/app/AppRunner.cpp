@@ -1,5 +1,6 @@
 #include "app/AppRunner.h"
 
+#include "app/ActivityService.h"
 #include "app/AppDelegate.h"
 #include "app/DemoDesks.h"
 #include "app/ScreenFactories.h"
@@ -29,7 +30,9 @@ AppRunner::~AppRunner() = default;
 
 int AppRunner::exec() {
     m_delegate->applicationDidFinishLaunching();
+    m_activity = std::make_unique<ActivityService>(*m_delegate);
     const int status = QApplication::exec();
+    m_activity.reset();
     letDeskHearReleasedKey();
     AppDelegate::releaseTransport();
     return status;

@@ -5,6 +5,7 @@
 
 namespace ostrel {
 
+class ActivityService;
 class AppDelegate;
 class DemoDesks;
 
@@ -21,6 +22,8 @@ public:
 
     AppDelegate& delegate() const { return *m_delegate; }
     DemoDesks* demo() const { return m_demo.get(); }
+    // The standing-time record, from launch until the loop ends.
+    ActivityService* activity() const { return m_activity.get(); }
 
     // Launches the shell and runs the event loop; returns its exit status.
     int exec();
@@ -34,6 +37,7 @@ private:
 
     std::unique_ptr<DemoDesks> m_demo;
     std::unique_ptr<AppDelegate> m_delegate;
+    std::unique_ptr<ActivityService> m_activity;
 };
 
 } // namespace ostrel

@@ -13,7 +13,8 @@ class QTextStream;
 namespace ostrel {
 
 // The command-line verbs that drive the desk of a running instance over the session bus:
-// --status (with --json), --move-to CM, --preset NAME and --stop. Each prints one line and
+// --status (with --json), --move-to CM, --preset NAME and --stop; and --stats, which also works
+// without a running instance. Each prints one line and
 // ends with an exit code that tells scripts what went wrong.
 class DeskCommandLine {
 public:
@@ -28,7 +29,7 @@ public:
     static constexpr int kCallTimeoutMs = 5000;
 
     struct Request {
-        QString verb; // "status", "move-to", "preset" or "stop"
+        QString verb; // "status", "move-to", "preset", "stop" or "stats"
         QString argument;
         bool json = false;
     };

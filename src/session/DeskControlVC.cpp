@@ -2,6 +2,7 @@
 
 #include "platform/DesktopNotifications.h"
 #include "platform/Platform.h"
+#include "session/ActivityRecorder.h"
 #include "session/CountdownView.h"
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskSession.h"
@@ -14,6 +15,7 @@
 #include "session/PresetKeys.h"
 #include "session/ShortcutsHeightSetVC.h"
 #include "session/SitStandReminder.h"
+#include "session/StandingProgressView.h"
 #include "store/CurrentDeskModel.h"
 #include "widgets/HomeFunctionBtn.h"
 #include "widgets/OMAlert.h"
@@ -78,6 +80,10 @@ QWidget* DeskControlVC::buildControlView() {
     layout->setContentsMargins(24, 16, 24, 24);
     layout->setSpacing(12);
     layout->addWidget(buildHeader());
+    m_standing = new StandingProgressView(view);
+    m_standing->follow(ActivityRecorder::current());
+    connect(m_standing, &QAbstractButton::clicked, this, &DeskControlVC::activityRequested);
+    layout->addWidget(m_standing, 0, Qt::AlignHCenter);
     layout->addWidget(buildHeight());
     m_status = new DeskStatusLine(m_session->status(), view);
     layout->addWidget(m_status);

@@ -20,6 +20,7 @@ class OMDeskPicture;
 class OMHoverButton;
 class OMImageButton;
 class SitStandReminder;
+class StandingProgressView;
 
 // The desk control screen: the live height, the desk picture, Up and Down held to move, the four
 // presets (click to recall, long press to save) and the settings entry. All behaviour is the
@@ -43,6 +44,7 @@ public:
     DeskSession& session() const { return *m_session; }
     SitStandReminder& reminder() const { return *m_reminder; }
     CountdownView* countdownView() const { return m_countdown; }
+    StandingProgressView* standingProgress() const { return m_standing; }
     HomeFunctionBtn* upButton() const { return m_up; }
     HomeFunctionBtn* downButton() const { return m_down; }
     OMHoverButton* presetButton(int slot) const { return m_presets[std::size_t(slot)]; }
@@ -92,6 +94,8 @@ signals:
     void lightStripRequested();
     // The presets help sheet asked to customise the presets.
     void intelligentControlRequested();
+    // Today's standing time was clicked: the activity page.
+    void activityRequested();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -116,6 +120,7 @@ private:
     DeskSession* m_session;
     SitStandReminder* m_reminder;
     CountdownView* m_countdown = nullptr;
+    StandingProgressView* m_standing = nullptr;
     QStackedLayout* m_stack = nullptr;
     QLabel* m_height = nullptr;
     QString m_heightText;

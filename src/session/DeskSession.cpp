@@ -64,6 +64,8 @@ void DeskSession::wireParts() {
     // A new link starts with nothing held; there is no desk yet to stop.
     connect(m_link, &DeskLink::linkStarting, this, [] { keyOwner().releaseAll(); });
     connect(m_link, &DeskLink::linked, this, &DeskSession::refreshDeviceInfo);
+    connect(m_link, &DeskLink::linked, this,
+            [this] { emit deskLinkChanged(m_link->blutoothName()); });
     connect(m_link, &DeskLink::connectFailed, this, [this] {
         if (!m_changingDesk)
             emit breakTipRequested();
@@ -90,10 +92,12 @@ void DeskSession::later(Scheduler::Duration delay, Task task) {
 void DeskSession::setLoadViewAction() {
     initData();
     keyOwner().releaseAll(); // a new session never inherits a key held in an earlier one
-    if (m_link->initBluetooth())
+    if (m_link->initBluetooth()) {
+        emit deskLinkChanged(m_link->blutoothName());
         refreshDeviceInfo();
-    else
+    } else {
         requestBreakTip();
+    }
     initBluetoothResultHandle();
     DQGlobalKeyHelper::shareInstance().actionAddGlobalKey();
     LiveSession::instance().setCurrent(this);
@@ -224,6 +228,7 @@ void DeskSession::actionDeviceChanged() {
     timeManager().setTime(0);
     timeManager().stop();
     m_link->followCurrentPeripheral();
+    emit deskLinkChanged(m_link->blutoothName());
     refreshDeviceInfo();
     initBluetoothResultHandle();
 }
@@ -240,6 +245,7 @@ void DeskSession::deskChangeFailed() {
 
 void DeskSession::bluetoothDisConnected() {
     keyOwner().releaseAll();
+    emit deskLinkChanged({});
     if (!m_changingDesk)
         requestBreakTip();
 }
@@ -272,6 +278,7 @@ void DeskSession::actionPushToTypeVC() {
 void DeskSession::actionDeleteCurrentDevice() {
     NotificationCenter::defaultCenter().removeObserver(this);
     releaseHeldKeys();
+    emit deskLinkChanged({});
     // Every end of a session comes here, whoever ends it: the global keys go with it.
     DQGlobalKeyHelper::shareInstance().removeDeskGlobalHotKey();
 }
@@ -287,6 +294,7 @@ void DeskSession::showHeight(int height) {
         setTableViewHeight(reported);
     m_currentHeight = static_cast<float>(height);
     keyOwner().heightReported(height);
+    emit heightReported(m_previousHeight.toDouble());
     m_hotKeyMovement->globalKeyMoving(m_currentHeight);
     m_goToHeight->heightReported(height);
 }

@@ -102,6 +102,10 @@ signals:
     void toastRequested(const QString& text);
     // The link is gone: the screen asks the user, whose confirmation ends the session.
     void breakTipRequested();
+    // For the standing-time record: every height the desk reports, in tenths of a centimetre,
+    // and the desk now linked ("" while none is).
+    void heightReported(double tenthsCm);
+    void deskLinkChanged(const QString& desk);
 
 private:
     using Task = std::function<void(DeskSession&)>;

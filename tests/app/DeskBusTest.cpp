@@ -8,6 +8,7 @@
 #include "widgets/HomeFunctionBtn.h"
 
 #include <QCoreApplication>
+#include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QElapsedTimer>
@@ -259,6 +260,34 @@ TEST_F(DeskBusTest, PropertyChangesArriveAFewTimesASecondWhileMoving) {
     for (const QVariantMap& change : recorder.changes)
         lastHeight = change.value(QStringLiteral("Height"), lastHeight).toDouble();
     EXPECT_NEAR(lastHeight, 100.0, 0.5);
+}
+
+TEST_F(DeskBusTest, StandingTimeIncludesTheOpenIntervalAndTheGoalIsWritable) {
+    RecordedActivity activity;
+    open({}, "72,110,0,0");
+    ASSERT_EQ(call(QStringLiteral("MoveTo"), {110.0}).type(), QDBusMessage::ReplyMessage);
+    runMove();
+    advance(10min); // not yet saved: the last save was at most a minute ago
+    EXPECT_NEAR(property("StandingToday").toDouble(), 600, 30);
+    EXPECT_LT(property("SittingToday").toUInt(), 10u);
+    EXPECT_EQ(property("StandingStreak").toUInt(), 0u);
+    EXPECT_EQ(property("StandingThreshold").toDouble(), 91.0);
+
+    QDBusMessage set = QDBusMessage::createMethodCall(
+        QLatin1String(config::kDBusService), QLatin1String(config::kDeskPath),
+        QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Set"));
+    set.setArguments({QLatin1String(config::kDeskInterface), QStringLiteral("StandingGoal"),
+                      QVariant::fromValue(QDBusVariant(uint(4200)))});
+    EXPECT_EQ(script.call(set, QDBus::BlockWithGui).type(), QDBusMessage::ReplyMessage);
+    EXPECT_EQ(property("StandingGoal").toUInt(), 4500u) << "rounded to 15 minutes";
+    EXPECT_EQ(activity.recorder.goalMs(), 4500 * 1000);
+
+    const QDBusMessage history = call(QStringLiteral("History"), {3u});
+    ActivityDays days;
+    history.arguments().value(0).value<QDBusArgument>() >> days;
+    ASSERT_EQ(days.size(), 3);
+    EXPECT_EQ(days.last().value(QStringLiteral("date")), activity.recorder.today().toString(Qt::ISODate));
+    EXPECT_NEAR(days.last().value(QStringLiteral("standing_s")).toDouble(), 600, 30);
 }
 
 TEST_F(DeskBusTest, IntrospectionMatchesTheInterfaceFileInTheRepository) {

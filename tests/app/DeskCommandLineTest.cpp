@@ -13,11 +13,14 @@
 #include "session/DeskSession.h"
 #include "session/GoToHeight.h"
 #include "sim/VirtualDesk.h"
+#include "store/ActivityStore.h"
 #include "transport/screens/BluetoothSearchVC.h"
 #include "transport/screens/DeskSearchRowView.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QElapsedTimer>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
@@ -79,6 +82,40 @@ TEST(DeskCommandLineTest, WithoutARunningApplicationEveryVerbSaysSo) {
     EXPECT_EQ(help.code, Code::kOk);
     for (const char* verb : {"--status", "--json", "--move-to <cm>", "--preset <name>", "--stop"})
         EXPECT_TRUE(help.out.contains(QLatin1String(verb))) << verb;
+}
+
+// Without the application, --stats reads the record in the data folder the binary uses, and
+// leaves it as it was.
+TEST(DeskCommandLineTest, StatsWithoutARunningApplicationReadTheFile) {
+    const QString folder =
+        qEnvironmentVariable("XDG_DATA_HOME") + QStringLiteral("/ostrel/ostrel-motion");
+    QDir().mkpath(folder);
+    const QString path = folder + QLatin1Char('/') + QLatin1String(ActivityStore::kFileName);
+    const QDate today = QDate::currentDate();
+    {
+        ActivityStore store(path);
+        const qint64 id = store.switchInterval(
+            0, 0, {0, today, Posture::Standing, QDateTime(today, QTime(8, 0)), 0, {}, false, true});
+        ASSERT_TRUE(store.saveDuration(id, 30 * 60000, true));
+    }
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray before = file.readAll();
+
+    const Outcome json = runVerb({"--stats", "--json", "--days", "3"});
+    EXPECT_EQ(json.code, Code::kOk) << json.err.toStdString();
+    const QJsonObject object = QJsonDocument::fromJson(json.out.toUtf8()).object();
+    EXPECT_EQ(object.value("today").toObject().value("date"), today.toString(Qt::ISODate));
+    EXPECT_EQ(object.value("today").toObject().value("standing_s"), 1800);
+    EXPECT_EQ(object.value("goal_s"), 7200);
+    EXPECT_EQ(object.value("threshold_cm"), 95);
+    EXPECT_EQ(object.value("days").toArray().size(), 3);
+    const Outcome text = runVerb({"--stats"});
+    EXPECT_TRUE(text.out.startsWith(QStringLiteral("Today: standing 0:30 of 2:00")))
+        << text.out.toStdString();
+    EXPECT_EQ(runVerb({"--stats", "--days", "0"}).code, Code::kInvalidArgument);
+    file.seek(0);
+    EXPECT_EQ(file.readAll(), before);
 }
 
 class RunningApplicationTest : public ::testing::Test {
@@ -151,6 +188,15 @@ TEST_F(RunningApplicationTest, VerbsDriveTheDeskAndFailWithDistinctCodes) {
         EXPECT_EQ(object.value("height_cm").toDouble(), 72.0);
         EXPECT_EQ(object.value("unit"), QStringLiteral("in"));
         EXPECT_EQ(object.value("presets").toObject().value("sit"), 0);
+
+        // Standing time from the running application, today included.
+        const Outcome stats = runVerb({QStringLiteral("--stats"), QStringLiteral("--json")});
+        EXPECT_EQ(stats.code, Code::kOk);
+        const QJsonObject figures = QJsonDocument::fromJson(stats.out.toUtf8()).object();
+        EXPECT_EQ(figures.value("today").toObject().value("date"),
+                  QDate::currentDate().toString(Qt::ISODate));
+        EXPECT_EQ(figures.value("goal_s"), 7200);
+        EXPECT_EQ(figures.value("days").toArray().size(), 7);
 
         for (const QStringList& bad :
              {QStringList{"--move-to", "tall"}, QStringList{"--move-to", "130"},

@@ -2,18 +2,22 @@
 // picture of what is on the display after each: screenshot-tour --lang en|zh-Hans --out DIR.
 // Run it on a real X server (tools/screenshots.sh starts one).
 #include "Tour.h"
+#include "app/ActivityService.h"
 #include "app/AppDelegate.h"
 #include "app/DemoDesks.h"
 #include "app/LocalPreference.h"
 #include "app/OMBaseModalWindow.h"
 #include "app/ScreenFactories.h"
 #include "core/Scheduler.h"
+#include "session/ActivityRecorder.h"
 #include "session/DeskControlVC.h"
 #include "session/HeightSaveHelpVC.h"
 #include "session/NotificationAlert.h"
 #include "session/OMTimeManager.h"
 #include "session/ShortcutsHeightSetVC.h"
 #include "session/SitStandReminder.h"
+#include "session/StandingProgressView.h"
+#include "settings/ActivityView.h"
 #include "settings/ColorManageView.h"
 #include "settings/ShortcutComboRowView.h"
 #include "settings/ShortcutSwitchRowView.h"
@@ -23,8 +27,10 @@
 #include "settings/ViewShortcutKeys.h"
 #include "settings/ViewSitStand.h"
 #include "settings/ViewSystemSetting.h"
+#include "sim/ActivitySample.h"
 #include "sim/VirtualCentral.h"
 #include "sim/VirtualDesk.h"
+#include "store/ActivityStore.h"
 #include "transport/RBBluetoothManager.h"
 #include "transport/screens/DeskSearchRowView.h"
 #include "transport/screens/DeviceManagerRowView.h"
@@ -41,7 +47,9 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSettings>
+#include <QTemporaryDir>
 #include <QTest>
+#include <QVBoxLayout>
 #include <algorithm>
 #include <deque>
 #include <iterator>
@@ -295,6 +303,49 @@ std::deque<Step> deviceSteps(QWidget& home) {
     };
 }
 
+// A month of made-up days at the desk, in a window of its own.
+class SampleActivity {
+public:
+    void show() {
+        m_store = std::make_unique<ActivityStore>(m_folder.filePath(QStringLiteral("a.sqlite")));
+        ActivitySample::fill(*m_store, QDateTime::currentDateTime(), 30);
+        m_recorder = std::make_unique<ActivityRecorder>(*m_store);
+        m_window = std::make_unique<QWidget>();
+        m_window->resize(460, 640);
+        auto* view = new ActivityView(*m_recorder, m_window.get());
+        view->setChartDays(30);
+        (new QVBoxLayout(m_window.get()))->addWidget(view);
+        m_window->show();
+    }
+
+private:
+    QTemporaryDir m_folder;
+    std::unique_ptr<ActivityStore> m_store;
+    std::unique_ptr<ActivityRecorder> m_recorder;
+    std::unique_ptr<QWidget> m_window;
+};
+
+// The activity page as a fresh installation shows it, opened from today's standing time on
+// the control screen; then over a month of days with moves.
+std::deque<Step> activitySteps(QWidget& home, SampleActivity& sample) {
+    return {
+        {QStringLiteral("30-activity-fresh"),
+         onControl(home,
+                   [&home](DeskControlVC& control) {
+                       closeWindowsExceptHome(home);
+                       emit control.standingProgress()->clicked();
+                   }),
+         1000ms},
+        {QStringLiteral("31-activity-days"),
+         [&home, &sample] {
+             closePages(home);
+             sample.show();
+         },
+         1200ms},
+        {QString(), [&home] { closeWindowsExceptHome(home); }, 300ms},
+    };
+}
+
 void closeWindowsExceptHome(QWidget& home) {
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (window != &home && window->isVisible())
@@ -349,7 +400,7 @@ std::deque<Step> faultSteps(Tour& tour) {
     };
 }
 
-std::deque<Step> tourSteps(Tour& tour) {
+std::deque<Step> tourSteps(Tour& tour, SampleActivity& sample) {
     QWidget& home = tour.home();
     auto show = [](const char* screen) {
         return [screen] { OMScreenRouter::instance().show(QLatin1String(screen)); };
@@ -432,7 +483,9 @@ int main(int argc, char** argv) {
     AppDelegate delegate;
     Tour tour(parser.value(out), delegate, demo);
     delegate.applicationDidFinishLaunching();
-    tour.run(tourSteps(tour));
+    ActivityService activity(delegate);
+    SampleActivity sample;
+    tour.run(tourSteps(tour, sample));
     const int status = QApplication::exec();
     AppDelegate::releaseTransport();
     return status;
