@@ -21,6 +21,7 @@ packages=(
     dpkg-dev file lintian desktop-file-utils appstream
     libxcb-keysyms1-dev
     python3-bleak
+    mosquitto mosquitto-clients libmosquitto-dev libsecret-1-dev gnome-keyring openssl
 )
 
 install_missing() {

@@ -3,7 +3,10 @@
 #include "app/AppDelegate.h"
 #include "app/DemoDesks.h"
 #include "app/ScreenFactories.h"
+#include "homeautomation/HomeAutomationBridge.h"
 #include "protocol/BluetoothResultHandle.h"
+#include "settings/SettingsPages.h"
+#include "settings/ViewHomeAutomation.h"
 #include "transport/RBBluetoothManager.h"
 
 #include <QApplication>
@@ -16,6 +19,11 @@ AppRunner::AppRunner(bool demo) {
         m_demo = std::make_unique<DemoDesks>();
     ScreenFactories::registerAll();
     m_delegate = std::make_unique<AppDelegate>();
+    m_homeAutomation = std::make_unique<HomeAutomationBridge>();
+    SettingsPages::instance().registerPage(
+        SettingsPages::Page::HomeAutomation, [bridge = m_homeAutomation.get()](DeskControlVC* father) {
+            return new ViewHomeAutomation(father, *bridge);
+        });
     QObject::connect(m_delegate.get(), &AppDelegate::terminated, qApp, &QApplication::quit,
                      Qt::QueuedConnection);
     // A signal does not wait for the quit question: the session is ending anyway.
@@ -27,7 +35,10 @@ AppRunner::~AppRunner() = default;
 
 int AppRunner::exec() {
     m_delegate->applicationDidFinishLaunching();
+    // After launch, which lays down the data folder the settings and secrets live in.
+    m_homeAutomation->start();
     const int status = QApplication::exec();
+    m_homeAutomation->shutdown();
     letDeskHearReleasedKey();
     AppDelegate::releaseTransport();
     return status;

@@ -1,0 +1,282 @@
+// The bridge against real Mosquitto brokers, driving a virtual desk in virtual time; the
+// broker, and the other side standing in for Home Assistant, run in real time.
+#include "MosquittoBroker.h"
+#include "SessionTestSupport.h"
+#include "app/RealTimeWait.h"
+#include "homeautomation/DeskStatePublisher.h"
+#include "homeautomation/HomeAutomationBridge.h"
+#include "homeautomation/MqttClient.h"
+#include "platform/SecretFileStore.h"
+#include "store/DQDataCatchHelper.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSignalSpy>
+#include <sys/stat.h>
+
+namespace ostrel::test {
+namespace {
+
+constexpr int kNetworkWaitMs = 10000;
+
+// Home Assistant's side: one more client of the broker, hearing everything.
+class HomeAssistant : public QObject {
+public:
+    explicit HomeAssistant(const MosquittoBroker& broker, bool tls = false) {
+        connect(&client, &MqttClient::messageReceived, this,
+                [this](const QString& topic, const QByteArray& payload, bool) {
+                    heard.insert(topic, payload);
+                });
+        MqttClient::Options options;
+        options.host = QStringLiteral("localhost");
+        options.port = broker.port();
+        options.user = MosquittoBroker::kUser;
+        options.password = MosquittoBroker::kPassword;
+        options.tls = tls;
+        options.caFile = broker.caFile();
+        options.clientId = QStringLiteral("home-assistant");
+        client.start(options);
+        if (waitUntil([this] { return client.state() == MqttClient::State::Connected; },
+                      kNetworkWaitMs))
+            client.subscribe(QStringLiteral("#"));
+    }
+
+    bool hears(const QString& topic, const QByteArray& payload) {
+        return waitUntil([&] { return heard.value(topic) == payload; }, kNetworkWaitMs);
+    }
+
+    QHash<QString, QByteArray> configs() const {
+        QHash<QString, QByteArray> found;
+        for (auto it = heard.begin(); it != heard.end(); ++it) {
+            if (it.key().startsWith(QLatin1String("homeassistant/")))
+                found.insert(it.key(), it.value());
+        }
+        return found;
+    }
+
+    MqttClient client;
+    QHash<QString, QByteArray> heard;
+};
+
+class HomeAutomationTest : public SessionTest {
+protected:
+    void SetUp() override {
+        SessionTest::SetUp();
+        ASSERT_TRUE(secrets.isValid());
+    }
+
+    void TearDown() override {
+        bridge.reset();
+        SessionTest::TearDown();
+    }
+
+    // The bridge on, pointed at `broker`, with `password` in the secret store.
+    void startBridge(const MosquittoBroker& broker, bool allowControl,
+                     const QString& password = MosquittoBroker::kPassword, bool tls = false) {
+        Object_HomeAutomation settings;
+        settings.mqttEnabled = "1";
+        settings.mqttAllowControl = allowControl ? "1" : "0";
+        settings.mqttHost = "localhost";
+        settings.mqttPort = std::to_string(broker.port());
+        settings.mqttUser = MosquittoBroker::kUser.toStdString();
+        settings.mqttTls = tls ? "1" : "0";
+        settings.mqttCaFile = broker.caFile().toStdString();
+        bridge = std::make_unique<HomeAutomationBridge>(
+            std::make_unique<SecretFileStore>(secrets.path()));
+        bridge->applySettings(settings, password);
+    }
+
+    bool bridgeReaches(MqttClient::State state) {
+        return waitUntil([&] { return bridge->client().state() == state; }, kNetworkWaitMs);
+    }
+
+    void openDesk() {
+        desk = &bindDesk({}, "72,0,0,0");
+        openControl();
+    }
+
+    QString deskTopic(const char* leaf) const {
+        return QStringLiteral("ostrel-motion/%1/%2").arg(deskId, QLatin1String(leaf));
+    }
+
+    // Sends a command as Home Assistant does and waits until the bridge has dealt with it.
+    bool command(HomeAssistant& ha, const char* leaf, const QByteArray& payload) {
+        QSignalSpy handled(bridge.get(), &HomeAutomationBridge::commandHandled);
+        ha.client.publish(deskTopic(leaf), payload, false);
+        if (!waitUntil([&] { return !handled.isEmpty(); }, kNetworkWaitMs))
+            return false;
+        return handled.first().first().toBool();
+    }
+
+    void runMove() {
+        for (int step = 0; step < 600 && session().goToHeight().isMoving(); ++step)
+            advance(50ms);
+        advance(1s);
+    }
+
+    QTemporaryDir secrets;
+    std::unique_ptr<HomeAutomationBridge> bridge;
+    VirtualDesk* desk = nullptr;
+    QString deskId;
+};
+
+TEST_F(HomeAutomationTest, DiscoveryNamesEveryEntityWithWhatHomeAssistantNeeds) {
+    MosquittoBroker broker(MosquittoBroker::Kind::Password);
+    ASSERT_TRUE(broker.start()) << broker.log().toStdString();
+    openDesk();
+    startBridge(broker, false);
+    HomeAssistant ha(broker);
+    ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected));
+    ASSERT_TRUE(ha.hears(bridge->availabilityTopic(), "online"));
+    ASSERT_TRUE(waitUntil([&] { return ha.configs().size() == 9; }, kNetworkWaitMs));
+    deskId = bridge->publisher().liveDeskId();
+    ASSERT_FALSE(deskId.isEmpty());
+
+    QStringList components;
+    for (auto it = ha.configs().begin(); it != ha.configs().end(); ++it) {
+        QJsonParseError error{};
+        const QJsonObject config = QJsonDocument::fromJson(it.value(), &error).object();
+        ASSERT_EQ(error.error, QJsonParseError::NoError) << it.key().toStdString();
+        components << it.key().section(QLatin1Char('/'), 1, 1);
+        EXPECT_EQ(config[QStringLiteral("availability_topic")].toString(),
+                  bridge->availabilityTopic());
+        EXPECT_TRUE(config[QStringLiteral("unique_id")].toString().startsWith(deskId));
+        const QJsonObject device = config[QStringLiteral("device")].toObject();
+        EXPECT_EQ(device[QStringLiteral("name")].toString(), kDeskName);
+        EXPECT_EQ(device[QStringLiteral("connections")].toArray()[0].toArray()[1].toString(),
+                  peripheral->identifierString());
+        EXPECT_TRUE(config.contains(QStringLiteral("state_topic")) ||
+                    config.contains(QStringLiteral("command_topic")));
+    }
+    components.sort();
+    EXPECT_EQ(components.join(QLatin1Char(' ')),
+              QStringLiteral("binary_sensor binary_sensor button button button button button "
+                             "number sensor"));
+    const QJsonObject number =
+        QJsonDocument::fromJson(ha.configs().value(
+                                    QStringLiteral("homeassistant/number/%1/target_height/config")
+                                        .arg(deskId)))
+            .object();
+    EXPECT_EQ(number[QStringLiteral("min")].toDouble(), 60.0);
+    EXPECT_EQ(number[QStringLiteral("max")].toDouble(), 120.0);
+    EXPECT_EQ(number[QStringLiteral("step")].toDouble(), 0.5);
+    const QJsonObject stop =
+        QJsonDocument::fromJson(
+            ha.configs().value(QStringLiteral("homeassistant/button/%1/stop/config").arg(deskId)))
+            .object();
+    EXPECT_TRUE(stop[QStringLiteral("unique_id")].toString().endsWith(QLatin1String("_stop")));
+    EXPECT_TRUE(ha.hears(deskTopic("connected"), "ON"));
+}
+
+TEST_F(HomeAutomationTest, CommandsMoveTheDeskOnlyWhenAllowedAndStopAlways) {
+    MosquittoBroker broker(MosquittoBroker::Kind::Password);
+    ASSERT_TRUE(broker.start()) << broker.log().toStdString();
+    openDesk();
+    startBridge(broker, false);
+    HomeAssistant ha(broker);
+    ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected));
+    deskId = bridge->publisher().liveDeskId();
+
+    // Control off: reported, not obeyed.
+    EXPECT_FALSE(command(ha, "target_height/set", "100"));
+    EXPECT_FALSE(command(ha, "sit/press", "PRESS"));
+    advance(500ms);
+    EXPECT_FALSE(desk->isMoving());
+
+    startBridge(broker, true);
+    ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected));
+    ASSERT_TRUE(command(ha, "target_height/set", "100"));
+    advance(300ms);
+    EXPECT_TRUE(ha.hears(deskTopic("moving"), "ON"));
+    runMove();
+    EXPECT_LE(std::abs(desk->heightTenths() - 1000), 5);
+    EXPECT_TRUE(ha.hears(deskTopic("moving"), "OFF"));
+    EXPECT_NEAR(ha.heard.value(deskTopic("height")).toDouble(), 100.0, 0.5);
+
+    // Bad values: refused, nothing held.
+    for (const QByteArray& bad : {QByteArray("abc"), QByteArray(), QByteArray("200"),
+                                  QByteArray("nan"), QByteArray(100000, '7')}) {
+        EXPECT_FALSE(command(ha, "target_height/set", bad)) << bad.left(10).toStdString();
+        advance(200ms);
+        EXPECT_FALSE(desk->isMoving());
+        EXPECT_EQ(handle().currentCommandType(), command::kNoKey);
+    }
+    EXPECT_FALSE(command(ha, "m1/press", "PRESS")); // not set
+
+    ASSERT_TRUE(command(ha, "sit/press", "PRESS"));
+    advance(2s);
+    ASSERT_TRUE(desk->isMoving());
+    ASSERT_TRUE(command(ha, "stop/press", "PRESS"));
+    advance(desk->config().pollPeriod * 2);
+    EXPECT_FALSE(desk->isMoving());
+    EXPECT_EQ(handle().currentCommandType(), command::kNoKey);
+    EXPECT_GT(desk->heightTenths(), 725);
+}
+
+TEST_F(HomeAutomationTest, WrongPasswordIsRefusedOnceAndNotRetried) {
+    MosquittoBroker broker(MosquittoBroker::Kind::Password);
+    ASSERT_TRUE(broker.start()) << broker.log().toStdString();
+    startBridge(broker, false, QStringLiteral("wrong"));
+    ASSERT_TRUE(bridgeReaches(MqttClient::State::Refused));
+    EXPECT_EQ(bridge->statusText(), QStringLiteral("The broker refused the user name or password."));
+    const qsizetype attempts = broker.log().count("New connection from");
+    advance(10min);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(bridge->client().state(), MqttClient::State::Refused);
+    EXPECT_EQ(broker.log().count("New connection from"), attempts);
+
+    // The password went to the secret store, readable by the user alone, not into the settings.
+    struct stat secret {};
+    ASSERT_EQ(::stat(QFile::encodeName(SecretFileStore(secrets.path()).pathFor(QStringLiteral("mqtt")))
+                         .constData(),
+                     &secret),
+              0);
+    EXPECT_EQ(secret.st_mode & 0777, 0600u);
+    QFile settings(DQDataCatchHelper::getDocPath() + QStringLiteral("/HomeAutomation.plist"));
+    ASSERT_TRUE(settings.open(QIODevice::ReadOnly));
+    const QByteArray stored = settings.readAll();
+    EXPECT_TRUE(stored.contains("<key>mqttUser</key>"));
+    EXPECT_FALSE(stored.contains("wrong"));
+}
+
+TEST_F(HomeAutomationTest, ABrokerThatComesLaterOrRestartsGetsEverythingAgain) {
+    MosquittoBroker broker(MosquittoBroker::Kind::Password);
+    openDesk();
+    startBridge(broker, true);
+    ASSERT_TRUE(bridgeReaches(MqttClient::State::Retrying));
+    ASSERT_TRUE(broker.start()) << broker.log().toStdString();
+    advance(MqttClient::kFirstRetry);
+    ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected));
+    deskId = bridge->publisher().liveDeskId();
+    {
+        HomeAssistant ha(broker);
+        ASSERT_TRUE(command(ha, "target_height/set", "110"));
+    }
+    advance(1s);
+    ASSERT_TRUE(desk->isMoving());
+
+    // The broker restarts (persistence off: it forgets every retained message) mid-move.
+    broker.stop();
+    ASSERT_TRUE(bridgeReaches(MqttClient::State::Retrying));
+    ASSERT_TRUE(broker.start());
+    advance(MqttClient::kFirstRetry);
+    ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected));
+    HomeAssistant ha(broker);
+    runMove();
+    EXPECT_LE(std::abs(desk->heightTenths() - 1100), 5);
+    EXPECT_TRUE(ha.hears(bridge->availabilityTopic(), "online"));
+    EXPECT_TRUE(ha.hears(deskTopic("height"), "110.0"));
+    EXPECT_TRUE(waitUntil([&] { return ha.configs().size() == 9; }, kNetworkWaitMs));
+}
+
+TEST_F(HomeAutomationTest, TlsWithATestAuthority) {
+    MosquittoBroker broker(MosquittoBroker::Kind::Tls);
+    ASSERT_TRUE(broker.start()) << broker.log().toStdString();
+    startBridge(broker, false, {}, true);
+    ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected)) << bridge->statusText().toStdString();
+    HomeAssistant ha(broker, true);
+    EXPECT_TRUE(ha.hears(bridge->availabilityTopic(), "online"));
+}
+
+} // namespace
+} // namespace ostrel::test
