@@ -5,8 +5,8 @@
 #include "app/RealTimeWait.h"
 #include "homeautomation/DeskStatePublisher.h"
 #include "homeautomation/HomeAutomationBridge.h"
-#include "homeautomation/MqttClient.h"
 #include "homeautomation/MosquittoBroker.h"
+#include "homeautomation/MqttClient.h"
 #include "platform/SecretFileStore.h"
 
 #include <QElapsedTimer>

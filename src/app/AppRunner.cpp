@@ -21,7 +21,8 @@ AppRunner::AppRunner(bool demo) {
     m_delegate = std::make_unique<AppDelegate>();
     m_homeAutomation = std::make_unique<HomeAutomationBridge>();
     SettingsPages::instance().registerPage(
-        SettingsPages::Page::HomeAutomation, [bridge = m_homeAutomation.get()](DeskControlVC* father) {
+        SettingsPages::Page::HomeAutomation,
+        [bridge = m_homeAutomation.get()](DeskControlVC* father) {
             return new ViewHomeAutomation(father, *bridge);
         });
     QObject::connect(m_delegate.get(), &AppDelegate::terminated, qApp, &QApplication::quit,

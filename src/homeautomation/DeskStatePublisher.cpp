@@ -134,7 +134,8 @@ QHash<QString, QByteArray> DeskStatePublisher::states(const QList<DeskEntities>&
         states.insert(desk.movingTopic(), onOff(isLive && moving()));
         // A desk out of reach keeps the last height it was seen at.
         if (const double tenths = heightTenths(); isLive && tenths > 0)
-            states.insert(desk.heightTopic(), QByteArray::number(std::round(tenths) / 10.0, 'f', 1));
+            states.insert(desk.heightTopic(),
+                          QByteArray::number(std::round(tenths) / 10.0, 'f', 1));
     }
     return states;
 }

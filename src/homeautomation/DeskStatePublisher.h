@@ -3,6 +3,7 @@
 #include "core/Scheduler.h"
 #include "core/TimerHandle.h"
 #include "homeautomation/DeskEntities.h"
+#include "session/DeskSession.h"
 
 #include <QHash>
 #include <QObject>
@@ -10,7 +11,6 @@
 
 namespace ostrel {
 
-class DeskSession;
 class MqttClient;
 
 // What Home Assistant is told about the desks: a discovery config for every bound desk, and the

@@ -120,15 +120,14 @@ void HomeAutomationBridge::onMessage(const QString& topic, const QByteArray& pay
     // A command someone left retained would otherwise move the desk at every connection.
     if (!command || retained)
         return;
-    const RemoteCommand::Context context{
-        m_publisher->session(), m_publisher->liveDeskId(),
-        HomeAutomationSettings::flag(m_settings.mqttAllowControl)};
+    const RemoteCommand::Context context{m_publisher->session(), m_publisher->liveDeskId(),
+                                         HomeAutomationSettings::flag(m_settings.mqttAllowControl)};
     const RemoteCommand::Outcome outcome = RemoteCommand::run(context, *command, payload);
     if (outcome.accepted)
         qCInfo(lcBridge).noquote() << "Carried out" << topic << payload.left(32);
     else
-        qCWarning(lcBridge).noquote() << "Refused" << topic << payload.left(32) << ":"
-                                      << outcome.reason;
+        qCWarning(lcBridge).noquote()
+            << "Refused" << topic << payload.left(32) << ":" << outcome.reason;
     emit commandHandled(outcome.accepted, outcome.reason);
 }
 

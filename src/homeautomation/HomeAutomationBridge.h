@@ -1,6 +1,7 @@
 #pragma once
 
 #include "homeautomation/HomeAutomationSettings.h"
+#include "platform/SecretStore.h"
 
 #include <QObject>
 #include <memory>
@@ -10,7 +11,6 @@ namespace ostrel {
 
 class DeskStatePublisher;
 class MqttClient;
-class SecretStore;
 
 // The desk in Home Assistant, over MQTT: off unless the settings switch it on. Connected, it
 // says "online" on its availability topic (the broker says "offline" for it when the

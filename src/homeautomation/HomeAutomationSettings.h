@@ -26,13 +26,12 @@ struct Object_HomeAutomation {
 
     static constexpr auto fields() {
         using M = Object_HomeAutomation;
-        return std::make_tuple(recordField("mqttEnabled", &M::mqttEnabled),
-                               recordField("mqttAllowControl", &M::mqttAllowControl),
-                               recordField("mqttHost", &M::mqttHost),
-                               recordField("mqttPort", &M::mqttPort),
-                               recordField("mqttUser", &M::mqttUser),
-                               recordField("mqttTls", &M::mqttTls),
-                               recordField("mqttCaFile", &M::mqttCaFile));
+        return std::make_tuple(
+            recordField("mqttEnabled", &M::mqttEnabled),
+            recordField("mqttAllowControl", &M::mqttAllowControl),
+            recordField("mqttHost", &M::mqttHost), recordField("mqttPort", &M::mqttPort),
+            recordField("mqttUser", &M::mqttUser), recordField("mqttTls", &M::mqttTls),
+            recordField("mqttCaFile", &M::mqttCaFile));
     }
 };
 

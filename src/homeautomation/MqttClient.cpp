@@ -1,6 +1,5 @@
 #include "homeautomation/MqttClient.h"
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QFutureWatcher>
 #include <QLoggingCategory>
@@ -25,10 +24,6 @@ constexpr char kSystemCaPath[] = "/etc/ssl/certs";
 void initLibrary() {
     static std::once_flag once;
     std::call_once(once, [] { mosquitto_lib_init(); });
-}
-
-QString tr(const char* text) {
-    return QCoreApplication::translate("ostrel::MqttClient", text);
 }
 
 } // namespace
@@ -71,10 +66,9 @@ bool MqttClient::configure(const Options& options) {
     mosquitto_connect_callback_set(mosq, &MqttClient::onConnect);
     mosquitto_message_callback_set(mosq, &MqttClient::onMessage);
     if (!options.user.isEmpty())
-        mosquitto_username_pw_set(mosq, options.user.toUtf8().constData(),
-                                  options.password.isEmpty()
-                                      ? nullptr
-                                      : options.password.toUtf8().constData());
+        mosquitto_username_pw_set(
+            mosq, options.user.toUtf8().constData(),
+            options.password.isEmpty() ? nullptr : options.password.toUtf8().constData());
     if (!options.willTopic.isEmpty())
         mosquitto_will_set(mosq, options.willTopic.toUtf8().constData(),
                            int(options.willPayload.size()), options.willPayload.constData(), kQos,
@@ -85,11 +79,12 @@ bool MqttClient::configure(const Options& options) {
             return false;
         }
         const QByteArray caFile = QFile::encodeName(options.caFile);
-        const int result =
-            mosquitto_tls_set(mosq, caFile.isEmpty() ? nullptr : caFile.constData(),
-                              caFile.isEmpty() ? kSystemCaPath : nullptr, nullptr, nullptr, nullptr);
+        const int result = mosquitto_tls_set(mosq, caFile.isEmpty() ? nullptr : caFile.constData(),
+                                             caFile.isEmpty() ? kSystemCaPath : nullptr, nullptr,
+                                             nullptr, nullptr);
         if (result != MOSQ_ERR_SUCCESS) {
-            refuse(tr("TLS could not be set up: %1").arg(QString::fromUtf8(mosquitto_strerror(result))));
+            refuse(tr("TLS could not be set up: %1")
+                       .arg(QString::fromUtf8(mosquitto_strerror(result))));
             return false;
         }
     }
@@ -123,8 +118,7 @@ void MqttClient::connectNow() {
     });
     watcher->setFuture(QtConcurrent::run(
         [handle = m_handle, host = m_options.host.toUtf8(), port = m_options.port] {
-            return mosquitto_connect_async(handle->mosq, host.constData(), port,
-                                           kKeepAliveSeconds);
+            return mosquitto_connect_async(handle->mosq, host.constData(), port, kKeepAliveSeconds);
         }));
 }
 
@@ -132,8 +126,7 @@ void MqttClient::connectDone(int generation, int result) {
     if (generation != m_generation)
         return;
     if (result != MOSQ_ERR_SUCCESS) {
-        connectionLost(result == MOSQ_ERR_EAI ? tr("The broker's host name is unknown.")
-                                              : QString::fromUtf8(mosquitto_strerror(result)));
+        connectionLost(failure(result));
         return;
     }
     watchSocket();
@@ -180,9 +173,7 @@ void MqttClient::afterStep(int result) {
         return;
     }
     if (result != MOSQ_ERR_SUCCESS) {
-        connectionLost(result == MOSQ_ERR_TLS
-                           ? tr("The TLS handshake failed: check the CA file and the host name.")
-                           : QString::fromUtf8(mosquitto_strerror(result)));
+        connectionLost(failure(result));
         return;
     }
     if (connack) {
@@ -191,6 +182,21 @@ void MqttClient::afterStep(int result) {
         emit connected();
     }
     updateWriteInterest();
+}
+
+QString MqttClient::failure(int result) {
+    switch (result) {
+    case MOSQ_ERR_EAI:
+        return tr("The broker's host name is unknown.");
+    case MOSQ_ERR_ERRNO:
+        return tr("The broker cannot be reached.");
+    case MOSQ_ERR_TLS:
+        return tr("The TLS handshake failed: check the CA file and the host name.");
+    case MOSQ_ERR_CONN_LOST:
+        return tr("The connection to the broker was lost.");
+    default:
+        return QString::fromUtf8(mosquitto_strerror(result));
+    }
 }
 
 void MqttClient::connectionLost(const QString& why) {
@@ -254,7 +260,8 @@ void MqttClient::onMessage(mosquitto*, void* self, const mosquitto_message* mess
     const QByteArray payload(static_cast<const char*>(message->payload), message->payloadlen);
     const bool retained = message->retain;
     QMetaObject::invokeMethod(
-        client, [client, topic, payload, retained] {
+        client,
+        [client, topic, payload, retained] {
             emit client->messageReceived(topic, payload, retained);
         },
         Qt::QueuedConnection);

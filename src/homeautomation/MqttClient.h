@@ -82,6 +82,7 @@ private:
     void keepAlive();
     // After every libmosquitto step: a failed step means the connection is gone.
     void afterStep(int result);
+    static QString failure(int result);
     void connectionLost(const QString& why);
     void refuse(const QString& why);
     void setState(State state, const QString& problem = {});

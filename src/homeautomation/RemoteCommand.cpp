@@ -26,8 +26,7 @@ RemoteCommand::Outcome RemoteCommand::run(const Context& context,
     }
     if (!context.controlAllowed)
         return refused(tr("Control from Home Assistant is not allowed."));
-    if (!context.session || !context.session->isConnected() ||
-        command.deskId != context.liveDeskId)
+    if (!context.session || !context.session->isConnected() || command.deskId != context.liveDeskId)
         return refused(tr("The desk is not connected."));
     if (command.button)
         return recallPreset(*context.session, int(*command.button));

@@ -46,9 +46,9 @@ void SecretFileStore::load(const QString& key, QObject* context, Loaded done) {
 void SecretFileStore::store(const QString& key, const QString& secret, QObject* context,
                             Stored done) {
     const QString path = pathFor(key);
-    const bool ok = secret.isEmpty() ? (!QFile::exists(path) || QFile::remove(path))
-                                     : QDir().mkpath(m_folder) &&
-                                           writePrivately(path, secret.toUtf8());
+    const bool ok = secret.isEmpty()
+                        ? (!QFile::exists(path) || QFile::remove(path))
+                        : QDir().mkpath(m_folder) && writePrivately(path, secret.toUtf8());
     answerLater(context, std::move(done), ok);
 }
 

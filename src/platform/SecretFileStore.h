@@ -11,8 +11,7 @@ public:
     explicit SecretFileStore(QString folder) : m_folder(std::move(folder)) {}
 
     void load(const QString& key, QObject* context, Loaded done) override;
-    void store(const QString& key, const QString& secret, QObject* context,
-               Stored done) override;
+    void store(const QString& key, const QString& secret, QObject* context, Stored done) override;
 
     QString pathFor(const QString& key) const;
 

@@ -23,7 +23,14 @@ const SecretSchema* schema() {
         "com.ostrel.motion.Secret",
         SECRET_SCHEMA_NONE,
         {{"key", SECRET_SCHEMA_ATTRIBUTE_STRING}, {nullptr, SECRET_SCHEMA_ATTRIBUTE_STRING}},
-        0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr};
+        0,
+        nullptr,
+        nullptr,
+        nullptr,
+        nullptr,
+        nullptr,
+        nullptr,
+        nullptr};
     return &kSchema;
 }
 
@@ -78,8 +85,7 @@ void SecretServiceStore::store(const QString& key, const QString& secret, QObjec
         [key = key.toStdString(), secret = secret.toStdString()] {
             GError* error = nullptr;
             if (secret.empty()) {
-                secret_password_clear_sync(schema(), nullptr, &error, "key", key.c_str(),
-                                           nullptr);
+                secret_password_clear_sync(schema(), nullptr, &error, "key", key.c_str(), nullptr);
                 return succeeded(error, "Removing a secret");
             }
             const std::string label = "Ostrel Motion: " + key;

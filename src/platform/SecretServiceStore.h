@@ -9,8 +9,7 @@ namespace ostrel {
 class SecretServiceStore : public SecretStore {
 public:
     void load(const QString& key, QObject* context, Loaded done) override;
-    void store(const QString& key, const QString& secret, QObject* context,
-               Stored done) override;
+    void store(const QString& key, const QString& secret, QObject* context, Stored done) override;
 
     // Whether a secret service answers on the session bus right now.
     static bool isRunning();

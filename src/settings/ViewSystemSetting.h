@@ -13,7 +13,8 @@ namespace ostrel {
 class SettingRowView;
 
 // The system settings: the height unit, the language (shown, not chosen), the shortcut keys, home
-// automation, the automatic cache cleaning and the reset to defaults. Follows unit changes made on the unit page.
+// automation, the automatic cache cleaning and the reset to defaults. Follows unit changes made on
+// the unit page.
 class ViewSystemSetting : public OMSettingPage {
     Q_OBJECT
 public:

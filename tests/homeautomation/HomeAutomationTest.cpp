@@ -9,6 +9,7 @@
 #include "platform/SecretFileStore.h"
 #include "store/DQDataCatchHelper.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSignalSpy>
@@ -99,13 +100,23 @@ protected:
         return QStringLiteral("ostrel-motion/%1/%2").arg(deskId, QLatin1String(leaf));
     }
 
-    // Sends a command as Home Assistant does and waits until the bridge has dealt with it.
-    bool command(HomeAssistant& ha, const char* leaf, const QByteArray& payload) {
+    // Sends a command as Home Assistant does and waits until the bridge has dealt with it:
+    // whether it was carried out, or nothing when it never arrived.
+    std::optional<bool> command(HomeAssistant& ha, const char* leaf, const QByteArray& payload) {
         QSignalSpy handled(bridge.get(), &HomeAutomationBridge::commandHandled);
         ha.client.publish(deskTopic(leaf), payload, false);
         if (!waitUntil([&] { return !handled.isEmpty(); }, kNetworkWaitMs))
-            return false;
+            return std::nullopt;
         return handled.first().first().toBool();
+    }
+
+    // The bridge has subscribed before it publishes, and the broker keeps a client's order.
+    void awaitBridge(HomeAssistant& ha) {
+        ha.heard.clear();
+        ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected));
+        ASSERT_TRUE(ha.hears(bridge->availabilityTopic(), "online"));
+        deskId = bridge->publisher().liveDeskId();
+        ASSERT_TRUE(ha.hears(deskTopic("connected"), "ON"));
     }
 
     void runMove() {
@@ -133,7 +144,8 @@ TEST_F(HomeAutomationTest, DiscoveryNamesEveryEntityWithWhatHomeAssistantNeeds) 
     ASSERT_FALSE(deskId.isEmpty());
 
     QStringList components;
-    for (auto it = ha.configs().begin(); it != ha.configs().end(); ++it) {
+    const QHash<QString, QByteArray> configs = ha.configs();
+    for (auto it = configs.begin(); it != configs.end(); ++it) {
         QJsonParseError error{};
         const QJsonObject config = QJsonDocument::fromJson(it.value(), &error).object();
         ASSERT_EQ(error.error, QJsonParseError::NoError) << it.key().toStdString();
@@ -153,16 +165,16 @@ TEST_F(HomeAutomationTest, DiscoveryNamesEveryEntityWithWhatHomeAssistantNeeds) 
               QStringLiteral("binary_sensor binary_sensor button button button button button "
                              "number sensor"));
     const QJsonObject number =
-        QJsonDocument::fromJson(ha.configs().value(
-                                    QStringLiteral("homeassistant/number/%1/target_height/config")
-                                        .arg(deskId)))
+        QJsonDocument::fromJson(
+            configs.value(
+                QStringLiteral("homeassistant/number/%1/target_height/config").arg(deskId)))
             .object();
     EXPECT_EQ(number[QStringLiteral("min")].toDouble(), 60.0);
     EXPECT_EQ(number[QStringLiteral("max")].toDouble(), 120.0);
     EXPECT_EQ(number[QStringLiteral("step")].toDouble(), 0.5);
     const QJsonObject stop =
         QJsonDocument::fromJson(
-            ha.configs().value(QStringLiteral("homeassistant/button/%1/stop/config").arg(deskId)))
+            configs.value(QStringLiteral("homeassistant/button/%1/stop/config").arg(deskId)))
             .object();
     EXPECT_TRUE(stop[QStringLiteral("unique_id")].toString().endsWith(QLatin1String("_stop")));
     EXPECT_TRUE(ha.hears(deskTopic("connected"), "ON"));
@@ -172,20 +184,19 @@ TEST_F(HomeAutomationTest, CommandsMoveTheDeskOnlyWhenAllowedAndStopAlways) {
     MosquittoBroker broker(MosquittoBroker::Kind::Password);
     ASSERT_TRUE(broker.start()) << broker.log().toStdString();
     openDesk();
-    startBridge(broker, false);
     HomeAssistant ha(broker);
-    ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected));
-    deskId = bridge->publisher().liveDeskId();
+    startBridge(broker, false);
+    ASSERT_NO_FATAL_FAILURE(awaitBridge(ha));
 
     // Control off: reported, not obeyed.
-    EXPECT_FALSE(command(ha, "target_height/set", "100"));
-    EXPECT_FALSE(command(ha, "sit/press", "PRESS"));
+    EXPECT_EQ(command(ha, "target_height/set", "100"), false);
+    EXPECT_EQ(command(ha, "sit/press", "PRESS"), false);
     advance(500ms);
     EXPECT_FALSE(desk->isMoving());
 
     startBridge(broker, true);
-    ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected));
-    ASSERT_TRUE(command(ha, "target_height/set", "100"));
+    ASSERT_NO_FATAL_FAILURE(awaitBridge(ha));
+    ASSERT_EQ(command(ha, "target_height/set", "100"), true);
     advance(300ms);
     EXPECT_TRUE(ha.hears(deskTopic("moving"), "ON"));
     runMove();
@@ -196,17 +207,17 @@ TEST_F(HomeAutomationTest, CommandsMoveTheDeskOnlyWhenAllowedAndStopAlways) {
     // Bad values: refused, nothing held.
     for (const QByteArray& bad : {QByteArray("abc"), QByteArray(), QByteArray("200"),
                                   QByteArray("nan"), QByteArray(100000, '7')}) {
-        EXPECT_FALSE(command(ha, "target_height/set", bad)) << bad.left(10).toStdString();
+        EXPECT_EQ(command(ha, "target_height/set", bad), false) << bad.left(10).toStdString();
         advance(200ms);
         EXPECT_FALSE(desk->isMoving());
         EXPECT_EQ(handle().currentCommandType(), command::kNoKey);
     }
-    EXPECT_FALSE(command(ha, "m1/press", "PRESS")); // not set
+    EXPECT_EQ(command(ha, "m1/press", "PRESS"), false); // not set
 
-    ASSERT_TRUE(command(ha, "sit/press", "PRESS"));
+    ASSERT_EQ(command(ha, "sit/press", "PRESS"), true);
     advance(2s);
     ASSERT_TRUE(desk->isMoving());
-    ASSERT_TRUE(command(ha, "stop/press", "PRESS"));
+    ASSERT_EQ(command(ha, "stop/press", "PRESS"), true);
     advance(desk->config().pollPeriod * 2);
     EXPECT_FALSE(desk->isMoving());
     EXPECT_EQ(handle().currentCommandType(), command::kNoKey);
@@ -218,7 +229,8 @@ TEST_F(HomeAutomationTest, WrongPasswordIsRefusedOnceAndNotRetried) {
     ASSERT_TRUE(broker.start()) << broker.log().toStdString();
     startBridge(broker, false, QStringLiteral("wrong"));
     ASSERT_TRUE(bridgeReaches(MqttClient::State::Refused));
-    EXPECT_EQ(bridge->statusText(), QStringLiteral("The broker refused the user name or password."));
+    EXPECT_EQ(bridge->statusText(),
+              QStringLiteral("The broker refused the user name or password."));
     const qsizetype attempts = broker.log().count("New connection from");
     advance(10min);
     QCoreApplication::processEvents();
@@ -227,10 +239,11 @@ TEST_F(HomeAutomationTest, WrongPasswordIsRefusedOnceAndNotRetried) {
 
     // The password went to the secret store, readable by the user alone, not into the settings.
     struct stat secret {};
-    ASSERT_EQ(::stat(QFile::encodeName(SecretFileStore(secrets.path()).pathFor(QStringLiteral("mqtt")))
-                         .constData(),
-                     &secret),
-              0);
+    ASSERT_EQ(
+        ::stat(QFile::encodeName(SecretFileStore(secrets.path()).pathFor(QStringLiteral("mqtt")))
+                   .constData(),
+               &secret),
+        0);
     EXPECT_EQ(secret.st_mode & 0777, 0600u);
     QFile settings(DQDataCatchHelper::getDocPath() + QStringLiteral("/HomeAutomation.plist"));
     ASSERT_TRUE(settings.open(QIODevice::ReadOnly));
@@ -246,11 +259,10 @@ TEST_F(HomeAutomationTest, ABrokerThatComesLaterOrRestartsGetsEverythingAgain) {
     ASSERT_TRUE(bridgeReaches(MqttClient::State::Retrying));
     ASSERT_TRUE(broker.start()) << broker.log().toStdString();
     advance(MqttClient::kFirstRetry);
-    ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected));
-    deskId = bridge->publisher().liveDeskId();
     {
         HomeAssistant ha(broker);
-        ASSERT_TRUE(command(ha, "target_height/set", "110"));
+        ASSERT_NO_FATAL_FAILURE(awaitBridge(ha));
+        ASSERT_EQ(command(ha, "target_height/set", "110"), true);
     }
     advance(1s);
     ASSERT_TRUE(desk->isMoving());

@@ -4,6 +4,8 @@
 
 #include <QFile>
 #include <QTcpServer>
+#include <pwd.h>
+#include <unistd.h>
 
 namespace ostrel::test {
 
@@ -62,8 +64,11 @@ bool MosquittoBroker::makeCertificates() {
 }
 
 bool MosquittoBroker::writeConfig(Kind kind) {
+    // Run as root, mosquitto would become another user, who cannot read this run's files.
+    const passwd* self = getpwuid(getuid());
     QByteArray config = "listener " + QByteArray::number(m_port) +
-                        " 127.0.0.1\npersistence false\nlog_dest stderr\n";
+                        " 127.0.0.1\npersistence false\nlog_dest stderr\nuser " +
+                        QByteArray(self ? self->pw_name : "root") + "\n";
     if (kind == Kind::Password) {
         const QString passwords = m_dir.filePath(QStringLiteral("passwords"));
         if (!run(QStringLiteral(OSTREL_MOSQUITTO_PASSWD),
@@ -99,10 +104,10 @@ bool MosquittoBroker::start() {
     m_process->start(QStringLiteral(OSTREL_MOSQUITTO),
                      {QStringLiteral("-c"), m_dir.filePath(QStringLiteral("mosquitto.conf"))});
     return waitUntil(
-        [this] {
-            return m_log.contains(" running") || m_process->state() == QProcess::NotRunning;
-        },
-        kStartWaitMs) &&
+               [this] {
+                   return m_log.contains(" running") || m_process->state() == QProcess::NotRunning;
+               },
+               kStartWaitMs) &&
            m_process->state() == QProcess::Running;
 }
 
