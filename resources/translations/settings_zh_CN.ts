@@ -115,6 +115,57 @@ A reset also clears the height presets stored on the desk.</source>
     </message>
 </context>
 <context>
+    <name>ostrel::ViewHomeAutomation</name>
+    <message>
+        <source>Home automation</source>
+        <translation>家庭自动化</translation>
+    </message>
+    <message>
+        <source>Publish the desk to Home Assistant over MQTT</source>
+        <translation>通过 MQTT 将升降桌发布到 Home Assistant</translation>
+    </message>
+    <message>
+        <source>Use TLS</source>
+        <translation>使用 TLS</translation>
+    </message>
+    <message>
+        <source>Allow control from Home Assistant</source>
+        <translation>允许 Home Assistant 控制</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Unchanged</source>
+        <translation>未更改</translation>
+    </message>
+    <message>
+        <source>The system&apos;s certificates</source>
+        <translation>系统证书</translation>
+    </message>
+    <message>
+        <source>Broker</source>
+        <translation>代理服务器</translation>
+    </message>
+    <message>
+        <source>Port</source>
+        <translation>端口</translation>
+    </message>
+    <message>
+        <source>User name</source>
+        <translation>用户名</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>密码</translation>
+    </message>
+    <message>
+        <source>CA file</source>
+        <translation>CA 文件</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::ViewIntelligentControl</name>
     <message>
         <source>Intelligent control</source>
@@ -247,33 +298,6 @@ A reset also clears the height presets stored on the desk.</source>
     </message>
 </context>
 <context>
-    <name>ostrel::ViewSitStand</name>
-    <message>
-        <source>Sit-stand alternation</source>
-        <translation>坐站交替</translation>
-    </message>
-    <message>
-        <source>Sit-stand reminder</source>
-        <translation>坐站提醒</translation>
-    </message>
-    <message>
-        <source>Reminder interval</source>
-        <translation>提醒间隔</translation>
-    </message>
-    <message>
-        <source>Notification sound</source>
-        <translation>提醒声音</translation>
-    </message>
-    <message>
-        <source>%1min</source>
-        <translation>%1分钟</translation>
-    </message>
-    <message>
-        <source>%1h</source>
-        <translation>%1小时</translation>
-    </message>
-</context>
-<context>
     <name>ostrel::ViewShortcutKeys</name>
     <message>
         <source>Up</source>
@@ -325,6 +349,33 @@ A reset also clears the height presets stored on the desk.</source>
     </message>
 </context>
 <context>
+    <name>ostrel::ViewSitStand</name>
+    <message>
+        <source>Sit-stand alternation</source>
+        <translation>坐站交替</translation>
+    </message>
+    <message>
+        <source>Sit-stand reminder</source>
+        <translation>坐站提醒</translation>
+    </message>
+    <message>
+        <source>Reminder interval</source>
+        <translation>提醒间隔</translation>
+    </message>
+    <message>
+        <source>Notification sound</source>
+        <translation>提醒声音</translation>
+    </message>
+    <message>
+        <source>%1min</source>
+        <translation>%1分钟</translation>
+    </message>
+    <message>
+        <source>%1h</source>
+        <translation>%1小时</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::ViewSystemSetting</name>
     <message>
         <source>Shortcut keys</source>
@@ -365,6 +416,10 @@ A reset also clears the height presets stored on the desk.</source>
     <message>
         <source>Centimeters</source>
         <translation>厘米</translation>
+    </message>
+    <message>
+        <source>Home automation</source>
+        <translation>家庭自动化</translation>
     </message>
 </context>
 <context>

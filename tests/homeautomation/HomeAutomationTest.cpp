@@ -7,12 +7,17 @@
 #include "homeautomation/HomeAutomationBridge.h"
 #include "homeautomation/MqttClient.h"
 #include "platform/SecretFileStore.h"
+#include "settings/ViewHomeAutomation.h"
 #include "store/DQDataCatchHelper.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
 #include <QSignalSpy>
+#include <QTest>
 #include <sys/stat.h>
 
 namespace ostrel::test {
@@ -224,12 +229,24 @@ TEST_F(HomeAutomationTest, CommandsMoveTheDeskOnlyWhenAllowedAndStopAlways) {
     EXPECT_GT(desk->heightTenths(), 725);
 }
 
-TEST_F(HomeAutomationTest, WrongPasswordIsRefusedOnceAndNotRetried) {
+// As the user sets it up on the page.
+TEST_F(HomeAutomationTest, AWrongPasswordIsShownOnThePageAndNotRetried) {
     MosquittoBroker broker(MosquittoBroker::Kind::Password);
     ASSERT_TRUE(broker.start()) << broker.log().toStdString();
-    startBridge(broker, false, QStringLiteral("wrong"));
+    bridge = std::make_unique<HomeAutomationBridge>(
+        std::make_unique<SecretFileStore>(secrets.path()));
+    bridge->start();
+    ViewHomeAutomation page(nullptr, *bridge);
+    EXPECT_EQ(page.statusLabel()->text(), QStringLiteral("Off"));
+    page.enabledBox()->setChecked(true);
+    page.hostField()->setText(QStringLiteral("localhost"));
+    page.portField()->setText(QString::number(broker.port()));
+    page.userField()->setText(MosquittoBroker::kUser);
+    QTest::keyClicks(page.passwordField(), QStringLiteral("wrong"));
+    page.actionSave();
+
     ASSERT_TRUE(bridgeReaches(MqttClient::State::Refused));
-    EXPECT_EQ(bridge->statusText(),
+    EXPECT_EQ(page.statusLabel()->text(),
               QStringLiteral("The broker refused the user name or password."));
     const qsizetype attempts = broker.log().count("New connection from");
     advance(10min);
@@ -239,17 +256,20 @@ TEST_F(HomeAutomationTest, WrongPasswordIsRefusedOnceAndNotRetried) {
 
     // The password went to the secret store, readable by the user alone, not into the settings.
     struct stat secret {};
-    ASSERT_EQ(
-        ::stat(QFile::encodeName(SecretFileStore(secrets.path()).pathFor(QStringLiteral("mqtt")))
-                   .constData(),
-               &secret),
-        0);
+    const QString secretPath = SecretFileStore(secrets.path()).pathFor(QStringLiteral("mqtt"));
+    ASSERT_EQ(::stat(QFile::encodeName(secretPath).constData(), &secret), 0);
     EXPECT_EQ(secret.st_mode & 0777, 0600u);
     QFile settings(DQDataCatchHelper::getDocPath() + QStringLiteral("/HomeAutomation.plist"));
     ASSERT_TRUE(settings.open(QIODevice::ReadOnly));
     const QByteArray stored = settings.readAll();
-    EXPECT_TRUE(stored.contains("<key>mqttUser</key>"));
+    EXPECT_TRUE(stored.contains("<string>desk</string>"));
     EXPECT_FALSE(stored.contains("wrong"));
+
+    // Saved again with the right password, the same settings connect.
+    QTest::keyClicks(page.passwordField(), MosquittoBroker::kPassword);
+    page.actionSave();
+    ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected));
+    EXPECT_EQ(page.statusLabel()->text(), QStringLiteral("Connected to localhost."));
 }
 
 TEST_F(HomeAutomationTest, ABrokerThatComesLaterOrRestartsGetsEverythingAgain) {
