@@ -39,6 +39,7 @@ DeskStatePublisher::DeskStatePublisher(MqttClient& client, QString availability,
 }
 
 void DeskStatePublisher::publishAll() {
+    reloadDesks();
     m_configsSent.clear();
     m_published.clear();
     m_pending.clear();
@@ -61,14 +62,20 @@ QString DeskStatePublisher::liveDeskId() const {
     return {};
 }
 
-// The bound desks of the current model; the connected one with its own travel limits.
+void DeskStatePublisher::reloadDesks() {
+    m_bound.clear();
+    for (const QVariant& entry : OMPlistManager::getBindDevice()) {
+        const DeskEntities::Desk desk = deskFrom(entry.toMap());
+        if (!desk.model.isEmpty())
+            m_bound.append(desk);
+    }
+}
+
+// The paired desks of the current model; the connected one with its own travel limits.
 QList<DeskEntities> DeskStatePublisher::desks() const {
     const QString liveName = connected() ? m_session->link().blutoothName() : QString();
     QList<DeskEntities> found;
-    for (const QVariant& entry : OMPlistManager::getBindDevice()) {
-        DeskEntities::Desk desk = deskFrom(entry.toMap());
-        if (desk.model.isEmpty())
-            continue;
+    for (DeskEntities::Desk desk : m_bound) {
         if (desk.model == liveName) {
             desk.minCm = m_session->minHeight() / 10.0;
             desk.maxCm = m_session->maxHeight() / 10.0;
@@ -84,13 +91,18 @@ void DeskStatePublisher::follow(DeskSession* session) {
     m_followed.clear();
     m_session = session;
     m_lastHeight = 0.0;
+    reloadDesks();
     if (session) {
         const auto refreshing = [this] { refresh(); };
+        const auto reloading = [this] {
+            reloadDesks();
+            refresh();
+        };
         m_followed = {
             connect(session, &DeskSession::heightShown, this, &DeskStatePublisher::heightChanged),
             connect(session, &DeskSession::breakTipRequested, this, refreshing),
-            connect(&session->link(), &DeskLink::linked, this, refreshing),
-            connect(&session->link(), &DeskLink::linkStarting, this, refreshing),
+            connect(&session->link(), &DeskLink::linked, this, reloading),
+            connect(&session->link(), &DeskLink::linkStarting, this, reloading),
             connect(&session->goToHeight(), &GoToHeight::started, this, refreshing),
             connect(&session->goToHeight(), &GoToHeight::finished, this, refreshing),
         };
@@ -172,20 +184,23 @@ void DeskStatePublisher::flush() {
     });
 }
 
-// Configs go out when a desk is bound or its limits become known, not on every height.
+// Configs go out when a desk is paired or its limits become known, not on every height.
 void DeskStatePublisher::publishConfigs(const QList<DeskEntities>& desks) {
-    QList<DeskEntities::Message> configs;
     QByteArray fingerprint;
-    for (const DeskEntities& desk : desks) {
-        for (const DeskEntities::Message& config : desk.discoveryConfigs()) {
-            configs << config;
-            fingerprint += config.topic.toUtf8() + config.payload;
-        }
+    for (const DeskEntities& entities : desks) {
+        const DeskEntities::Desk& desk = entities.desk();
+        fingerprint += (QStringList{desk.name, desk.address, desk.model,
+                                    QString::number(desk.minCm), QString::number(desk.maxCm)}
+                            .join(QLatin1Char('\n')) +
+                        QLatin1Char('\n'))
+                           .toUtf8();
     }
     if (fingerprint == m_configsSent)
         return;
-    for (const DeskEntities::Message& config : configs)
-        m_client.publish(config.topic, config.payload, true);
+    for (const DeskEntities& entities : desks) {
+        for (const DeskEntities::Message& config : entities.discoveryConfigs())
+            m_client.publish(config.topic, config.payload, true);
+    }
     m_configsSent = fingerprint;
 }
 

@@ -27,7 +27,8 @@ public:
 
     DeskStatePublisher(MqttClient& client, QString availability, QObject* parent = nullptr);
 
-    // Everything again: after a (re)connection, or when Home Assistant restarts.
+    // Everything again, the paired desks read anew: after a (re)connection, or when Home
+    // Assistant restarts.
     void publishAll();
 
     DeskSession* session() const { return m_session; }
@@ -36,6 +37,9 @@ public:
     QList<DeskEntities> desks() const;
 
 private:
+    // The paired desks, read from their file only when the session or its link changes, never
+    // on the height path.
+    void reloadDesks();
     void follow(DeskSession* session);
     void heightChanged();
     void refresh();
@@ -51,6 +55,7 @@ private:
     QString m_availability;
     QPointer<DeskSession> m_session;
     QList<QMetaObject::Connection> m_followed;
+    QList<DeskEntities::Desk> m_bound;
     QByteArray m_configsSent;
     QHash<QString, QByteArray> m_published;
     QHash<QString, QByteArray> m_pending;

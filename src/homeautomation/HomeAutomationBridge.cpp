@@ -45,8 +45,8 @@ QString HomeAutomationBridge::availabilityTopic() const {
 void HomeAutomationBridge::start() {
     if (!m_secrets)
         m_secrets = SecretStore::create(DQDataCatchHelper::getDocPath());
+    shutdown(); // settings that switch the bridge off must not leave it "online"
     m_settings = HomeAutomationSettings::load();
-    m_client->stop();
     const int attempt = ++m_attempt;
     if (HomeAutomationSettings::flag(m_settings.mqttEnabled) && settingsProblem().isEmpty())
         m_secrets->load(QString::fromLatin1(HomeAutomationSettings::kSecretKey), this,

@@ -5,6 +5,7 @@
 #include <QLoggingCategory>
 #include <QSocketNotifier>
 #include <QtConcurrent/QtConcurrentRun>
+#include <csignal>
 #include <mosquitto.h>
 #include <mutex>
 
@@ -23,7 +24,12 @@ constexpr char kSystemCaPath[] = "/etc/ssl/certs";
 
 void initLibrary() {
     static std::once_flag once;
-    std::call_once(once, [] { mosquitto_lib_init(); });
+    std::call_once(once, [] {
+        mosquitto_lib_init();
+        // libmosquitto writes with write(2): a broker that hung up first would otherwise end the
+        // whole application with SIGPIPE instead of failing the write.
+        std::signal(SIGPIPE, SIG_IGN);
+    });
 }
 
 } // namespace
@@ -143,10 +149,15 @@ void MqttClient::watchSocket() {
 }
 
 // Before libmosquitto's socket is closed or reused, so no notifier watches a stale descriptor.
+// Disabled at once, deleted later: this may run inside a notifier's own signal.
 void MqttClient::unwatchSocket() {
     m_keepAlive.stop();
-    delete m_read;
-    delete m_write;
+    for (QSocketNotifier* notifier : {m_read, m_write}) {
+        if (notifier) {
+            notifier->setEnabled(false);
+            notifier->deleteLater();
+        }
+    }
     m_read = m_write = nullptr;
 }
 

@@ -10,10 +10,10 @@
 #include "settings/ViewHomeAutomation.h"
 #include "store/DQDataCatchHelper.h"
 
+#include <QCheckBox>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -101,15 +101,17 @@ protected:
         openControl();
     }
 
-    QString deskTopic(const char* leaf) const {
-        return QStringLiteral("ostrel-motion/%1/%2").arg(deskId, QLatin1String(leaf));
+    QString deskTopic(const char* leaf, const QString& id = {}) const {
+        return QStringLiteral("ostrel-motion/%1/%2")
+            .arg(id.isEmpty() ? deskId : id, QLatin1String(leaf));
     }
 
     // Sends a command as Home Assistant does and waits until the bridge has dealt with it:
     // whether it was carried out, or nothing when it never arrived.
-    std::optional<bool> command(HomeAssistant& ha, const char* leaf, const QByteArray& payload) {
+    std::optional<bool> command(HomeAssistant& ha, const char* leaf, const QByteArray& payload,
+                                const QString& id = {}) {
         QSignalSpy handled(bridge.get(), &HomeAutomationBridge::commandHandled);
-        ha.client.publish(deskTopic(leaf), payload, false);
+        ha.client.publish(deskTopic(leaf, id), payload, false);
         if (!waitUntil([&] { return !handled.isEmpty(); }, kNetworkWaitMs))
             return std::nullopt;
         return handled.first().first().toBool();
@@ -189,9 +191,15 @@ TEST_F(HomeAutomationTest, CommandsMoveTheDeskOnlyWhenAllowedAndStopAlways) {
     MosquittoBroker broker(MosquittoBroker::Kind::Password);
     ASSERT_TRUE(broker.start()) << broker.log().toStdString();
     openDesk();
+    // A second paired desk, out of reach: its entities, but no commands.
+    const QString otherAddress = QStringLiteral("AA:BB:CC:DD:EE:02");
+    OMPlistManager::saveBindDeviceWithDevice(
+        toPropertyForm(CurrentDeviceStore::freshRecord(QStringLiteral("QWJ-0002"), otherAddress)));
     HomeAssistant ha(broker);
     startBridge(broker, false);
     ASSERT_NO_FATAL_FAILURE(awaitBridge(ha));
+    const QString other = DeskEntities::idFor(otherAddress);
+    EXPECT_TRUE(ha.hears(deskTopic("connected", other), "OFF"));
 
     // Control off: reported, not obeyed.
     EXPECT_EQ(command(ha, "target_height/set", "100"), false);
@@ -218,6 +226,7 @@ TEST_F(HomeAutomationTest, CommandsMoveTheDeskOnlyWhenAllowedAndStopAlways) {
         EXPECT_EQ(handle().currentCommandType(), command::kNoKey);
     }
     EXPECT_EQ(command(ha, "m1/press", "PRESS"), false); // not set
+    EXPECT_EQ(command(ha, "sit/press", "PRESS", other), false);
 
     ASSERT_EQ(command(ha, "sit/press", "PRESS"), true);
     advance(2s);
@@ -233,8 +242,8 @@ TEST_F(HomeAutomationTest, CommandsMoveTheDeskOnlyWhenAllowedAndStopAlways) {
 TEST_F(HomeAutomationTest, AWrongPasswordIsShownOnThePageAndNotRetried) {
     MosquittoBroker broker(MosquittoBroker::Kind::Password);
     ASSERT_TRUE(broker.start()) << broker.log().toStdString();
-    bridge = std::make_unique<HomeAutomationBridge>(
-        std::make_unique<SecretFileStore>(secrets.path()));
+    bridge =
+        std::make_unique<HomeAutomationBridge>(std::make_unique<SecretFileStore>(secrets.path()));
     bridge->start();
     ViewHomeAutomation page(nullptr, *bridge);
     EXPECT_EQ(page.statusLabel()->text(), QStringLiteral("Off"));
