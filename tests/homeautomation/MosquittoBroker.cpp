@@ -4,7 +4,9 @@
 
 #include <QFile>
 #include <QTcpServer>
+#include <csignal>
 #include <pwd.h>
+#include <sys/prctl.h>
 #include <unistd.h>
 
 namespace ostrel::test {
@@ -101,6 +103,8 @@ bool MosquittoBroker::start() {
     m_process->setProcessChannelMode(QProcess::MergedChannels);
     QObject::connect(m_process.get(), &QProcess::readyRead, m_process.get(),
                      [this] { m_log += m_process->readAll(); });
+    // A test that crashes must not leave its broker behind.
+    m_process->setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
     m_process->start(QStringLiteral(OSTREL_MOSQUITTO),
                      {QStringLiteral("-c"), m_dir.filePath(QStringLiteral("mosquitto.conf"))});
     return waitUntil(
