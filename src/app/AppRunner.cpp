@@ -4,6 +4,8 @@
 #include "app/DemoDesks.h"
 #include "app/ScreenFactories.h"
 #include "homeautomation/HomeAutomationBridge.h"
+#include "platform/Platform.h"
+#include "platform/TerminationSignals.h"
 #include "protocol/BluetoothResultHandle.h"
 #include "settings/SettingsPages.h"
 #include "settings/ViewHomeAutomation.h"
@@ -28,8 +30,8 @@ AppRunner::AppRunner(bool demo) {
     QObject::connect(m_delegate.get(), &AppDelegate::terminated, qApp, &QApplication::quit,
                      Qt::QueuedConnection);
     // A signal does not wait for the quit question: the session is ending anyway.
-    QObject::connect(&m_signals, &TerminationSignals::received, m_delegate.get(),
-                     &AppDelegate::terminate);
+    QObject::connect(&Platform::get<TerminationSignals>(), &TerminationSignals::received,
+                     m_delegate.get(), &AppDelegate::terminate);
 }
 
 AppRunner::~AppRunner() = default;

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "app/TerminationSignals.h"
-
 #include <chrono>
 #include <memory>
 
@@ -38,7 +36,6 @@ private:
     std::unique_ptr<DemoDesks> m_demo;
     std::unique_ptr<AppDelegate> m_delegate;
     std::unique_ptr<HomeAutomationBridge> m_homeAutomation;
-    TerminationSignals m_signals;
 };
 
 } // namespace ostrel
