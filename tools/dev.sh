@@ -22,6 +22,7 @@ packages=(
     libxcb-keysyms1-dev
     python3-bleak
     qt6-charts-dev libqt6opengl6-dev libqt6sql6-sqlite
+    mosquitto mosquitto-clients libmosquitto-dev libsecret-1-dev gnome-keyring openssl
 )
 
 install_missing() {

@@ -196,6 +196,57 @@ A reset also clears the height presets stored on the desk.</translation>
     </message>
 </context>
 <context>
+    <name>ostrel::ViewHomeAutomation</name>
+    <message>
+        <source>Home automation</source>
+        <translation>Home automation</translation>
+    </message>
+    <message>
+        <source>Publish the desk to Home Assistant over MQTT</source>
+        <translation>Publish the desk to Home Assistant over MQTT</translation>
+    </message>
+    <message>
+        <source>Use TLS</source>
+        <translation>Use TLS</translation>
+    </message>
+    <message>
+        <source>Allow control from Home Assistant</source>
+        <translation>Allow control from Home Assistant</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Unchanged</source>
+        <translation>Unchanged</translation>
+    </message>
+    <message>
+        <source>The system&apos;s certificates</source>
+        <translation>The system&apos;s certificates</translation>
+    </message>
+    <message>
+        <source>Broker</source>
+        <translation>Broker</translation>
+    </message>
+    <message>
+        <source>Port</source>
+        <translation>Port</translation>
+    </message>
+    <message>
+        <source>User name</source>
+        <translation>User name</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Password</translation>
+    </message>
+    <message>
+        <source>CA file</source>
+        <translation>CA file</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::ViewIntelligentControl</name>
     <message>
         <source>Intelligent control</source>
@@ -446,6 +497,10 @@ A reset also clears the height presets stored on the desk.</translation>
     <message>
         <source>Centimeters</source>
         <translation>Centimeters</translation>
+    </message>
+    <message>
+        <source>Home automation</source>
+        <translation>Home automation</translation>
     </message>
 </context>
 <context>

@@ -195,6 +195,57 @@ A reset also clears the height presets stored on the desk.</source>
     </message>
 </context>
 <context>
+    <name>ostrel::ViewHomeAutomation</name>
+    <message>
+        <source>Home automation</source>
+        <translation>家庭自动化</translation>
+    </message>
+    <message>
+        <source>Publish the desk to Home Assistant over MQTT</source>
+        <translation>通过 MQTT 将升降桌发布到 Home Assistant</translation>
+    </message>
+    <message>
+        <source>Use TLS</source>
+        <translation>使用 TLS</translation>
+    </message>
+    <message>
+        <source>Allow control from Home Assistant</source>
+        <translation>允许 Home Assistant 控制</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Unchanged</source>
+        <translation>未更改</translation>
+    </message>
+    <message>
+        <source>The system&apos;s certificates</source>
+        <translation>系统证书</translation>
+    </message>
+    <message>
+        <source>Broker</source>
+        <translation>代理服务器</translation>
+    </message>
+    <message>
+        <source>Port</source>
+        <translation>端口</translation>
+    </message>
+    <message>
+        <source>User name</source>
+        <translation>用户名</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>密码</translation>
+    </message>
+    <message>
+        <source>CA file</source>
+        <translation>CA 文件</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::ViewIntelligentControl</name>
     <message>
         <source>Intelligent control</source>
@@ -445,6 +496,10 @@ A reset also clears the height presets stored on the desk.</source>
     <message>
         <source>Centimeters</source>
         <translation>厘米</translation>
+    </message>
+    <message>
+        <source>Home automation</source>
+        <translation>家庭自动化</translation>
     </message>
 </context>
 <context>

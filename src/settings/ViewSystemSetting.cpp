@@ -55,7 +55,12 @@ void ViewSystemSetting::initView() {
     connect(m_shortcutRow, &QAbstractButton::clicked, this,
             &ViewSystemSetting::actionSelectShortcut);
 
-    for (QWidget* row : {m_unitRow, m_languageRow, m_shortcutRow})
+    m_homeAutomationRow = new SettingRowView({}, tr("Home automation"), this);
+    m_homeAutomationRow->setAccessoryImage(arrow);
+    connect(m_homeAutomationRow, &QAbstractButton::clicked, this,
+            &ViewSystemSetting::actionSelectHomeAutomation);
+
+    for (QWidget* row : {m_unitRow, m_languageRow, m_shortcutRow, m_homeAutomationRow})
         contentLayout()->addWidget(row);
     contentLayout()->addSpacing(12);
     addHeading(tr("Clear cache"));
@@ -81,6 +86,10 @@ void ViewSystemSetting::actionSelectUnit() {
 
 void ViewSystemSetting::actionSelectShortcut() {
     push(SettingsPages::instance().create(SettingsPages::Page::Shortcuts, fatherVC()));
+}
+
+void ViewSystemSetting::actionSelectHomeAutomation() {
+    push(SettingsPages::instance().create(SettingsPages::Page::HomeAutomation, fatherVC()));
 }
 
 // Cleaning itself waits for the next launch.
