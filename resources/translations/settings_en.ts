@@ -247,33 +247,6 @@ A reset also clears the height presets stored on the desk.</translation>
     </message>
 </context>
 <context>
-    <name>ostrel::ViewSitStand</name>
-    <message>
-        <source>Sit-stand alternation</source>
-        <translation>Sit-stand alternation</translation>
-    </message>
-    <message>
-        <source>Sit-stand reminder</source>
-        <translation>Sit-stand reminder</translation>
-    </message>
-    <message>
-        <source>Reminder interval</source>
-        <translation>Reminder interval</translation>
-    </message>
-    <message>
-        <source>Notification sound</source>
-        <translation>Notification sound</translation>
-    </message>
-    <message>
-        <source>%1min</source>
-        <translation>%1min</translation>
-    </message>
-    <message>
-        <source>%1h</source>
-        <translation>%1h</translation>
-    </message>
-</context>
-<context>
     <name>ostrel::ViewShortcutKeys</name>
     <message>
         <source>Up</source>
@@ -322,6 +295,37 @@ A reset also clears the height presets stored on the desk.</translation>
     <message>
         <source>Another application already uses %1: these keys do nothing here.</source>
         <translation>Another application already uses %1: these keys do nothing here.</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewSitStand</name>
+    <message>
+        <source>Sit-stand alternation</source>
+        <translation>Sit-stand alternation</translation>
+    </message>
+    <message>
+        <source>Sit-stand reminder</source>
+        <translation>Sit-stand reminder</translation>
+    </message>
+    <message>
+        <source>Reminder interval</source>
+        <translation>Reminder interval</translation>
+    </message>
+    <message>
+        <source>Notification sound</source>
+        <translation>Notification sound</translation>
+    </message>
+    <message>
+        <source>%1min</source>
+        <translation>%1min</translation>
+    </message>
+    <message>
+        <source>%1h</source>
+        <translation>%1h</translation>
+    </message>
+    <message>
+        <source>Turn on the sit-stand reminder first</source>
+        <translation>Turn on the sit-stand reminder first</translation>
     </message>
 </context>
 <context>

@@ -247,33 +247,6 @@ A reset also clears the height presets stored on the desk.</source>
     </message>
 </context>
 <context>
-    <name>ostrel::ViewSitStand</name>
-    <message>
-        <source>Sit-stand alternation</source>
-        <translation>坐站交替</translation>
-    </message>
-    <message>
-        <source>Sit-stand reminder</source>
-        <translation>坐站提醒</translation>
-    </message>
-    <message>
-        <source>Reminder interval</source>
-        <translation>提醒间隔</translation>
-    </message>
-    <message>
-        <source>Notification sound</source>
-        <translation>提醒声音</translation>
-    </message>
-    <message>
-        <source>%1min</source>
-        <translation>%1分钟</translation>
-    </message>
-    <message>
-        <source>%1h</source>
-        <translation>%1小时</translation>
-    </message>
-</context>
-<context>
     <name>ostrel::ViewShortcutKeys</name>
     <message>
         <source>Up</source>
@@ -325,6 +298,37 @@ A reset also clears the height presets stored on the desk.</source>
     </message>
 </context>
 <context>
+    <name>ostrel::ViewSitStand</name>
+    <message>
+        <source>Sit-stand alternation</source>
+        <translation>坐站交替</translation>
+    </message>
+    <message>
+        <source>Sit-stand reminder</source>
+        <translation>坐站提醒</translation>
+    </message>
+    <message>
+        <source>Reminder interval</source>
+        <translation>提醒间隔</translation>
+    </message>
+    <message>
+        <source>Notification sound</source>
+        <translation>提醒声音</translation>
+    </message>
+    <message>
+        <source>%1min</source>
+        <translation>%1分钟</translation>
+    </message>
+    <message>
+        <source>%1h</source>
+        <translation>%1小时</translation>
+    </message>
+    <message>
+        <source>Turn on the sit-stand reminder first</source>
+        <translation>请先打开坐站提醒</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::ViewSystemSetting</name>
     <message>
         <source>Shortcut keys</source>
@@ -344,7 +348,7 @@ A reset also clears the height presets stored on the desk.</source>
     </message>
     <message>
         <source>English</source>
-        <translation>English</translation>
+        <translation>简体中文</translation>
     </message>
     <message>
         <source>Clear cache</source>

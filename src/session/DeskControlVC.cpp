@@ -20,6 +20,7 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPointer>
 #include <QShortcut>
@@ -38,6 +39,12 @@ constexpr Scheduler::Duration kSettingsTurnDuration{300};
 const QColor kHoverBackground = QColor::fromRgbF(0.945f, 0.945f, 0.945f);
 constexpr int kUnitLength = 2; // "cm" / "in"
 
+bool isActivationKey(const QKeyEvent* event) {
+    return !event->isAutoRepeat() &&
+           (event->key() == Qt::Key_Space || event->key() == Qt::Key_Enter ||
+            event->key() == Qt::Key_Return);
+}
+
 } // namespace
 
 DeskControlVC::DeskControlVC(QWidget* parent)
@@ -52,6 +59,17 @@ DeskControlVC::DeskControlVC(QWidget* parent)
     connectReminder(); // before start-up, which starts the countdown of a desk that has it on
     m_session->setLoadViewAction();
     m_session->registerObservers();
+    setTabOrderTopToBottom();
+}
+
+// The screen read from top to bottom, left to right.
+void DeskControlVC::setTabOrderTopToBottom() {
+    QList<QWidget*> order{
+        m_help, m_countdown->clearButton(), m_lightStrip, m_settings, m_height, m_up, m_down};
+    for (OMHoverButton* preset : m_presets)
+        order.append(preset);
+    for (qsizetype i = 1; i < order.size(); ++i)
+        setTabOrder(order[i - 1], order[i]);
 }
 
 QWidget* DeskControlVC::buildControlView() {
@@ -111,6 +129,10 @@ QWidget* DeskControlVC::buildHeight() {
     m_height->setAlignment(Qt::AlignCenter);
     m_height->setCursor(Qt::PointingHandCursor);
     m_height->setToolTip(tr("Click to move the desk to a height"));
+    m_height->setFocusPolicy(Qt::TabFocus); // Enter or Space asks for a height too
+    m_height->setObjectName(QStringLiteral("height"));
+    m_height->setStyleSheet(QStringLiteral(
+        "#height:focus { border: 2px solid palette(highlight); border-radius: 6px; }"));
     m_height->installEventFilter(this);
     return m_height;
 }
@@ -142,6 +164,7 @@ QWidget* DeskControlVC::buildPresetButtons() {
     for (int slot = 0; slot < kPresetCount; ++slot) {
         auto* button = new OMHoverButton(PresetKeys::presetImageName(slot, false), box);
         button->setFixedSize(kPresetButtonSize);
+        button->setRound(true);
         m_presets[std::size_t(slot)] = button;
         row->addWidget(button);
         connect(button, &OMHoverButton::touchHoverDwon, this, &DeskControlVC::touchHoverDwon);
@@ -168,6 +191,7 @@ void DeskControlVC::connectSession() {
     connect(&s->presetKeys(), &PresetKeys::heightToastRequested, this,
             [this](const QString& text) { SJHUD::showHeightMessage(text, this); });
     connect(s, &DeskSession::breakTipRequested, this, &DeskControlVC::bluetoothBreakTip);
+    connect(s, &DeskSession::heldKeysReleased, this, &DeskControlVC::showPresetsReleased);
 }
 
 void DeskControlVC::connectReminder() {
@@ -239,14 +263,23 @@ void DeskControlVC::touchUp(HomeFunctionBtn*) {
 }
 
 void DeskControlVC::touchHoverDwon(OMHoverButton* button) {
-    if (const int slot = slotOf(button); slot >= 0)
+    if (const int slot = slotOf(button); slot >= 0) {
         m_session->presetKeys().holdPresetKey(slot);
-    else if (button == m_settings)
+        // Pressed for as long as its key goes out; an unset preset sends none.
+        button->setActive(m_session->presetKeys().memory(slot) >= 1);
+    } else if (button == m_settings) {
         emit settingsRequested();
+    }
 }
 
-void DeskControlVC::touchHoverUp(OMHoverButton*) {
+void DeskControlVC::touchHoverUp(OMHoverButton* button) {
+    button->setActive(false);
     m_session->releaseKey();
+}
+
+void DeskControlVC::showPresetsReleased() {
+    for (OMHoverButton* preset : m_presets)
+        preset->setActive(false);
 }
 
 void DeskControlVC::longHoverPress(OMHoverButton* button) {
@@ -327,7 +360,9 @@ int DeskControlVC::pageCount() const {
 }
 
 bool DeskControlVC::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == m_height && event->type() == QEvent::MouseButtonRelease)
+    if (watched == m_height &&
+        (event->type() == QEvent::MouseButtonRelease ||
+         (event->type() == QEvent::KeyPress && isActivationKey(static_cast<QKeyEvent*>(event)))))
         actionGoToHeight();
     // A sheet now covers the screen: the user looks at it, not at a desk moving by itself.
     if (watched == window() && event->type() == QEvent::WindowBlocked)
@@ -346,13 +381,19 @@ void DeskControlVC::actionGoToHeight() {
     const double current =
         DeskHeightDisplay::normalisedHeight(QString::number(m_session->currentHeight())).toDouble();
     GoToHeightSheet::present(
-        this, m_session->limits(), inches, current, [this, session, inches](int tenths) {
+        this, m_session->limits(), inches, current, m_session->goToHeight(),
+        [this, session, inches](int tenths) {
             if (!session)
-                return;
+                return false;
             const GoToHeight::Refusal refusal = session->moveTo(tenths);
             if (refusal != GoToHeight::Refusal::None)
                 SJHUD::showMessage(GoToHeight::refusalText(refusal, session->limits(), inches),
                                    this);
+            return session->goToHeight().isMoving();
+        },
+        [session] {
+            if (session)
+                session->stopMoving();
         });
 }
 

@@ -11,6 +11,10 @@ class HoldGuard;
 // (dragging off the button must not leave the desk moving). When the window system takes the
 // release away (a popup, a modal sheet, the window hidden, the focus lost), the button lets go
 // by itself.
+//
+// From the keyboard, Space, Enter or Return on the focused button hold it exactly as long as the
+// key is down: the keyboard's auto-repeat neither releases nor presses again, and Escape, any
+// second key or the focus moving away lets go.
 class HomeFunctionBtn : public OMImageButton {
     Q_OBJECT
 public:
@@ -23,11 +27,16 @@ signals:
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    void hold();
     void letGo();
 
     HoldGuard* m_guard;
+    int m_holdingKey = 0; // the key that holds the button, 0 when none does
 };
 
 } // namespace ostrel

@@ -8,14 +8,17 @@
 #include "app/LocalPreference.h"
 #include "app/OMBaseModalWindow.h"
 #include "app/ScreenFactories.h"
+#include "app/StatusMenu.h"
 #include "core/Scheduler.h"
 #include "session/DeskControlVC.h"
+#include "session/GoToHeightDialog.h"
 #include "session/HeightSaveHelpVC.h"
 #include "session/NotificationAlert.h"
 #include "session/OMTimeManager.h"
 #include "session/ShortcutsHeightSetVC.h"
 #include "session/SitStandReminder.h"
 #include "settings/ColorManageView.h"
+#include "settings/ColorWellView.h"
 #include "settings/ShortcutComboRowView.h"
 #include "settings/ShortcutSwitchRowView.h"
 #include "settings/ViewIntelligentControl.h"
@@ -38,6 +41,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QDoubleSpinBox>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -296,6 +300,82 @@ std::deque<Step> deviceSteps(QWidget& home) {
     };
 }
 
+// Runs `action` on the go-to-height dialog that is open, if any.
+std::function<void()> onGoToHeight(std::function<void(GoToHeightDialog&)> action) {
+    return [action] {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (auto* dialog = qobject_cast<GoToHeightDialog*>(window);
+                dialog && dialog->isVisible())
+                action(*dialog);
+        }
+    };
+}
+
+// The keyboard's marks, the pressed state, the go-to-height dialog before and during a move, a
+// toast, the picked colour's mark, the tray menu and the About box.
+std::deque<Step> keyboardAndTraySteps(QWidget& home, AppDelegate& delegate) {
+    return {
+        {QStringLiteral("30-focus-ring"),
+         onControl(home,
+                   [&home](DeskControlVC& control) {
+                       closeWindowsExceptHome(home);
+                       closePages(home);
+                       home.activateWindow();
+                       control.upButton()->setFocus(Qt::TabFocusReason);
+                   }),
+         800ms},
+        {QStringLiteral("31-pressed-up"),
+         onControl(
+             home,
+             [](DeskControlVC& control) { QTest::keyPress(control.upButton(), Qt::Key_Space); }),
+         600ms},
+        {QString(),
+         onControl(
+             home,
+             [](DeskControlVC& control) { QTest::keyRelease(control.upButton(), Qt::Key_Space); }),
+         800ms},
+        {QStringLiteral("32-toast"),
+         onControl(home,
+                   [](DeskControlVC& control) {
+                       control.touchHoverDwon(control.presetButton(3));
+                       control.touchHoverUp(control.presetButton(3));
+                   }),
+         300ms},
+        {QStringLiteral("33-go-to-height"),
+         onControl(home, [](DeskControlVC& control) { control.actionGoToHeight(); }), 1500ms},
+        {QStringLiteral("34-go-to-height-moving"), onGoToHeight([](GoToHeightDialog& dialog) {
+             dialog.heightField()->setValue(dialog.heightField()->maximum() - 5);
+             dialog.accept();
+         }),
+         1200ms},
+        {QString(), onGoToHeight([](GoToHeightDialog& dialog) { dialog.reject(); }), 800ms},
+        {QString(),
+         onControl(home,
+                   [&home](DeskControlVC& control) {
+                       control.lightStripButton()->click();
+                       onPage<ColorManageView>(
+                           home, [](ColorManageView& page) { page.actionLightOpen(); })();
+                   }),
+         500ms},
+        {QStringLiteral("35-light-strip-mark"),
+         [&home] {
+             if (auto* well = home.findChild<ColorWellView*>(); well && well->isVisible())
+                 QTest::mouseClick(well, Qt::LeftButton, {},
+                                   QPoint(well->width() / 3, well->height() / 3));
+         },
+         800ms},
+        {QStringLiteral("36-tray-menu"),
+         [&home, &delegate] {
+             closePages(home);
+             delegate.menu()->popup(home.mapToGlobal(QPoint(16, 48)));
+         },
+         800ms},
+        {QString(), [&delegate] { delegate.menu()->close(); }, 300ms},
+        {QStringLiteral("37-about"), [&delegate] { delegate.showAbout(); }, 800ms},
+        {QString(), [&home] { closeWindowsExceptHome(home); }, 300ms},
+    };
+}
+
 void closeWindowsExceptHome(QWidget& home) {
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (window != &home && window->isVisible())
@@ -303,7 +383,7 @@ void closeWindowsExceptHome(QWidget& home) {
     }
 }
 
-std::deque<Step> tourSteps(Tour& tour) {
+std::deque<Step> tourSteps(Tour& tour, AppDelegate& delegate) {
     QWidget& home = tour.home();
     auto show = [](const char* screen) {
         return [screen] { OMScreenRouter::instance().show(QLatin1String(screen)); };
@@ -354,6 +434,7 @@ std::deque<Step> tourSteps(Tour& tour) {
     std::ranges::move(settingsSteps(home), std::back_inserter(steps));
     std::ranges::move(reminderSteps(home), std::back_inserter(steps));
     std::ranges::move(deviceSteps(home), std::back_inserter(steps));
+    std::ranges::move(keyboardAndTraySteps(home, delegate), std::back_inserter(steps));
     steps.insert(steps.end(), {
                                   {QStringLiteral("16-error"),
                                    [&home] {
@@ -395,7 +476,7 @@ int main(int argc, char** argv) {
     AppDelegate delegate;
     Tour tour(parser.value(out), delegate, demo);
     delegate.applicationDidFinishLaunching();
-    tour.run(tourSteps(tour));
+    tour.run(tourSteps(tour, delegate));
     const int status = QApplication::exec();
     AppDelegate::releaseTransport();
     return status;
