@@ -39,10 +39,11 @@ void TrayDeskMenu::follow(DeskSession* session) {
         disconnect(connection);
     m_followed.clear();
     m_session = session;
+    m_heightText.clear();
     if (session) {
         const auto refreshing = [this] { refresh(); };
         m_followed = {
-            connect(session, &DeskSession::heightShown, this, refreshing),
+            connect(session, &DeskSession::heightShown, this, &TrayDeskMenu::heightShown),
             connect(session, &DeskSession::breakTipRequested, this, refreshing),
             connect(&session->link(), &DeskLink::linked, this, refreshing),
             connect(&session->link(), &DeskLink::linkStarting, this, refreshing),
@@ -68,13 +69,8 @@ QString TrayDeskMenu::toolTip() const {
 
 void TrayDeskMenu::refresh() {
     const bool linked = connected();
-    const bool heightKnown = linked && m_session->currentHeight() > 0;
-    m_heightText.clear();
+    const bool heightKnown = linked && !m_heightText.isEmpty();
     if (heightKnown) {
-        const double tenths =
-            DeskHeightDisplay::normalisedHeight(QString::number(m_session->currentHeight()))
-                .toDouble();
-        m_heightText = DeskHeightDisplay::heightText(tenths, DeskHeightDisplay::usesInches());
         m_height->setText(tr("Height: %1").arg(m_heightText));
     } else {
         m_height->setText(linked ? tr("Height not yet known") : tr("No desk connected"));
@@ -89,6 +85,11 @@ void TrayDeskMenu::refresh() {
     }
     m_stop->setEnabled(linked);
     m_icon->setToolTip(toolTip());
+}
+
+void TrayDeskMenu::heightShown(const QString& text) {
+    m_heightText = text;
+    refresh();
 }
 
 void TrayDeskMenu::recall(int slot) {

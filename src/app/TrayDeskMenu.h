@@ -35,6 +35,7 @@ private:
     void follow(DeskSession* session);
     bool connected() const;
     void refresh();
+    void heightShown(const QString& text);
     void recall(int slot);
     void stop();
 
@@ -42,7 +43,7 @@ private:
     QAction* m_height;
     std::array<QAction*, kPresetCount> m_presets{};
     QAction* m_stop;
-    QString m_heightText; // as the control screen shows it; empty while unknown
+    QString m_heightText; // as the control screen shows it; empty until the desk reports one
     QPointer<DeskSession> m_session;
     QList<QMetaObject::Connection> m_followed;
 };

@@ -147,6 +147,7 @@ QWidget* DeskControlVC::buildMoveButtons() {
     row->addStretch();
     for (HomeFunctionBtn* button : {m_up, m_down}) {
         button->setFixedSize(kMoveButtonSize);
+        button->setRound(true);
         row->addWidget(button);
         connect(button, &HomeFunctionBtn::touchDwon, this, &DeskControlVC::touchDwon);
         connect(button, &HomeFunctionBtn::touchUp, this, &DeskControlVC::touchUp);

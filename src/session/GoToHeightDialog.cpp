@@ -28,10 +28,18 @@ GoToHeightDialog::GoToHeightDialog(QWidget* parent, const GoToHeightSheet::Quest
       m_unit(question.unit), m_pages(new QStackedWidget(this)) {
     setWindowTitle(tr("Go to a height"));
     setMinimumWidth(kMinimumWidth);
+    // Shown as a sheet, often without a title bar: the title and an edge of its own.
+    setObjectName(QStringLiteral("goToHeight"));
+    setStyleSheet(QStringLiteral("#goToHeight { border: 1px solid palette(mid); }"));
+    auto* title = new QLabel(windowTitle(), this);
+    QFont titleFont = title->font();
+    titleFont.setBold(true);
+    title->setFont(titleFont);
     m_pages->addWidget(buildQuestion(question));
     m_pages->addWidget(buildMoving());
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(20, 16, 20, 16);
+    layout->addWidget(title);
     layout->addWidget(m_pages);
 
     connect(m_stop, &QPushButton::clicked, this, &GoToHeightDialog::reject);

@@ -33,6 +33,8 @@ HeightSaveHelpVC::HeightSaveHelpVC(QWidget* parent)
 
     m_close = new QPushButton(QStringLiteral("✕"), this);
     m_close->setFlat(true);
+    constexpr int kCloseSize = 28;
+    m_close->setFixedSize(kCloseSize, kCloseSize);
     m_close->setToolTip(tr("Close"));
     m_close->setAccessibleName(tr("Close"));
     connect(m_close, &QPushButton::clicked, this, &QWidget::hide);

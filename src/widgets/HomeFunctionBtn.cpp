@@ -26,8 +26,11 @@ void HomeFunctionBtn::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void HomeFunctionBtn::keyPressEvent(QKeyEvent* event) {
-    if (event->isAutoRepeat() && event->key() == m_holdingKey)
-        return; // still the same press
+    if (event->key() == m_holdingKey && (event->isAutoRepeat() || m_releasing)) {
+        m_release.cancel(); // still the same press
+        m_releasing = false;
+        return;
+    }
     if (isDown()) {
         letGo(); // Escape or a second key ends the hold
         return;
@@ -45,8 +48,13 @@ void HomeFunctionBtn::keyReleaseEvent(QKeyEvent* event) {
         event->ignore();
         return;
     }
-    if (!event->isAutoRepeat() && isDown())
-        letGo();
+    if (event->isAutoRepeat() || !isDown() || m_releasing)
+        return;
+    m_releasing = true;
+    m_release = Scheduler::instance().after(kRepeatGrace, this, [this] {
+        if (std::exchange(m_releasing, false))
+            letGo();
+    });
 }
 
 // Whatever took the focus takes the keys too, so no release will come; the base class would only
@@ -64,6 +72,8 @@ void HomeFunctionBtn::hold() {
 }
 
 void HomeFunctionBtn::letGo() {
+    m_release.cancel();
+    m_releasing = false;
     m_holdingKey = 0;
     m_guard->disarm();
     setDown(false);

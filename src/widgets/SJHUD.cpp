@@ -13,9 +13,9 @@ SJHUD::SJHUD(const QString& text, QWidget* view) : QLabel(text, view) {
     setAlignment(Qt::AlignCenter);
     setWordWrap(true);
     setStyleSheet(QStringLiteral("background-color: rgba(32, 36, 42, 225); color: white;"
-                                 "border-radius: 8px; padding: %1px %2px;")
-                      .arg(kVerticalPadding)
-                      .arg(kHorizontalPadding));
+                                 "border-radius: 8px;"));
+    // Margins rather than a style sheet's padding: the label counts them when it wraps.
+    setContentsMargins(kHorizontalPadding, kVerticalPadding, kHorizontalPadding, kVerticalPadding);
 }
 
 SJHUD* SJHUD::showMessage(const QString& text, QWidget* view, Scheduler::Duration duration) {

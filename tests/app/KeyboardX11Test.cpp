@@ -7,10 +7,12 @@
 #include "store/CurrentDeviceStore.h"
 #include "widgets/HomeFunctionBtn.h"
 #include "widgets/OMHoverButton.h"
+#include "widgets/OMImageButton.h"
 
 #include <QApplication>
 #include <QDoubleSpinBox>
 #include <QKeyEvent>
+#include <QLabel>
 #include <gtest/gtest.h>
 
 namespace ostrel::test {
@@ -146,19 +148,17 @@ TEST_F(KeyboardX11Test, GoToHeightByKeyboardShowsTheMoveAndEscapeStopsIt) {
         key("Return");
         GoToHeightDialog* dialog = nullptr;
         ASSERT_TRUE(waitUntil([&] {
-            dialog = QApplication::activeWindow()
-                         ? QApplication::activeWindow()->findChild<GoToHeightDialog*>()
-                         : nullptr;
-            return dialog == QApplication::activeWindow() && dialog && dialog->isVisible();
+            dialog = qobject_cast<GoToHeightDialog*>(QApplication::activeWindow());
+            return dialog && dialog->isVisible();
         }));
-        EXPECT_EQ(dialog->rangeText(), QStringLiteral("Between 60.0 and 120.0 cm"));
+        EXPECT_EQ(dialog->rangeText(), QStringLiteral("Between 23.6 and 47.2 in")); // inches first
         xdotool({QStringLiteral("key"), QStringLiteral("ctrl+a")});
-        xdotool({QStringLiteral("type"), QStringLiteral("115")});
+        xdotool({QStringLiteral("type"), QStringLiteral("45")});
         key("Return");
         ASSERT_TRUE(waitUntil([&] { return desk->isMoving() && dialog->showsMoving(); }));
         key("Escape");
         EXPECT_TRUE(waitUntil([&] { return !desk->isMoving(); }, 1500));
-        EXPECT_LT(desk->heightTenths(), 1100);
+        EXPECT_LT(desk->heightTenths(), 1140) << "Escape did not stop the move";
         EXPECT_TRUE(stoppedWithinPolls(6));
     });
 }

@@ -9,6 +9,8 @@
 #include "app/OMBaseModalWindow.h"
 #include "app/ScreenFactories.h"
 #include "app/StatusMenu.h"
+#include "core/NotificationCenter.h"
+#include "core/NotificationNames.h"
 #include "core/Scheduler.h"
 #include "session/DeskControlVC.h"
 #include "session/GoToHeightDialog.h"
@@ -29,11 +31,13 @@
 #include "settings/ViewSystemSetting.h"
 #include "sim/VirtualCentral.h"
 #include "sim/VirtualDesk.h"
+#include "store/CurrentDeviceStore.h"
 #include "transport/RBBluetoothManager.h"
 #include "transport/screens/DeskSearchRowView.h"
 #include "transport/screens/DeviceManagerRowView.h"
 #include "transport/screens/ViewDeviceDetail.h"
 #include "transport/screens/ViewDeviceManagement.h"
+#include "widgets/HomeFunctionBtn.h"
 #include "widgets/OMImageButton.h"
 #include "widgets/OMScreenRouter.h"
 #include "widgets/OMWindowIdentifier.h"
@@ -367,6 +371,12 @@ std::deque<Step> keyboardAndTraySteps(QWidget& home, AppDelegate& delegate) {
         {QStringLiteral("36-tray-menu"),
          [&home, &delegate] {
              closePages(home);
+             // Two presets set, so that the menu offers them.
+             OMBluetoothModel record = CurrentDeviceStore::load();
+             record.memoryHeight = "72,110,0,0";
+             CurrentDeviceStore::save(record);
+             NotificationCenter::defaultCenter().post(
+                 QLatin1String(notifications::kMemoryKeyChange));
              delegate.menu()->popup(home.mapToGlobal(QPoint(16, 48)));
          },
          800ms},

@@ -57,7 +57,7 @@ DeviceManagerRowView::DeviceManagerRowView(const QVariantMap& record, bool paire
     layout->setSpacing(12);
     layout->addWidget(screenPicture(QStringLiteral("connect_bluetoothicon"), kIconSize));
     layout->addLayout(names, 1);
-    layout->addWidget(m_mark);
+    layout->addWidget(m_mark, 0, Qt::AlignVCenter);
     if (paired)
         layout->addWidget(screenPicture(QStringLiteral("connect_arrow"), kArrowSize));
 }
