@@ -32,75 +32,29 @@ TEST_F(ButtonsTest, HoldButtonReportsAtOnceAndReleasesWhereverThePointerIs) {
     EXPECT_EQ(clock.pendingCount(), 0u) << "hold buttons must not delay anything";
 }
 
-// Keys as the window system delivers them, auto-repeat included: each step is a key pressed or
-// released, repeated or not; "focus" takes the focus away.
+// A key held on the button, as X11 delivers it when it repeats: marked repeats, or a repeat that
+// Qt could not tell from a release, its press following at once. Either way one hold, ended
+// once by the real release. (Escape, a second key and focus loss are tested with real keys.)
 TEST_F(ButtonsTest, HoldButtonFollowsTheKeyAndNotItsRepeats) {
-    struct Step {
-        QEvent::Type type;
-        int key;
-        bool repeat = false;
+    const auto send = [](QWidget* button, QEvent::Type type, bool repeat = false) {
+        QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier, QString(), repeat);
+        QApplication::sendEvent(button, &event);
     };
-    const auto press = [](int key, bool repeat = false) {
-        return Step{QEvent::KeyPress, key, repeat};
-    };
-    const auto release = [](int key, bool repeat = false) {
-        return Step{QEvent::KeyRelease, key, repeat};
-    };
-    const Step focusOut{QEvent::FocusOut, 0};
-    const struct {
-        const char* name;
-        std::vector<Step> steps;
-        int held; // hold reports while the steps run
-        int releasedBeforeLast;
-    } cases[] = {
-        {"space repeating",
-         {press(Qt::Key_Space), release(Qt::Key_Space, true), press(Qt::Key_Space, true),
-          release(Qt::Key_Space, true), press(Qt::Key_Space, true), release(Qt::Key_Space)},
-         1,
-         0},
-        {"enter",
-         {press(Qt::Key_Return), press(Qt::Key_Return, true), release(Qt::Key_Return)},
-         1,
-         0},
-        // A repeat that Qt could not tell from a release: the press follows within the grace.
-        {"space repeating, release seen first",
-         {press(Qt::Key_Space), release(Qt::Key_Space), press(Qt::Key_Space),
-          release(Qt::Key_Space)},
-         1,
-         0},
-        {"escape ends it",
-         {press(Qt::Key_Space), press(Qt::Key_Escape), press(Qt::Key_Space, true),
-          release(Qt::Key_Space)},
-         1,
-         1},
-        {"second key ends it",
-         {press(Qt::Key_Space), press(Qt::Key_A), release(Qt::Key_Space)},
-         1,
-         1},
-        {"focus loss ends it", {press(Qt::Key_Space), focusOut, release(Qt::Key_Space)}, 1, 1},
-    };
-    for (const auto& tested : cases) {
+    for (const bool marked : {true, false}) {
         HomeFunctionBtn up("control_up");
         QSignalSpy down(&up, &HomeFunctionBtn::touchDwon);
         QSignalSpy released(&up, &HomeFunctionBtn::touchUp);
-        for (std::size_t i = 0; i < tested.steps.size(); ++i) {
-            if (i + 1 == tested.steps.size()) {
-                clock.advance(HomeFunctionBtn::kRepeatGrace);
-                EXPECT_EQ(released.count(), tested.releasedBeforeLast) << tested.name;
-            }
-            const Step& step = tested.steps[i];
-            if (step.type == QEvent::FocusOut) {
-                QFocusEvent event(QEvent::FocusOut, Qt::TabFocusReason);
-                QApplication::sendEvent(&up, &event);
-            } else {
-                QKeyEvent event(step.type, step.key, Qt::NoModifier, QString(), step.repeat);
-                QApplication::sendEvent(&up, &event);
-            }
+        send(&up, QEvent::KeyPress);
+        for (int repeat = 0; repeat < 3; ++repeat) {
+            send(&up, QEvent::KeyRelease, marked);
+            send(&up, QEvent::KeyPress, marked);
+            clock.advance(HomeFunctionBtn::kRepeatGrace);
         }
+        EXPECT_EQ(released.count(), 0) << (marked ? "marked" : "unmarked") << " repeats";
+        send(&up, QEvent::KeyRelease);
         clock.advance(HomeFunctionBtn::kRepeatGrace);
-        EXPECT_EQ(down.count(), tested.held) << tested.name;
-        EXPECT_EQ(released.count(), 1) << tested.name << ": the hold must end exactly once";
-        EXPECT_FALSE(up.isDown()) << tested.name;
+        EXPECT_EQ(down.count(), 1);
+        EXPECT_EQ(released.count(), 1);
     }
 }
 

@@ -50,23 +50,4 @@ TEST_F(SJHUDTest, ANewMessageReplacesTheOldOneAndKeepsItsOwnTime) {
     EXPECT_TRUE(toasts().isEmpty());
 }
 
-// A text that fits the view stays on one line; a longer one wraps within the view's width.
-TEST_F(SJHUDTest, TakesTheWidthItsTextNeeds) {
-    const struct {
-        QString text;
-        bool oneLine;
-    } cases[] = {
-        {QStringLiteral("Connected successful, move the table to synchronize the height."), false},
-        {QStringLiteral("Setting successful"), true},
-        {QStringLiteral("连接成功，请移动桌子以同步高度。"), true},
-    };
-    for (const auto& tested : cases) {
-        SJHUD* toast = SJHUD::showMessage(tested.text, &view);
-        const int lineHeight = toast->fontMetrics().height();
-        EXPECT_EQ(toast->height() < 2 * lineHeight + 20, tested.oneLine)
-            << tested.text.toStdString();
-        EXPECT_LE(toast->width(), view.width()) << tested.text.toStdString();
-    }
-}
-
 } // namespace
