@@ -43,7 +43,7 @@ DeviceManagerRowView::DeviceManagerRowView(const QVariantMap& record, bool paire
     // The connected desk wears a filled badge: a colour alone would tell it from Online only
     // to some eyes.
     if (DeviceManagement::isCurrentDesk(bluetoothName)) {
-        m_mark->setText(QStringLiteral("● ") + tr("Connected"));
+        m_mark->setText(tr("Connected"));
         m_mark->setStyleSheet(QStringLiteral("color: white; background: #2F80ED; font-weight: bold;"
                                              "border-radius: 9px; padding: 2px 8px;"));
     } else {
