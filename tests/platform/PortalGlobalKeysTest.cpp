@@ -1,11 +1,12 @@
 // The Wayland path against a portal stand-in on a private session bus: the keys are bound in a
 // portal session with the chosen combination as the preferred trigger, the portal's Activated
 // signal becomes the key's notification, and letting go closes the session.
-#include "session/PortalGlobalKeys.h"
+#include "platform/PortalGlobalKeys.h"
 
 #include "app/RealTimeWait.h"
 #include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
+#include "platform/Platform.h"
 #include "session/DQGlobalKeyHelper.h"
 
 #include <QDBusConnection>
@@ -29,7 +30,7 @@ protected:
             [this](const QVariant& name) { posted << name.toString(); });
     }
     void TearDown() override {
-        DQGlobalKeyHelper::shareInstance().setBackend(nullptr);
+        DQGlobalKeyHelper::shareInstance().removeDeskGlobalHotKey();
         NotificationCenter::defaultCenter().removeObserver(&observer);
         standin.kill();
         standin.waitForFinished();
@@ -77,8 +78,8 @@ TEST_F(PortalGlobalKeysTest, KeysAreBoundInAPortalSessionAndActivationsPostTheir
     ASSERT_NO_FATAL_FAILURE(startStandin());
     auto portal = PortalGlobalKeys::create();
     ASSERT_NE(portal, nullptr);
+    PlatformOverride<GlobalKeyBackend> installed(*portal);
     DQGlobalKeyHelper& helper = DQGlobalKeyHelper::shareInstance();
-    helper.setBackend(std::move(portal));
     EXPECT_TRUE(helper.isAvailable());
 
     helper.addDeskGlobalHotKeyWithCombineKeyType(GlobalKeyBackend::kAltSuper);
