@@ -16,7 +16,7 @@ packages=(
     qt6-l10n-tools libplist-dev libplist-utils
     libgtest-dev libgmock-dev libbenchmark-dev
     clang libclang-rt-14-dev
-    dbus dbus-daemon xvfb xauth xdotool libxcb1-dev
+    dbus dbus-daemon xvfb xauth xdotool x11-xserver-utils libxcb1-dev
     qt6-wayland fonts-droid-fallback
     dpkg-dev file lintian desktop-file-utils appstream
     libxcb-keysyms1-dev

@@ -133,4 +133,23 @@
         <translation>Activity</translation>
     </message>
 </context>
+<context>
+    <name>ostrel::TrayDeskMenu</name>
+    <message>
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>No desk connected</source>
+        <translation>No desk connected</translation>
+    </message>
+    <message>
+        <source>Height: %1</source>
+        <translation>Height: %1</translation>
+    </message>
+    <message>
+        <source>Height not yet known</source>
+        <translation>Height not yet known</translation>
+    </message>
+</context>
 </TS>

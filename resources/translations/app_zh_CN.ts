@@ -133,4 +133,23 @@
         <translation>活动</translation>
     </message>
 </context>
+<context>
+    <name>ostrel::TrayDeskMenu</name>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>No desk connected</source>
+        <translation>未连接升降桌</translation>
+    </message>
+    <message>
+        <source>Height: %1</source>
+        <translation>高度：%1</translation>
+    </message>
+    <message>
+        <source>Height not yet known</source>
+        <translation>高度未知</translation>
+    </message>
+</context>
 </TS>

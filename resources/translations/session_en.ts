@@ -2,21 +2,18 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en">
 <context>
-    <name>GoToHeightSheet</name>
-    <message>
-        <source>Go to a height</source>
-        <translation>Go to a height</translation>
-    </message>
-    <message>
-        <source>Move the desk to (%1):</source>
-        <translation>Move the desk to (%1):</translation>
-    </message>
-</context>
-<context>
     <name>ostrel::CountdownView</name>
     <message>
         <source>Clear the reminder</source>
         <translation>Clear the reminder</translation>
+    </message>
+    <message>
+        <source>Reminder in</source>
+        <translation>Reminder in</translation>
+    </message>
+    <message>
+        <source>Time left until the next sit-stand reminder</source>
+        <translation>Time left until the next sit-stand reminder</translation>
     </message>
 </context>
 <context>
@@ -96,6 +93,37 @@
     </message>
 </context>
 <context>
+    <name>ostrel::GoToHeightDialog</name>
+    <message>
+        <source>Go to a height</source>
+        <translation>Go to a height</translation>
+    </message>
+    <message>
+        <source>Move the desk to (%1):</source>
+        <translation>Move the desk to (%1):</translation>
+    </message>
+    <message>
+        <source>Between %1 and %2 %3</source>
+        <translation>Between %1 and %2 %3</translation>
+    </message>
+    <message>
+        <source>Go</source>
+        <translation>Go</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>Moving the desk to %1 %2…</source>
+        <translation>Moving the desk to %1 %2…</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::HeightSaveHelpVC</name>
     <message>
         <source>How to Save Height Presets</source>
@@ -104,6 +132,10 @@
     <message>
         <source>Customize</source>
         <translation>Customize</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
     </message>
 </context>
 <context>

@@ -2,21 +2,18 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN">
 <context>
-    <name>GoToHeightSheet</name>
-    <message>
-        <source>Go to a height</source>
-        <translation>移动到指定高度</translation>
-    </message>
-    <message>
-        <source>Move the desk to (%1):</source>
-        <translation>将桌子移动到（%1）：</translation>
-    </message>
-</context>
-<context>
     <name>ostrel::CountdownView</name>
     <message>
         <source>Clear the reminder</source>
         <translation>清除提醒</translation>
+    </message>
+    <message>
+        <source>Reminder in</source>
+        <translation>距下次提醒</translation>
+    </message>
+    <message>
+        <source>Time left until the next sit-stand reminder</source>
+        <translation>距下次坐站提醒的剩余时间</translation>
     </message>
 </context>
 <context>
@@ -96,6 +93,37 @@
     </message>
 </context>
 <context>
+    <name>ostrel::GoToHeightDialog</name>
+    <message>
+        <source>Go to a height</source>
+        <translation>移动到指定高度</translation>
+    </message>
+    <message>
+        <source>Move the desk to (%1):</source>
+        <translation>将桌子移动到（%1）：</translation>
+    </message>
+    <message>
+        <source>Between %1 and %2 %3</source>
+        <translation>范围：%1 至 %2 %3</translation>
+    </message>
+    <message>
+        <source>Go</source>
+        <translation>移动</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Moving the desk to %1 %2…</source>
+        <translation>正在将升降桌移动到 %1 %2…</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::HeightSaveHelpVC</name>
     <message>
         <source>How to Save Height Presets</source>
@@ -104,6 +132,10 @@
     <message>
         <source>Customize</source>
         <translation>自定义</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
     </message>
 </context>
 <context>

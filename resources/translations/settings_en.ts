@@ -455,6 +455,10 @@ A reset also clears the height presets stored on the desk.</translation>
         <source>%1h</source>
         <translation>%1h</translation>
     </message>
+    <message>
+        <source>Turn on the sit-stand reminder first</source>
+        <translation>Turn on the sit-stand reminder first</translation>
+    </message>
 </context>
 <context>
     <name>ostrel::ViewSystemSetting</name>

@@ -454,6 +454,10 @@ A reset also clears the height presets stored on the desk.</source>
         <source>%1h</source>
         <translation>%1小时</translation>
     </message>
+    <message>
+        <source>Turn on the sit-stand reminder first</source>
+        <translation>请先打开坐站提醒</translation>
+    </message>
 </context>
 <context>
     <name>ostrel::ViewSystemSetting</name>
@@ -475,7 +479,7 @@ A reset also clears the height presets stored on the desk.</source>
     </message>
     <message>
         <source>English</source>
-        <translation>English</translation>
+        <translation>简体中文</translation>
     </message>
     <message>
         <source>Clear cache</source>

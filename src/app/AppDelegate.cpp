@@ -5,6 +5,7 @@
 #include "OMPersistentContainer.h"
 #include "StatusMenu.h"
 #include "SystemServices.h"
+#include "TrayDeskMenu.h"
 #include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
 #include "platform/Autostart.h"
@@ -21,6 +22,7 @@
 #include "transport/BluetoothTool.h"
 #include "transport/RBBluetoothManager.h"
 #include "widgets/OMAlert.h"
+#include "widgets/OMAppStyle.h"
 #include "widgets/OMImage.h"
 #include "widgets/OMScreenRouter.h"
 #include "widgets/OMWindowIdentifier.h"
@@ -64,6 +66,7 @@ AppDelegate::~AppDelegate() {
 
 void AppDelegate::applicationDidFinishLaunching() {
     QApplication::setQuitOnLastWindowClosed(false);
+    OMAppStyle::install();
     m_isMoving = false;
     createStatusItem();
     actionSetSystomSetting();
@@ -81,13 +84,16 @@ void AppDelegate::createStatusItem() {
     m_statusItem->setContextMenu(m_menu.get());
     connect(m_statusItem, &QSystemTrayIcon::activated, this,
             [this](QSystemTrayIcon::ActivationReason reason) {
-                if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
+                if (reason == QSystemTrayIcon::Trigger)
+                    modalWindow()->toggleFromTray();
+                else if (reason == QSystemTrayIcon::DoubleClick)
                     statusOnClick();
             });
     m_statusItem->show();
     // The same menu on the window itself: desktops without a tray still reach Quit.
     modalWindow()->addActions(m_menu->actions());
     modalWindow()->setContextMenuPolicy(Qt::ActionsContextMenu);
+    m_deskMenu = new TrayDeskMenu(m_statusItem, m_menu.get(), this);
 }
 
 void AppDelegate::connectMenu() {

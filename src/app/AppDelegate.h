@@ -16,6 +16,7 @@ namespace ostrel {
 class OMBaseModalWindow;
 class OMPersistentContainer;
 class StatusMenu;
+class TrayDeskMenu;
 
 // The application object: starts the tray utility and its one window, decides the first screen,
 // applies the stored settings, answers the tray icon and its menu, and shuts down.
@@ -57,6 +58,7 @@ public:
     bool isMoving() const { return m_isMoving; }
     QSystemTrayIcon* statusItem() const { return m_statusItem; }
     StatusMenu* menu() const { return m_menu.get(); }
+    TrayDeskMenu* deskMenu() const { return m_deskMenu; }
     OMBaseModalWindow* modalWindow(); // created on first use
     OMPersistentContainer& persistentContainer();
     void setPersistentContainer(std::unique_ptr<OMPersistentContainer> container);
@@ -79,6 +81,7 @@ private:
     bool m_startHidden = false;
     QSystemTrayIcon* m_statusItem = nullptr;
     std::unique_ptr<StatusMenu> m_menu;
+    TrayDeskMenu* m_deskMenu = nullptr;
     std::unique_ptr<OMBaseModalWindow> m_modalWindow;
     std::unique_ptr<OMPersistentContainer> m_persistentContainer;
     TimerHandle m_settlePause;

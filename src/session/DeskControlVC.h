@@ -109,6 +109,8 @@ private:
     QWidget* buildPresetButtons();
     void connectSession();
     void connectReminder();
+    void setTabOrderTopToBottom();
+    void showPresetsReleased();
     // The reminder's alert; a key held from the screen cannot outlast it opening.
     void actionAlarmNotificationAlert(bool isRepeat);
     void showHeight(const QString& text);

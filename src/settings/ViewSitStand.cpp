@@ -179,6 +179,12 @@ void ViewSitStand::refreshContentView() {
     else if (interval == u"1" || interval == u"2")
         shown = tr("%1h").arg(interval);
     m_interval->setValueText(shown);
+    // Both only matter while the reminder runs; greyed, they say so.
+    const QString why = isOn() ? QString() : tr("Turn on the sit-stand reminder first");
+    for (QWidget* control : {static_cast<QWidget*>(m_interval), static_cast<QWidget*>(m_sound)}) {
+        control->setEnabled(isOn());
+        control->setToolTip(why);
+    }
 }
 
 } // namespace ostrel

@@ -11,6 +11,8 @@
 #include <QApplication>
 #include <QFile>
 #include <QProcess>
+#include <QScreen>
+#include <QScrollArea>
 #include <QSignalSpy>
 
 namespace ostrel::test {
@@ -61,6 +63,20 @@ TEST_F(LaunchTest, ShowsSearchOnlyAfterTheSettlePause) {
     EXPECT_EQ(screenName(), QLatin1String(screens::kBluetoothSearch));
     EXPECT_TRUE(delegate->modalWindow()->isVisible());
     EXPECT_EQ(OMWindowIdentifier::find(OMWindowIdentifier::home()), delegate->modalWindow());
+}
+
+// On a screen lower than the window wants (a small screen, a large text scale), the window keeps
+// within the available area and the rest scrolls.
+TEST_F(LaunchTest, TheWindowFitsTheAvailableAreaAndScrollsWhatDoesNot) {
+    launch();
+    OMBaseModalWindow* window = delegate->modalWindow();
+    const QRect available = window->screen()->availableGeometry();
+    EXPECT_EQ(window->height(), qMin(OMBaseModalWindow::kSize.height(),
+                                     available.height() - OMBaseModalWindow::kFrameAllowance));
+    EXPECT_TRUE(available.contains(window->frameGeometry()));
+    EXPECT_FALSE(window->windowFlags() & Qt::WindowMaximizeButtonHint);
+    EXPECT_GE(window->content()->height(), window->content()->minimumSizeHint().height());
+    EXPECT_EQ(window->findChild<QScrollArea*>()->widget(), window->content());
 }
 
 TEST_F(LaunchTest, ShowsNoBluetoothAndTellsTheUserWhenTheRadioIsOff) {

@@ -8,9 +8,13 @@
 #include "app/LocalPreference.h"
 #include "app/OMBaseModalWindow.h"
 #include "app/ScreenFactories.h"
+#include "app/StatusMenu.h"
+#include "core/NotificationCenter.h"
+#include "core/NotificationNames.h"
 #include "core/Scheduler.h"
 #include "session/ActivityRecorder.h"
 #include "session/DeskControlVC.h"
+#include "session/GoToHeightDialog.h"
 #include "session/HeightSaveHelpVC.h"
 #include "session/NotificationAlert.h"
 #include "session/OMTimeManager.h"
@@ -19,6 +23,7 @@
 #include "session/StandingProgressView.h"
 #include "settings/ActivityView.h"
 #include "settings/ColorManageView.h"
+#include "settings/ColorWellView.h"
 #include "settings/ShortcutComboRowView.h"
 #include "settings/ShortcutSwitchRowView.h"
 #include "settings/ViewIntelligentControl.h"
@@ -31,11 +36,13 @@
 #include "sim/VirtualCentral.h"
 #include "sim/VirtualDesk.h"
 #include "store/ActivityStore.h"
+#include "store/CurrentDeviceStore.h"
 #include "transport/RBBluetoothManager.h"
 #include "transport/screens/DeskSearchRowView.h"
 #include "transport/screens/DeviceManagerRowView.h"
 #include "transport/screens/ViewDeviceDetail.h"
 #include "transport/screens/ViewDeviceManagement.h"
+#include "widgets/HomeFunctionBtn.h"
 #include "widgets/OMImageButton.h"
 #include "widgets/OMScreenRouter.h"
 #include "widgets/OMWindowIdentifier.h"
@@ -43,6 +50,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QDoubleSpinBox>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -342,6 +350,85 @@ std::deque<Step> activitySteps(QWidget& home, SampleActivity& sample) {
              sample.show();
          },
          1200ms},
+
+// Runs `action` on the go-to-height dialog that is open, if any.
+std::function<void()> onGoToHeight(std::function<void(GoToHeightDialog&)> action) {
+    return [action] {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (auto* dialog = qobject_cast<GoToHeightDialog*>(window);
+                dialog && dialog->isVisible())
+                action(*dialog);
+        }
+    };
+}
+
+// The keyboard's marks, the pressed state, the go-to-height dialog before and during a move, a
+// toast, the picked colour's mark, the tray menu and the About box.
+std::deque<Step> keyboardAndTraySteps(QWidget& home, AppDelegate& delegate) {
+    return {
+        {QStringLiteral("30-focus-ring"),
+         onControl(home,
+                   [&home](DeskControlVC& control) {
+                       closeWindowsExceptHome(home);
+                       closePages(home);
+                       home.activateWindow();
+                       control.upButton()->setFocus(Qt::TabFocusReason);
+                   }),
+         800ms},
+        {QStringLiteral("31-pressed-up"),
+         onControl(
+             home,
+             [](DeskControlVC& control) { QTest::keyPress(control.upButton(), Qt::Key_Space); }),
+         600ms},
+        {QString(),
+         onControl(
+             home,
+             [](DeskControlVC& control) { QTest::keyRelease(control.upButton(), Qt::Key_Space); }),
+         800ms},
+        {QStringLiteral("32-toast"),
+         onControl(home,
+                   [](DeskControlVC& control) {
+                       control.touchHoverDwon(control.presetButton(3));
+                       control.touchHoverUp(control.presetButton(3));
+                   }),
+         300ms},
+        {QStringLiteral("33-go-to-height"),
+         onControl(home, [](DeskControlVC& control) { control.actionGoToHeight(); }), 1500ms},
+        {QStringLiteral("34-go-to-height-moving"), onGoToHeight([](GoToHeightDialog& dialog) {
+             dialog.heightField()->setValue(dialog.heightField()->maximum() - 5);
+             dialog.accept();
+         }),
+         1200ms},
+        {QString(), onGoToHeight([](GoToHeightDialog& dialog) { dialog.reject(); }), 800ms},
+        {QString(),
+         onControl(home,
+                   [&home](DeskControlVC& control) {
+                       control.lightStripButton()->click();
+                       onPage<ColorManageView>(
+                           home, [](ColorManageView& page) { page.actionLightOpen(); })();
+                   }),
+         500ms},
+        {QStringLiteral("35-light-strip-mark"),
+         [&home] {
+             if (auto* well = home.findChild<ColorWellView*>(); well && well->isVisible())
+                 QTest::mouseClick(well, Qt::LeftButton, {},
+                                   QPoint(well->width() / 3, well->height() / 3));
+         },
+         800ms},
+        {QStringLiteral("36-tray-menu"),
+         [&home, &delegate] {
+             closePages(home);
+             // Two presets set, so that the menu offers them.
+             OMBluetoothModel record = CurrentDeviceStore::load();
+             record.memoryHeight = "72,110,0,0";
+             CurrentDeviceStore::save(record);
+             NotificationCenter::defaultCenter().post(
+                 QLatin1String(notifications::kMemoryKeyChange));
+             delegate.menu()->popup(home.mapToGlobal(QPoint(16, 48)));
+         },
+         800ms},
+        {QString(), [&delegate] { delegate.menu()->close(); }, 300ms},
+        {QStringLiteral("37-about"), [&delegate] { delegate.showAbout(); }, 800ms},
         {QString(), [&home] { closeWindowsExceptHome(home); }, 300ms},
     };
 }
@@ -400,7 +487,7 @@ std::deque<Step> faultSteps(Tour& tour) {
     };
 }
 
-std::deque<Step> tourSteps(Tour& tour, SampleActivity& sample) {
+std::deque<Step> tourSteps(Tour& tour, SampleActivity& sample, AppDelegate& delegate) {
     QWidget& home = tour.home();
     auto show = [](const char* screen) {
         return [screen] { OMScreenRouter::instance().show(QLatin1String(screen)); };
@@ -451,6 +538,8 @@ std::deque<Step> tourSteps(Tour& tour, SampleActivity& sample) {
     std::ranges::move(settingsSteps(home), std::back_inserter(steps));
     std::ranges::move(reminderSteps(home), std::back_inserter(steps));
     std::ranges::move(deviceSteps(home), std::back_inserter(steps));
+    std::ranges::move(activitySteps(home, sample), std::back_inserter(steps));
+    std::ranges::move(keyboardAndTraySteps(home, delegate), std::back_inserter(steps));
     std::ranges::move(faultSteps(tour), std::back_inserter(steps));
     steps.push_back({QStringLiteral("17-link-loss"),
                      [&tour, &home] {
@@ -485,7 +574,7 @@ int main(int argc, char** argv) {
     delegate.applicationDidFinishLaunching();
     ActivityService activity(delegate);
     SampleActivity sample;
-    tour.run(tourSteps(tour, sample));
+    tour.run(tourSteps(tour, sample, delegate));
     const int status = QApplication::exec();
     AppDelegate::releaseTransport();
     return status;
