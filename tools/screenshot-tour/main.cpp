@@ -366,7 +366,7 @@ std::function<void()> onGoToHeight(std::function<void(GoToHeightDialog&)> action
 // toast, the picked colour's mark, the tray menu and the About box.
 std::deque<Step> keyboardAndTraySteps(QWidget& home, AppDelegate& delegate) {
     return {
-        {QStringLiteral("30-focus-ring"),
+        {QStringLiteral("40-focus-ring"),
          onControl(home,
                    [&home](DeskControlVC& control) {
                        closeWindowsExceptHome(home);
@@ -375,7 +375,7 @@ std::deque<Step> keyboardAndTraySteps(QWidget& home, AppDelegate& delegate) {
                        control.upButton()->setFocus(Qt::TabFocusReason);
                    }),
          800ms},
-        {QStringLiteral("31-pressed-up"),
+        {QStringLiteral("41-pressed-up"),
          onControl(
              home,
              [](DeskControlVC& control) { QTest::keyPress(control.upButton(), Qt::Key_Space); }),
@@ -385,16 +385,16 @@ std::deque<Step> keyboardAndTraySteps(QWidget& home, AppDelegate& delegate) {
              home,
              [](DeskControlVC& control) { QTest::keyRelease(control.upButton(), Qt::Key_Space); }),
          800ms},
-        {QStringLiteral("32-toast"),
+        {QStringLiteral("42-toast"),
          onControl(home,
                    [](DeskControlVC& control) {
                        control.touchHoverDwon(control.presetButton(3));
                        control.touchHoverUp(control.presetButton(3));
                    }),
          300ms},
-        {QStringLiteral("33-go-to-height"),
+        {QStringLiteral("43-go-to-height"),
          onControl(home, [](DeskControlVC& control) { control.actionGoToHeight(); }), 1500ms},
-        {QStringLiteral("34-go-to-height-moving"), onGoToHeight([](GoToHeightDialog& dialog) {
+        {QStringLiteral("44-go-to-height-moving"), onGoToHeight([](GoToHeightDialog& dialog) {
              dialog.heightField()->setValue(dialog.heightField()->maximum() - 5);
              dialog.accept();
          }),
@@ -408,14 +408,14 @@ std::deque<Step> keyboardAndTraySteps(QWidget& home, AppDelegate& delegate) {
                            home, [](ColorManageView& page) { page.actionLightOpen(); })();
                    }),
          500ms},
-        {QStringLiteral("35-light-strip-mark"),
+        {QStringLiteral("45-light-strip-mark"),
          [&home] {
              if (auto* well = home.findChild<ColorWellView*>(); well && well->isVisible())
                  QTest::mouseClick(well, Qt::LeftButton, {},
                                    QPoint(well->width() / 3, well->height() / 3));
          },
          800ms},
-        {QStringLiteral("36-tray-menu"),
+        {QStringLiteral("46-tray-menu"),
          [&home, &delegate] {
              closePages(home);
              // Two presets set, so that the menu offers them.
@@ -428,7 +428,7 @@ std::deque<Step> keyboardAndTraySteps(QWidget& home, AppDelegate& delegate) {
          },
          800ms},
         {QString(), [&delegate] { delegate.menu()->close(); }, 300ms},
-        {QStringLiteral("37-about"), [&delegate] { delegate.showAbout(); }, 800ms},
+        {QStringLiteral("47-about"), [&delegate] { delegate.showAbout(); }, 800ms},
         {QString(), [&home] { closeWindowsExceptHome(home); }, 300ms},
     };
 }
