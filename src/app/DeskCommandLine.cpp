@@ -29,6 +29,8 @@ constexpr std::array kVerbs{
     Verb{"move-to", "cm", "Move the connected desk to a height in centimetres, then exit."},
     Verb{"preset", "name", "Move the connected desk to a preset (sit, stand, m1, m2), then exit."},
     Verb{"stop", "", "Stop the connected desk, then exit."},
+    Verb{"up", "", "As the Up shortcut: move the desk up, or stop it if it moves, then exit."},
+    Verb{"down", "", "As the Down shortcut: move the desk down, or stop it if it moves, then exit."},
 };
 constexpr char kJson[] = "json";
 constexpr char kDBusProperties[] = "org.freedesktop.DBus.Properties";
@@ -119,7 +121,20 @@ int DeskCommandLine::run(const Request& request) {
     if (request.verb == u"preset")
         return call(QStringLiteral("RecallPreset"), {request.argument},
                     QStringLiteral("Moving to the %1 preset").arg(request.argument.toLower()));
+    if (request.verb == u"up" || request.verb == u"down")
+        return toggle(request.verb);
     return call(QStringLiteral("Stop"), {}, QStringLiteral("Stopped"));
+}
+
+int DeskCommandLine::toggle(const QString& direction) {
+    const QString method = direction == u"up" ? QStringLiteral("Up") : QStringLiteral("Down");
+    const QDBusMessage reply = send(text(config::kDeskInterface), method, {});
+    if (reply.type() != QDBusMessage::ReplyMessage)
+        return failed(QDBusError(reply));
+    m_out << (reply.arguments().value(0).toBool() ? QStringLiteral("Moving %1").arg(direction)
+                                                  : QStringLiteral("Stopped"))
+          << Qt::endl;
+    return kOk;
 }
 
 int DeskCommandLine::status(bool asJson) {

@@ -12,6 +12,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QSignalSpy>
+#include <functional>
 
 namespace ostrel::test {
 namespace {
@@ -95,6 +96,42 @@ TEST_F(LaunchTest, HiddenStartShowsOnlyTheTrayUntilTheTrayIsClicked) {
     EXPECT_FALSE(delegate->modalWindow()->isVisible());
     delegate->statusOnClick();
     EXPECT_TRUE(delegate->modalWindow()->isVisible());
+}
+
+// Without a tray nothing may hide the window: the user would have no way back to it but a
+// second launch. Closing and Hide minimise, and a tray that comes or goes is followed.
+TEST_F(LaunchTest, WithoutATrayTheWindowMinimisesAndFollowsTheTrayComingAndGoing) {
+    tray->setAvailable(false);
+    launch();
+    OMBaseModalWindow* window = delegate->modalWindow();
+    EXPECT_EQ(delegate->statusItem(), nullptr);
+    QSignalSpy terminated(delegate.get(), &AppDelegate::terminated);
+    for (const auto& away : std::initializer_list<std::function<void()>>{
+             [&] { window->close(); }, [&] { delegate->menu()->HideOstrelMotion->trigger(); }}) {
+        away();
+        EXPECT_TRUE(window->isVisible());
+        EXPECT_TRUE(window->isMinimized());
+        delegate->applicationShouldHandleReopen(); // a second launch
+        EXPECT_FALSE(window->isMinimized());
+    }
+    EXPECT_EQ(terminated.count(), 0);
+
+    tray->setAvailable(true);
+    ASSERT_NE(delegate->statusItem(), nullptr);
+    window->close();
+    EXPECT_FALSE(window->isVisible());
+
+    tray->setAvailable(false); // the panel went away with the window hidden
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(window->isMinimized());
+}
+
+TEST_F(LaunchTest, HiddenStartWithoutATrayStartsMinimised) {
+    tray->setAvailable(false);
+    delegate->setStartHidden(true);
+    launch();
+    EXPECT_TRUE(delegate->modalWindow()->isVisible());
+    EXPECT_TRUE(delegate->modalWindow()->isMinimized());
 }
 
 // The autostart file is the setting: the menu entry writes and removes it and shows what is on

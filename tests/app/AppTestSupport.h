@@ -3,6 +3,7 @@
 #include "app/AppDelegate.h"
 #include "app/OMBaseModalWindow.h"
 #include "app/SystemServices.h"
+#include "app/TrayPresence.h"
 #include "store/DQDataCatchHelper.h"
 #include "support/ShellTestSupport.h"
 
@@ -33,6 +34,9 @@ protected:
         QDir(DQDataCatchHelper::getLibCatchesPath()).removeRecursively();
         m_previousServices = SystemServices::setInstance(&services);
         delegate = std::make_unique<AppDelegate>();
+        auto presence = std::make_unique<TrayPresence>(true);
+        tray = presence.get();
+        delegate->setTrayPresence(std::move(presence));
     }
 
     void TearDown() override {
@@ -54,6 +58,7 @@ protected:
 
     RecordingServices services;
     std::unique_ptr<AppDelegate> delegate;
+    TrayPresence* tray = nullptr; // owned by the delegate; a tray unless a test takes it away
 
 private:
     SystemServices* m_previousServices = nullptr;
