@@ -16,36 +16,16 @@ scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
 # The control screen and the shortcut page under headless sway, a real Wayland compositor,
-# taken with grim: screenshots/wayland/<lang>/. Sway refuses to run as root, so there it runs as
-# nobody, in a runtime folder of its own.
+# taken with grim: screenshots/wayland/<lang>/.
 wayland_tour() {
-    local lang=$1 runtime=$scratch/wayland-$lang/runtime config=$scratch/wayland-$lang/sway.conf
-    local drop=() sway_pid socket waited=0
-    mkdir -p "$runtime" "$out/wayland/$lang"
-    chmod 755 "$scratch" "$scratch/wayland-$lang"
-    chmod 700 "$runtime"
-    if [ "$(id -u)" -eq 0 ]; then
-        chown nobody "$runtime"
-        drop=(setpriv --reuid=nobody --regid=nogroup --clear-groups)
-    fi
-    printf '%s\n' 'output HEADLESS-1 resolution 1280x900' 'xwayland disable' \
-        'default_border none' 'default_floating_border none' \
-        'for_window [app_id="com.ostrel.motion"] move position 0 0' >"$config"
-    env -i PATH="$PATH" HOME="$scratch" XDG_RUNTIME_DIR="$runtime" WLR_BACKENDS=headless \
-        WLR_LIBINPUT_NO_DEVICES=1 "${drop[@]}" sway -c "$config" >"$scratch/sway-$lang.log" 2>&1 &
-    sway_pid=$!
-    until socket=$(cd "$runtime" && ls wayland-? 2>/dev/null); do
-        waited=$((waited + 1))
-        [ $waited -lt 100 ] || { cat "$scratch/sway-$lang.log" >&2; kill $sway_pid; return 1; }
-        sleep 0.1
-    done
+    local lang=$1
+    mkdir -p "$out/wayland/$lang"
     env XDG_DATA_HOME="$scratch/wayland-$lang/data" XDG_CONFIG_HOME="$scratch/wayland-$lang/config" \
-        XDG_CACHE_HOME="$scratch/wayland-$lang/cache" XDG_RUNTIME_DIR="$runtime" \
-        WAYLAND_DISPLAY="$socket" QT_QPA_PLATFORM=wayland XDG_SESSION_TYPE=wayland \
-        dbus-run-session -- "$build_dir/tools/screenshot-tour/screenshot-tour" \
-        --lang "$lang" --out "$out/wayland/$lang" --wayland
-    kill $sway_pid
-    wait $sway_pid || true
+        XDG_CACHE_HOME="$scratch/wayland-$lang/cache" \
+        bash "$root/tools/headless-sway.sh" dbus-run-session \
+        --config-file="$root/tools/bluez-standin/standin-bus.conf" -- \
+        "$build_dir/tools/screenshot-tour/screenshot-tour" --lang "$lang" \
+        --out "$out/wayland/$lang" --wayland
 }
 
 for lang in en zh-Hans; do

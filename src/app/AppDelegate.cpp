@@ -90,6 +90,7 @@ void AppDelegate::createStatusItem() {
     modalWindow()->addActions(m_menu->actions());
     modalWindow()->setContextMenuPolicy(Qt::ActionsContextMenu);
     modalWindow()->installEventFilter(this);
+    qApp->installEventFilter(this);
     if (!m_tray)
         m_tray = std::make_unique<DesktopTrayPresence>(QDBusConnection::sessionBus());
     connect(m_tray.get(), &TrayPresence::availabilityChanged, this, &AppDelegate::trayChanged);
@@ -129,8 +130,14 @@ void AppDelegate::trayChanged(bool available) {
         window->showMinimized();
 }
 
+// Quitting closes every window, and refusing that close would cancel the quit: the close is
+// refused only until the application hears the quit (the filter on the application object
+// sees its events first).
 bool AppDelegate::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == m_modalWindow.get() && event->type() == QEvent::Close && !hasTray()) {
+    if (watched == qApp && event->type() == QEvent::Quit)
+        m_quitting = true;
+    if (watched == m_modalWindow.get() && event->type() == QEvent::Close && !m_quitting &&
+        !hasTray()) {
         event->ignore();
         clickMainMenuMiniSoftware();
         return true;

@@ -89,6 +89,7 @@ private:
 
     bool m_isMoving = false;
     bool m_startHidden = false;
+    bool m_quitting = false;
     QSystemTrayIcon* m_statusItem = nullptr;
     std::unique_ptr<StatusMenu> m_menu;
     std::unique_ptr<TrayPresence> m_tray;

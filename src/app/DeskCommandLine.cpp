@@ -30,7 +30,8 @@ constexpr std::array kVerbs{
     Verb{"preset", "name", "Move the connected desk to a preset (sit, stand, m1, m2), then exit."},
     Verb{"stop", "", "Stop the connected desk, then exit."},
     Verb{"up", "", "As the Up shortcut: move the desk up, or stop it if it moves, then exit."},
-    Verb{"down", "", "As the Down shortcut: move the desk down, or stop it if it moves, then exit."},
+    Verb{"down", "",
+         "As the Down shortcut: move the desk down, or stop it if it moves, then exit."},
 };
 constexpr char kJson[] = "json";
 constexpr char kDBusProperties[] = "org.freedesktop.DBus.Properties";

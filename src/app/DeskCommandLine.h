@@ -14,8 +14,8 @@ namespace ostrel {
 
 // The command-line verbs that drive the desk of a running instance over the session bus:
 // --status (with --json), --move-to CM, --preset NAME, --stop, and --up and --down, which act as
-// the hot keys of that direction (start a movement or stop the one in progress). Each prints one line and
-// ends with an exit code that tells scripts what went wrong.
+// the hot keys of that direction (start a movement or stop the one in progress). Each prints one
+// line and ends with an exit code that tells scripts what went wrong.
 class DeskCommandLine {
 public:
     enum ExitCode : int {

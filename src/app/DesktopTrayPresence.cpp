@@ -41,8 +41,8 @@ bool DesktopTrayPresence::hostRegistered() const {
     if (!m_bus.isConnected())
         return false;
     QDBusMessage get = QDBusMessage::createMethodCall(
-        text(kWatcherService), text(kWatcherPath), QStringLiteral("org.freedesktop.DBus.Properties"),
-        QStringLiteral("Get"));
+        text(kWatcherService), text(kWatcherPath),
+        QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     get << text(kWatcherService) << QStringLiteral("IsStatusNotifierHostRegistered");
     const QDBusReply<QDBusVariant> reply = m_bus.call(get, QDBus::Block, kAnswerTimeoutMs);
     return reply.isValid() && reply.value().variant().toBool();

@@ -2,8 +2,8 @@
 
 #include <QClipboard>
 #include <QCoreApplication>
-#include <QFontDatabase>
 #include <QFileInfo>
+#include <QFontDatabase>
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QLabel>
@@ -51,10 +51,11 @@ ShortcutCommandsView::ShortcutCommandsView(QWidget* parent) : QWidget(parent) {
 QString ShortcutCommandsView::program() {
     const QString self = QCoreApplication::applicationFilePath();
     const QString found = QStandardPaths::findExecutable(QLatin1String(kProgramName));
-    if (!found.isEmpty() && QFileInfo(found).canonicalFilePath() == QFileInfo(self).canonicalFilePath())
+    if (!found.isEmpty() &&
+        QFileInfo(found).canonicalFilePath() == QFileInfo(self).canonicalFilePath())
         return QLatin1String(kProgramName);
     return QFileInfo(self).fileName() == QLatin1String(kProgramName) ? self
-                                                                      : QLatin1String(kProgramName);
+                                                                     : QLatin1String(kProgramName);
 }
 
 void ShortcutCommandsView::addRow(const Command& command) {

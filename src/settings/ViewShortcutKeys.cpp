@@ -99,10 +99,9 @@ void ViewShortcutKeys::initData() {
 }
 
 void ViewShortcutKeys::change(Object_SystemSetting wanted) {
-    const bool takesShift =
-        wanted.combinationopen == "1" &&
-        DQGlobalKeyHelper::combineKeyType(wanted.combinationkey.value_or("")) ==
-            GlobalKeyBackend::kShift;
+    const bool takesShift = wanted.combinationopen == "1" &&
+                            DQGlobalKeyHelper::combineKeyType(wanted.combinationkey.value_or("")) ==
+                                GlobalKeyBackend::kShift;
     if (!takesShift) {
         commit(wanted);
         return;

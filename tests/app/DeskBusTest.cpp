@@ -193,10 +193,9 @@ INSTANTIATE_TEST_SUITE_P(BothPaths, DeskBusPathTest, ::testing::Bool());
 TEST_F(DeskBusTest, BadCallsGetClearErrorsAndHoldNothing) {
     // No control screen, no desk.
     for (const char* method : {"MoveTo", "RecallPreset", "Stop", "Down"}) {
-        const QVariantList arguments = method == std::string("MoveTo") ? QVariantList{100.0}
-                                       : method == std::string("RecallPreset")
-                                           ? QVariantList{"sit"}
-                                           : QVariantList{};
+        const QVariantList arguments = method == std::string("MoveTo")         ? QVariantList{100.0}
+                                       : method == std::string("RecallPreset") ? QVariantList{"sit"}
+                                                                               : QVariantList{};
         const QDBusMessage reply = call(QLatin1String(method), arguments);
         EXPECT_EQ(reply.errorName(), QLatin1String(config::kNotConnectedError)) << method;
     }

@@ -1,6 +1,6 @@
-// The application under a real Wayland compositor (headless sway), as users of today's
-// desktops run it: a native window that maps and draws, no tray (so closing minimises and a
-// second launch brings the window back), the shortcut page's commands where no portal offers
+// The application under a real Wayland compositor (headless sway, tools/headless-sway.sh), as users
+// of today's desktops run it: a native window that maps and draws, no tray (so closing minimises
+// and a second launch brings the window back), the shortcut page's commands where no portal offers
 // global shortcuts, and a tray appearing later (a StatusNotifierWatcher stand-in) that brings the
 // icon, its menu over DBusMenu and the usual behaviour back. Pictures come from grim, the
 // compositor's own screenshot, and are checked against what the window drew, not pixel by pixel.
@@ -36,10 +36,10 @@
 #include <QProcess>
 #include <QSet>
 #include <QSignalSpy>
-#include <QWindow>
 #include <QSystemTrayIcon>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QWindow>
 #include <algorithm>
 #include <cstdio>
 #include <functional>
@@ -61,8 +61,9 @@ QByteArray runTool(const QString& program, const QStringList& arguments) {
     QProcess process;
     process.start(program, arguments);
     EXPECT_TRUE(waitFor([&] { return process.state() == QProcess::NotRunning; }));
-    EXPECT_EQ(process.exitCode(), 0) << program.toStdString() << " " << arguments.join(' ').toStdString()
-                                     << process.readAllStandardError().toStdString();
+    EXPECT_EQ(process.exitCode(), 0)
+        << program.toStdString() << " " << arguments.join(' ').toStdString()
+        << process.readAllStandardError().toStdString();
     return process.readAllStandardOutput();
 }
 
@@ -122,6 +123,9 @@ class WaylandAppTest : public ::testing::Test {
 protected:
     void SetUp() override {
         ASSERT_TRUE(QDBusConnection::sessionBus().isConnected()) << "run under dbus-run-session";
+        ASSERT_EQ(QGuiApplication::platformName(), QStringLiteral("wayland"))
+            << "run under tools/headless-sway.sh";
+        QGuiApplication::setDesktopFileName(QLatin1String(kAppId)); // the window's app id
         ASSERT_TRUE(instance.claim());
         runner = std::make_unique<AppRunner>(true);
         desk = runner->demo()->desks().first();
@@ -218,7 +222,6 @@ TEST_F(WaylandAppTest, NativeWindowWithoutATrayThenWithOne) {
     run([&] {
         QElapsedTimer clock;
         clock.start();
-        EXPECT_EQ(QGuiApplication::platformName(), QStringLiteral("wayland"));
         ASSERT_TRUE(waitFor([&] { return window().isVisible(); }));
         waitForFrame();
         const QJsonObject node = *swayWindow();
@@ -256,13 +259,15 @@ TEST_F(WaylandAppTest, NativeWindowWithoutATrayThenWithOne) {
         // No portal offers global shortcuts here: the page says so and lists the commands.
         ViewShortcutKeys* page = openShortcutPage();
         ASSERT_NE(page, nullptr);
-        EXPECT_EQ(page->notice(), QStringLiteral("Global shortcuts are not available on this desktop."));
+        EXPECT_EQ(page->notice(),
+                  QStringLiteral("Global shortcuts are not available on this desktop."));
         ASSERT_FALSE(page->commandsView()->isHidden());
         EXPECT_TRUE(page->commandsView()->commands().first().line.endsWith(" --up"));
         QCoreApplication::processEvents();
         waitForFrame();
         expectShows(grim(*swayWindow()), window());
-        std::printf("tray-less checks done after %lld ms\n", static_cast<long long>(clock.elapsed()));
+        std::printf("tray-less checks done after %lld ms\n",
+                    static_cast<long long>(clock.elapsed()));
 
         // A tray appears: the icon registers, its menu is on the bus, a host that draws no menu
         // of its own gets the application's, and closing hides again.
@@ -276,9 +281,9 @@ TEST_F(WaylandAppTest, NativeWindowWithoutATrayThenWithOne) {
             return !item.isEmpty();
         }));
         ASSERT_NE(delegate().statusItem(), nullptr);
-        const auto menuPath = property(item, "/StatusNotifierItem", "org.kde.StatusNotifierItem",
-                                       "Menu")
-                                  .value<QDBusObjectPath>();
+        const auto menuPath =
+            property(item, "/StatusNotifierItem", "org.kde.StatusNotifierItem", "Menu")
+                .value<QDBusObjectPath>();
         ASSERT_FALSE(menuPath.path().isEmpty());
         QDBusMessage getLayout = QDBusMessage::createMethodCall(
             item, menuPath.path(), QStringLiteral("com.canonical.dbusmenu"),
@@ -289,14 +294,14 @@ TEST_F(WaylandAppTest, NativeWindowWithoutATrayThenWithOne) {
         QStringList labels;
         collectLabels(layout.arguments().value(1).value<QDBusArgument>(), labels);
         StatusMenu& menu = *delegate().menu();
-        for (const QAction* action : {menu.aboutOstrel.data(), menu.startAtLogin.data(),
-                                      menu.QuitOstrelMotion.data()})
+        for (const QAction* action :
+             {menu.aboutOstrel.data(), menu.startAtLogin.data(), menu.QuitOstrelMotion.data()})
             EXPECT_TRUE(labels.contains(action->text().remove(u'&')))
                 << labels.join(',').toStdString();
 
         QDBusMessage contextMenu = QDBusMessage::createMethodCall(
-            item, QStringLiteral("/StatusNotifierItem"), QStringLiteral("org.kde.StatusNotifierItem"),
-            QStringLiteral("ContextMenu"));
+            item, QStringLiteral("/StatusNotifierItem"),
+            QStringLiteral("org.kde.StatusNotifierItem"), QStringLiteral("ContextMenu"));
         contextMenu << 1200 << 10;
         script.call(contextMenu, QDBus::BlockWithGui);
         EXPECT_TRUE(waitFor([&] { return menu.isVisible(); }));

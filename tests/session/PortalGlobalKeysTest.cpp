@@ -65,8 +65,7 @@ protected:
     }
 
     QStringList ask(const char* method, const QString& argument = {}) {
-        QDBusInterface control(QLatin1String(kBackendName),
-                               QStringLiteral("/standin"),
+        QDBusInterface control(QLatin1String(kBackendName), QStringLiteral("/standin"),
                                QStringLiteral("com.ostrel.test.PortalStandin"));
         const QDBusReply<QStringList> reply = argument.isEmpty()
                                                   ? control.call(QLatin1String(method))

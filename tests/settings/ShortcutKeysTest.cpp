@@ -120,8 +120,7 @@ TEST_P(ShiftConfirmationTest, NamesTheConflictAndDoesWhatTheAnswerSays) {
                        : view.comboRow()->button(0));
     ASSERT_EQ(alerts.size(), 1u);
     EXPECT_TRUE(alerts[0].informativeText.contains("Shift + arrows"));
-    EXPECT_EQ(alerts[0].buttons,
-              QStringList({"Use Ctrl + Super", "Use Shift anyway", "Cancel"}));
+    EXPECT_EQ(alerts[0].buttons, QStringList({"Use Ctrl + Super", "Use Shift anyway", "Cancel"}));
     EXPECT_EQ(stored().combinationopen, c.open);
     EXPECT_EQ(stored().combinationkey.value_or(""), c.key);
     EXPECT_EQ(fake.keys->calls, c.calls);
@@ -141,7 +140,13 @@ INSTANTIATE_TEST_SUITE_P(
         ShiftCase{"SwitchOnKeepsShift", "0", "0", true, kKeepShift, "1", "0", {"grab 0"}},
         ShiftCase{"SwitchOnCancelled", "0", "0", true, kCancel, "0", "0", {}},
         ShiftCase{"ChoosingShiftCancelled", "1", "1", false, kCancel, "1", "1", {}},
-        ShiftCase{"ChoosingShiftConfirmed", "1", "1", false, kKeepShift, "1", "0",
+        ShiftCase{"ChoosingShiftConfirmed",
+                  "1",
+                  "1",
+                  false,
+                  kKeepShift,
+                  "1",
+                  "0",
                   {"release", "grab 0"}}),
     [](const auto& tested) { return std::string(tested.param.name); });
 

@@ -387,12 +387,14 @@ std::deque<Step> tourSteps(Tour& tour) {
 std::deque<Step> waylandSteps(Tour& tour) {
     QWidget& home = tour.home();
     return {
-        {QString(), {}, 300ms, [&home] { return !home.findChildren<DeskSearchRowView*>().isEmpty(); }},
+        {QString(),
+         {},
+         300ms,
+         [&home] { return !home.findChildren<DeskSearchRowView*>().isEmpty(); }},
         {QString(), [&home] { clickFirstDesk(home); }, 1500ms,
          [&tour] { return boundDesk(tour.demo()).isSubscribed(); }},
-        {QString(), onControl(home, [](DeskControlVC& control) {
-             control.touchDwon(control.upButton());
-         }),
+        {QString(),
+         onControl(home, [](DeskControlVC& control) { control.touchDwon(control.upButton()); }),
          1500ms},
         {QStringLiteral("wayland-1-desk-control"),
          onControl(home, [](DeskControlVC& control) { control.touchUp(control.upButton()); }),
