@@ -42,7 +42,7 @@ ShortcutCommandsView::ShortcutCommandsView(QWidget* parent) : QWidget(parent) {
                                 "settings; each acts as the shortcut would."),
                              this);
     intro->setWordWrap(true);
-    grid->addWidget(intro, 0, 0, 1, 3);
+    grid->addWidget(intro, 0, 0, 1, 2);
     const QString prefix = program() + u' ';
     for (const Action& action : kActions)
         addRow({tr(action.title), prefix + QLatin1String(action.arguments)});
@@ -58,20 +58,20 @@ QString ShortcutCommandsView::program() {
                                                                      : QLatin1String(kProgramName);
 }
 
+// The title and its button on one line, the whole command below: commands do not wrap well.
 void ShortcutCommandsView::addRow(const Command& command) {
     auto* grid = static_cast<QGridLayout*>(layout());
     const int row = grid->rowCount();
     auto* line = new QLabel(command.line, this);
     line->setTextInteractionFlags(Qt::TextSelectableByMouse);
     line->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    line->setWordWrap(true);
     auto* copy = new QPushButton(tr("Copy"), this);
     connect(copy, &QPushButton::clicked, this,
             [text = command.line] { QGuiApplication::clipboard()->setText(text); });
     grid->addWidget(new QLabel(command.title, this), row, 0);
-    grid->addWidget(line, row, 1);
-    grid->addWidget(copy, row, 2);
-    grid->setColumnStretch(1, 1);
+    grid->addWidget(copy, row, 1);
+    grid->addWidget(line, row + 1, 0, 1, 2);
+    grid->setColumnStretch(0, 1);
     m_commands.append(command);
     m_copyButtons.append(copy);
 }
