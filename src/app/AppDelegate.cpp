@@ -1,6 +1,5 @@
 #include "AppDelegate.h"
 
-#include "AutostartEntry.h"
 #include "CacheRule.h"
 #include "DesktopTrayPresence.h"
 #include "OMBaseModalWindow.h"
@@ -9,6 +8,8 @@
 #include "SystemServices.h"
 #include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
+#include "platform/Autostart.h"
+#include "platform/Platform.h"
 #include "session/DQGlobalKeyHelper.h"
 #include "store/CurrentDeskModel.h"
 #include "store/DQDataCatchHelper.h"
@@ -152,13 +153,13 @@ void AppDelegate::connectMenu() {
             &AppDelegate::clickMainMenuMiniSoftware);
     connect(m_menu->QuitOstrelMotion, &QAction::triggered, this, &AppDelegate::requestTermination);
     connect(m_menu->startAtLogin, &QAction::triggered, this, [this](bool enabled) {
-        AutostartEntry::setEnabled(enabled);
-        m_menu->startAtLogin->setChecked(AutostartEntry::isEnabled());
+        Platform::get<Autostart>().setEnabled(enabled);
+        m_menu->startAtLogin->setChecked(Platform::get<Autostart>().isEnabled());
     });
-    // The file is the setting: show what is on disk each time the menu opens.
+    // The desktop holds the setting: show what it says each time the menu opens.
     connect(m_menu.get(), &QMenu::aboutToShow, this,
-            [this] { m_menu->startAtLogin->setChecked(AutostartEntry::isEnabled()); });
-    m_menu->startAtLogin->setChecked(AutostartEntry::isEnabled());
+            [this] { m_menu->startAtLogin->setChecked(Platform::get<Autostart>().isEnabled()); });
+    m_menu->startAtLogin->setChecked(Platform::get<Autostart>().isEnabled());
 }
 
 void AppDelegate::actionSetSystomSetting() {

@@ -3,6 +3,8 @@
 #include "app/AppDelegate.h"
 #include "app/DemoDesks.h"
 #include "app/ScreenFactories.h"
+#include "platform/Platform.h"
+#include "platform/TerminationSignals.h"
 #include "protocol/BluetoothResultHandle.h"
 #include "transport/RBBluetoothManager.h"
 
@@ -19,8 +21,8 @@ AppRunner::AppRunner(bool demo) {
     QObject::connect(m_delegate.get(), &AppDelegate::terminated, qApp, &QApplication::quit,
                      Qt::QueuedConnection);
     // A signal does not wait for the quit question: the session is ending anyway.
-    QObject::connect(&m_signals, &TerminationSignals::received, m_delegate.get(),
-                     &AppDelegate::terminate);
+    QObject::connect(&Platform::get<TerminationSignals>(), &TerminationSignals::received,
+                     m_delegate.get(), &AppDelegate::terminate);
 }
 
 AppRunner::~AppRunner() = default;

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "app/TerminationSignals.h"
-
 #include <chrono>
 #include <memory>
 
@@ -36,7 +34,6 @@ private:
 
     std::unique_ptr<DemoDesks> m_demo;
     std::unique_ptr<AppDelegate> m_delegate;
-    TerminationSignals m_signals;
 };
 
 } // namespace ostrel

@@ -2,7 +2,8 @@
 
 #include "AppConfig.h"
 #include "OMBaseModalWindow.h"
-#include "SystemServices.h"
+#include "platform/DesktopNotifications.h"
+#include "platform/Platform.h"
 #include "widgets/OMImage.h"
 #include "widgets/OMWindowIdentifier.h"
 
@@ -116,7 +117,7 @@ HomeErrorVC* HomeErrorVC::showError(long errorCode) {
 
 void HomeErrorVC::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    SystemServices::instance().removeAllDeliveredNotifications();
+    Platform::get<DesktopNotifications>().removeAllDelivered();
 }
 
 void HomeErrorVC::actionHelp() {

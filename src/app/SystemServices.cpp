@@ -2,7 +2,6 @@
 
 #include "session/DQGlobalKeyHelper.h"
 #include "session/DQNotificationHelper.h"
-#include "session/DesktopNotifications.h"
 
 #include <utility>
 
@@ -37,10 +36,6 @@ void SystemServices::openNotification() {
 
 void SystemServices::closeNotification() {
     DQNotificationHelper::shareInstance().closeNotification();
-}
-
-void SystemServices::removeAllDeliveredNotifications() {
-    DesktopNotifications::instance().removeAllDelivered();
 }
 
 SystemServices* SystemServices::setInstance(SystemServices* services) {

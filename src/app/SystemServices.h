@@ -2,9 +2,8 @@
 
 namespace ostrel {
 
-// The global hot-key registry and the reminder's notification helper, as launch, quit and the
-// error screen use them. By default the hot keys go to the registry and the notifications to
-// the desktop's notification server, whose absence fails nothing.
+// The global hot-key registry and the reminder's notification helper, as launch and quit use
+// them.
 class SystemServices {
 public:
     virtual ~SystemServices() = default;
@@ -14,7 +13,6 @@ public:
     virtual void removeDeskGlobalHotKey();
     virtual void openNotification();
     virtual void closeNotification();
-    virtual void removeAllDeliveredNotifications();
 
     static SystemServices& instance();
     // Installs `services` (not owned; nullptr restores the default); returns the

@@ -2,36 +2,19 @@
 
 #include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
-#include "session/PortalGlobalKeys.h"
-#include "session/X11GlobalKeys.h"
+#include "platform/Platform.h"
 #include "store/DQDataSessionHelper.h"
 #include "store/Object_SystemSetting.h"
 #include "store/RecordDictionary.h"
 
-#include <QGuiApplication>
+#include <QCoreApplication>
 
 namespace ostrel {
-
-namespace {
-
-// On a Wayland session an X11 grab would see only the keys typed into X11 windows, which
-// looks like shortcuts that work now and then: there the portal or nothing (the shortcut page
-// then offers commands to bind in the desktop's settings). X11 grabs serve X11 sessions.
-std::unique_ptr<GlobalKeyBackend> platformBackend() {
-    const bool waylandSession = qEnvironmentVariable("XDG_SESSION_TYPE") == u"wayland" ||
-                                QGuiApplication::platformName() == u"wayland";
-    if (waylandSession)
-        return PortalGlobalKeys::create();
-    return X11GlobalKeys::create();
-}
-
-} // namespace
 
 DQGlobalKeyHelper& DQGlobalKeyHelper::shareInstance() {
     // Kept for the life of the process: the keys are let go at quit, not at static teardown.
     static DQGlobalKeyHelper* instance = [] {
         auto* helper = new DQGlobalKeyHelper;
-        helper->setBackend(platformBackend());
         // However the event loop ends, no other application is kept from the keys.
         if (QCoreApplication* app = QCoreApplication::instance())
             connect(app, &QCoreApplication::aboutToQuit, helper,
@@ -41,29 +24,31 @@ DQGlobalKeyHelper& DQGlobalKeyHelper::shareInstance() {
     return *instance;
 }
 
-void DQGlobalKeyHelper::setBackend(std::unique_ptr<GlobalKeyBackend> backend) {
-    removeDeskGlobalHotKey();
-    m_backend = std::move(backend);
-    if (m_backend)
-        connect(m_backend.get(), &GlobalKeyBackend::activated, this,
-                &DQGlobalKeyHelper::keyPressed);
+bool DQGlobalKeyHelper::isAvailable() const {
+    return Platform::get<GlobalKeyBackend>().isAvailable();
 }
 
 void DQGlobalKeyHelper::addDeskGlobalHotKeyWithCombineKeyType(int type) {
     removeDeskGlobalHotKey();
-    if (!m_backend)
+    GlobalKeyBackend& keys = Platform::get<GlobalKeyBackend>();
+    if (!keys.isAvailable())
         return;
     const auto combination = type == GlobalKeyBackend::kCtrlSuper  ? GlobalKeyBackend::kCtrlSuper
                              : type == GlobalKeyBackend::kAltSuper ? GlobalKeyBackend::kAltSuper
                                                                    : GlobalKeyBackend::kShift;
-    m_unavailable = m_backend->grab(combination);
+    m_grabbed = &keys;
+    connect(&keys, &GlobalKeyBackend::activated, this, &DQGlobalKeyHelper::keyPressed);
+    m_unavailable = keys.grab(combination);
     m_registered = true;
     emit registrationChanged();
 }
 
 void DQGlobalKeyHelper::removeDeskGlobalHotKey() {
-    if (m_backend)
-        m_backend->release();
+    if (GlobalKeyBackend* keys = m_grabbed.data()) {
+        keys->release();
+        disconnect(keys, nullptr, this, nullptr);
+    }
+    m_grabbed = nullptr;
     const bool changed = m_registered || !m_unavailable.isEmpty();
     m_registered = false;
     m_unavailable.clear();

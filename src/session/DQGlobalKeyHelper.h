@@ -1,28 +1,24 @@
 #pragma once
 
-#include "session/GlobalKeyBackend.h"
+#include "platform/GlobalKeyBackend.h"
 
 #include <QList>
 #include <QObject>
+#include <QPointer>
 #include <QString>
-#include <memory>
 #include <string>
 
 namespace ostrel {
 
 // The registry of the desk's global hot keys: the arrows and the digits 1-4 with one modifier
-// combination, taken from the desktop through a platform backend. A press posts
+// combination, taken from the desktop through the platform's key backend. A press posts
 // "GlobalKeyPushName" with the key's name ("GlobalKeyUp", "GlobalKeyOne", ...); the desk
 // session turns that into key commands.
 class DQGlobalKeyHelper : public QObject {
     Q_OBJECT
 public:
-    // One registry for the process; its backend is chosen from the running desktop.
+    // One registry for the process.
     static DQGlobalKeyHelper& shareInstance();
-
-    // Replaces the backend; the old one's keys are let go first. Null: no global keys here.
-    void setBackend(std::unique_ptr<GlobalKeyBackend> backend);
-    GlobalKeyBackend* backend() const { return m_backend.get(); }
 
     // Drops the keys held so far, then takes them with the combination (0 Shift,
     // 1 Ctrl + Super, 2 Alt + Super).
@@ -36,7 +32,7 @@ public:
     // The name posted for a key identifier, empty for an identifier that is none of the keys.
     static QString nameForId(int id);
 
-    bool isAvailable() const { return m_backend && m_backend->isAvailable(); }
+    bool isAvailable() const;
     bool isRegistered() const { return m_registered; }
     // Identifiers of the keys another application holds, from the last registration.
     const QList<int>& unavailableKeys() const { return m_unavailable; }
@@ -49,7 +45,8 @@ private:
     DQGlobalKeyHelper() = default;
     void keyPressed(int id);
 
-    std::unique_ptr<GlobalKeyBackend> m_backend;
+    // The backend the keys were taken from, so that they are let go there.
+    QPointer<GlobalKeyBackend> m_grabbed;
     bool m_registered = false;
     QList<int> m_unavailable;
 };

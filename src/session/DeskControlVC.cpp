@@ -1,9 +1,10 @@
 #include "session/DeskControlVC.h"
 
+#include "platform/DesktopNotifications.h"
+#include "platform/Platform.h"
 #include "session/CountdownView.h"
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskSession.h"
-#include "session/DesktopNotifications.h"
 #include "session/GoToHeightSheet.h"
 #include "session/HeightSaveHelpVC.h"
 #include "session/HotKeyMovement.h"
@@ -42,7 +43,7 @@ constexpr int kUnitLength = 2; // "cm" / "in"
 
 DeskControlVC::DeskControlVC(QWidget* parent)
     : QWidget(parent), m_session(new DeskSession(this)),
-      m_reminder(new SitStandReminder(DesktopNotifications::instance(), this)) {
+      m_reminder(new SitStandReminder(Platform::get<DesktopNotifications>(), this)) {
     m_stack = new QStackedLayout(this);
     m_stack->addWidget(buildControlView());
 

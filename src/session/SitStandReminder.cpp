@@ -2,7 +2,7 @@
 
 #include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
-#include "session/DesktopNotifications.h"
+#include "platform/DesktopNotifications.h"
 #include "session/OMTimeManager.h"
 #include "store/CurrentDeviceStore.h"
 

@@ -2,8 +2,6 @@
 
 #include "core/Scheduler.h"
 
-#include <QFontDatabase>
-#include <QFontMetricsF>
 #include <QLocale>
 #include <QStringList>
 
@@ -11,20 +9,7 @@ namespace ostrel {
 
 namespace {
 
-constexpr qreal kUnbounded = 1e7;
 constexpr qint64 kSecondsPerDay = 24 * 60 * 60;
-
-QFont systemFont(qreal pointSize) {
-    QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
-    font.setPointSizeF(pointSize);
-    return font;
-}
-
-QSizeF textSize(const QFont& font, const QRectF& bounds, int flags, const QString& content) {
-    if (content.isEmpty())
-        return QSizeF(0, 0);
-    return QFontMetricsF(font).boundingRect(bounds, flags, content).size();
-}
 
 } // namespace
 
@@ -76,29 +61,6 @@ QString DQToolHelper::getWeekdayWithDate(const QDateTime& date) {
                                       QStringLiteral("星期六")};
     // Sunday first, counted from 1.
     return names.value(date.date().dayOfWeek() % 7 + 1);
-}
-
-qreal DQToolHelper::getContentWidthWithFont(const QFont& font, qreal height,
-                                            const QString& content) {
-    return textSize(font, QRectF(0, 0, kUnbounded, height), Qt::AlignLeft | Qt::AlignTop, content)
-        .width();
-}
-
-qreal DQToolHelper::getContentWidthWithFontSize(qreal fontSize, qreal height,
-                                                const QString& content) {
-    return getContentWidthWithFont(systemFont(fontSize), height, content);
-}
-
-qreal DQToolHelper::getContentHeightWithFont(const QFont& font, qreal width,
-                                             const QString& content) {
-    return textSize(font, QRectF(0, 0, width, kUnbounded),
-                    Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, content)
-        .height();
-}
-
-qreal DQToolHelper::getContentHeightWithFontSize(qreal fontSize, qreal width,
-                                                 const QString& content) {
-    return getContentHeightWithFont(systemFont(fontSize), width, content);
 }
 
 } // namespace ostrel

@@ -1,15 +1,14 @@
 #pragma once
 
 #include <QDateTime>
-#include <QFont>
 #include <QString>
 #include <QVariant>
 
 namespace ostrel {
 
-// Date formatting and text measuring used beside the store. Date patterns are Qt date-time
-// formats in the default locale and time zone; "yyyy-MM-dd HH:mm" and "yyyy-MM-dd HH:mm:ss" are
-// the ones stored in records.
+// Date formatting used beside the store (the text measuring is DQTextMeasure's, in widgets). Date
+// patterns are Qt date-time formats in the default locale and time zone; "yyyy-MM-dd HH:mm" and
+// "yyyy-MM-dd HH:mm:ss" are the ones stored in records.
 class DQToolHelper {
 public:
     static QString getDateStrWithDate(const QDateTime& date, const QString& format);
@@ -24,11 +23,6 @@ public:
     // today, "昨天" yesterday, the date part before that.
     static QString getDateWithEndDate(const QString& text);
     static QString getWeekdayWithDate(const QDateTime& date);
-
-    static qreal getContentWidthWithFont(const QFont& font, qreal height, const QString& content);
-    static qreal getContentWidthWithFontSize(qreal fontSize, qreal height, const QString& content);
-    static qreal getContentHeightWithFont(const QFont& font, qreal width, const QString& content);
-    static qreal getContentHeightWithFontSize(qreal fontSize, qreal width, const QString& content);
 };
 
 } // namespace ostrel

@@ -1,8 +1,9 @@
 #include "QtPlatformCentral.h"
 
 #include "BluetoothUuid.h"
-#include "BluezAccess.h"
 #include "QtGattLink.h"
+#include "platform/BluetoothAccess.h"
+#include "platform/Platform.h"
 
 #include <QBluetoothDeviceDiscoveryAgent>
 #include <QBluetoothLocalDevice>
@@ -57,10 +58,10 @@ void QtPlatformCentral::updateState() {
 int QtPlatformCentral::stackProblem() const {
     if (m_local->isValid())
         return StackUsable;
-    switch (BluezAccess::check()) {
-    case BluezAccess::NotRunning:
+    switch (Platform::get<BluetoothAccess>().problem()) {
+    case BluetoothAccess::NotRunning:
         return StackNotRunning;
-    case BluezAccess::Refused:
+    case BluetoothAccess::Refused:
         return StackRefusesUser;
     default:
         return StackUsable;

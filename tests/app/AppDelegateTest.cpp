@@ -1,7 +1,7 @@
 #include "AppTestSupport.h"
-#include "app/AutostartEntry.h"
 #include "app/OMPersistentContainer.h"
 #include "app/StatusMenu.h"
+#include "platform/AutostartEntry.h"
 #include "store/CurrentDeskModel.h"
 #include "store/DQDataSessionHelper.h"
 #include "store/FileManager.h"
@@ -165,11 +165,6 @@ TEST_F(LaunchTest, StartAtLoginWritesAValidAutostartEntryThatStartsHidden) {
     entry->trigger();
     EXPECT_FALSE(QFile::exists(path));
     EXPECT_FALSE(entry->isChecked());
-}
-
-TEST(AutostartEntryTest, QuotesTheProgramPathAsDesktopEntriesWant) {
-    EXPECT_TRUE(AutostartEntry::contents(QStringLiteral("/opt/My Apps/ostrel$1\\x"))
-                    .contains("Exec=\"/opt/My Apps/ostrel\\$1\\\\x\" --hidden\n"));
 }
 
 TEST_F(LaunchTest, MenuMinimisesAndHides) {

@@ -4,6 +4,8 @@
 #include "app/OMBaseModalWindow.h"
 #include "app/SystemServices.h"
 #include "app/TrayPresence.h"
+#include "platform/DesktopNotifications.h"
+#include "platform/Platform.h"
 #include "store/DQDataCatchHelper.h"
 #include "support/ShellTestSupport.h"
 
@@ -11,13 +13,15 @@
 
 namespace ostrel::test {
 
-// Records what the shell asks of the hot-key registry and the notification helper.
-struct RecordingServices : SystemServices {
+// Records what the shell asks of the hot-key registry, the notification helper and the
+// desktop's notifications.
+struct RecordingServices : DesktopNotifications, SystemServices {
     void addDeskGlobalHotKeyWithCombineKeyType(int type) override { hotKeyTypes.push_back(type); }
     void removeDeskGlobalHotKey() override { ++hotKeyRemovals; }
     void openNotification() override { notifications.push_back(true); }
     void closeNotification() override { notifications.push_back(false); }
-    void removeAllDeliveredNotifications() override { ++deliveredRemovals; }
+    void notify(const Request&) override {}
+    void removeAllDelivered() override { ++deliveredRemovals; }
 
     std::vector<int> hotKeyTypes;
     int hotKeyRemovals = 0;
@@ -57,6 +61,7 @@ protected:
     }
 
     RecordingServices services;
+    PlatformOverride<DesktopNotifications> notifications{services};
     std::unique_ptr<AppDelegate> delegate;
     TrayPresence* tray = nullptr; // owned by the delegate; a tray unless a test takes it away
 

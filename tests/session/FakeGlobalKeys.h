@@ -1,7 +1,8 @@
 #pragma once
 
+#include "platform/GlobalKeyBackend.h"
+#include "platform/Platform.h"
 #include "session/DQGlobalKeyHelper.h"
-#include "session/GlobalKeyBackend.h"
 
 #include <QStringList>
 
@@ -32,15 +33,12 @@ public:
     QList<int> takenByOthers;
 };
 
-// Installs a fake for the life of the test; the registry has no backend afterwards.
+// Installs a fake for the life of the test; its keys are let go at the end.
 struct FakeGlobalKeysInstalled {
-    FakeGlobalKeysInstalled() {
-        auto owned = std::make_unique<FakeGlobalKeys>();
-        keys = owned.get();
-        DQGlobalKeyHelper::shareInstance().setBackend(std::move(owned));
-    }
-    ~FakeGlobalKeysInstalled() { DQGlobalKeyHelper::shareInstance().setBackend(nullptr); }
-    FakeGlobalKeys* keys;
+    ~FakeGlobalKeysInstalled() { DQGlobalKeyHelper::shareInstance().removeDeskGlobalHotKey(); }
+    FakeGlobalKeys fake;
+    FakeGlobalKeys* keys = &fake;
+    PlatformOverride<GlobalKeyBackend> installed{fake};
 };
 
 } // namespace ostrel::test

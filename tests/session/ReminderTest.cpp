@@ -4,9 +4,10 @@
 #include "app/RealTimeWait.h"
 #include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
+#include "platform/FreedesktopNotifications.h"
+#include "platform/Platform.h"
 #include "session/CountdownView.h"
 #include "session/DQNotificationHelper.h"
-#include "session/DesktopNotifications.h"
 #include "session/NotificationAlert.h"
 #include "session/SitStandReminder.h"
 #include "store/FileManager.h"
@@ -32,14 +33,8 @@ struct Reminder {
 
 class ReminderTest : public SessionTest {
 protected:
-    void SetUp() override {
-        SessionTest::SetUp();
-        previous = DesktopNotifications::setInstance(&client);
-    }
-
     void TearDown() override {
         SessionTest::TearDown();
-        DesktopNotifications::setInstance(previous);
         counter().setType(0);
         counter().setTotal(0);
     }
@@ -103,8 +98,8 @@ protected:
         advance(SitStandReminder::kStopDelay);
     }
 
-    DesktopNotifications client{QDBusConnection::sessionBus()};
-    DesktopNotifications* previous = nullptr;
+    FreedesktopNotifications client{QDBusConnection::sessionBus()};
+    PlatformOverride<DesktopNotifications> installed{client};
     std::unique_ptr<NotificationServer> server;
 };
 
@@ -177,7 +172,7 @@ TEST_F(ReminderTest, RepeatingRoundsAreAnsweredFromTheDesktopNotification) {
     EXPECT_EQ(first.body, "Whether to continue the reminder?");
     EXPECT_EQ(first.actions, (QStringList{"default", "Remind Me Later", "action", "Remind Me Later",
                                           "cancel", "Stop"}));
-    EXPECT_EQ(first.hints.value("sound-name").toString(), DesktopNotifications::kSoundName);
+    EXPECT_EQ(first.hints.value("sound-name").toString(), FreedesktopNotifications::kSoundName);
     ASSERT_NE(alert(), nullptr);
     EXPECT_EQ(alert()->text(), "Whether to continue the reminder?");
     EXPECT_FALSE(alert()->confirmButton()->isHidden());

@@ -1,5 +1,6 @@
 #include "FakeGlobalKeys.h"
 #include "SettingsTestSupport.h"
+#include "platform/NoGlobalKeys.h"
 #include "settings/ShortcutComboRowView.h"
 #include "settings/ShortcutCommandsView.h"
 #include "settings/ShortcutItemRowView.h"
@@ -206,7 +207,8 @@ TEST_F(ShortcutKeysTest, ThePageSaysWhenKeysCannotBeHad) {
     click(view.switchRow()->switchButton());
     EXPECT_EQ(view.notice(), QString());
 
-    DQGlobalKeyHelper::shareInstance().setBackend(nullptr);
+    NoGlobalKeys none;
+    PlatformOverride<GlobalKeyBackend> noKeys(none);
     ViewShortcutKeys unavailable(control.get());
     EXPECT_EQ(unavailable.notice(), "Global shortcuts are not available on this desktop.");
 }

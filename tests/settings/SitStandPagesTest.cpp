@@ -1,6 +1,7 @@
 #include "SettingsTestSupport.h"
+#include "platform/FreedesktopNotifications.h"
+#include "platform/Platform.h"
 #include "session/CountdownView.h"
-#include "session/DesktopNotifications.h"
 #include "session/NotificationAlert.h"
 #include "settings/ViewReminderInterval.h"
 #include "settings/ViewSitStand.h"
@@ -15,14 +16,8 @@ using namespace std::chrono_literals;
 
 class SitStandPagesTest : public SettingsTest {
 protected:
-    void SetUp() override {
-        SettingsTest::SetUp();
-        previous = DesktopNotifications::setInstance(&offline); // the alert alone reminds
-    }
-
     void TearDown() override {
         SettingsTest::TearDown();
-        DesktopNotifications::setInstance(previous);
         counter().setType(0);
         counter().setTotal(0);
     }
@@ -57,8 +52,9 @@ protected:
         return current == bound ? current.toStdString() : "differ";
     }
 
-    DesktopNotifications offline{QDBusConnection(QStringLiteral("no-bus"))};
-    DesktopNotifications* previous = nullptr;
+    // No notification server: the alert alone reminds.
+    FreedesktopNotifications offline{QDBusConnection(QStringLiteral("no-bus"))};
+    PlatformOverride<DesktopNotifications> installed{offline};
 };
 
 TEST_F(SitStandPagesTest, TheSwitchTurnsTheReminderAndItsSoundOnAndOffTogether) {

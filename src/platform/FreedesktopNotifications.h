@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/DesktopNotifications.h"
+
 #include <QDBusConnection>
-#include <QObject>
-#include <QString>
 #include <map>
 #include <optional>
 
@@ -12,41 +12,21 @@ namespace ostrel {
 // bus (org.freedesktop.Notifications). Every call is asynchronous, so a slow server never holds
 // up the screen, and without a server nothing is shown and nothing fails: the in-app alert
 // carries the reminder alone.
-class DesktopNotifications : public QObject {
+class FreedesktopNotifications : public DesktopNotifications {
     Q_OBJECT
 public:
     // The freedesktop sound theme's name for a short alert.
     static constexpr char kSoundName[] = "message-new-instant";
 
-    struct Request {
-        QString title;
-        QString body;
-        QString actionTitle;
-        QString cancelTitle; // no button when empty
-        bool sound = false;
-    };
-
-    explicit DesktopNotifications(const QDBusConnection& bus, QObject* parent = nullptr);
-
-    // The instance on the session bus, unless a test installed another.
-    static DesktopNotifications& instance();
-    // Installs `notifications` (not owned; nullptr restores the session bus's) and returns the
-    // previous one.
-    static DesktopNotifications* setInstance(DesktopNotifications* notifications);
+    explicit FreedesktopNotifications(const QDBusConnection& bus, QObject* parent = nullptr);
 
     // Asks the server whether it shows buttons (until it has answered once), then shows the
     // notification: with its buttons when the server has them, as plain text otherwise.
-    void notify(const Request& request);
-    // Takes every notification this application showed off the desktop.
-    void removeAllDelivered();
+    void notify(const Request& request) override;
+    void removeAllDelivered() override;
 
     // Whether the server said it shows buttons; nothing until it answered.
     std::optional<bool> hasActions() const { return m_actions; }
-
-signals:
-    // A button or the notification itself was clicked: the title of that button (the action
-    // button's for a click on the notification).
-    void answered(const QString& buttonTitle);
 
 private slots:
     // Named by text: the bus connects signals by signature.

@@ -1,4 +1,4 @@
-#include "session/PortalGlobalKeys.h"
+#include "platform/PortalGlobalKeys.h"
 
 #include <QCoreApplication>
 #include <QDBusArgument>

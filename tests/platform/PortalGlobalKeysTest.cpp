@@ -1,13 +1,14 @@
 // The Wayland path through Debian's real xdg-desktop-portal on a private session bus, over a
-// desktop's GlobalShortcuts implementation stand-in that a .portal file in the test folder
+// desktop's GlobalShortcuts implementation stand-in that a .portal file in tools/desktop-standins
 // names: the keys are bound in a portal session with the chosen combination as the preferred
 // trigger, the portal's Activated signal becomes the key's notification, and letting go closes
 // the session.
-#include "session/PortalGlobalKeys.h"
+#include "platform/PortalGlobalKeys.h"
 
 #include "app/RealTimeWait.h"
 #include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
+#include "platform/Platform.h"
 #include "session/DQGlobalKeyHelper.h"
 
 #include <QDBusConnection>
@@ -33,7 +34,7 @@ protected:
             [this](const QVariant& name) { posted << name.toString(); });
     }
     void TearDown() override {
-        DQGlobalKeyHelper::shareInstance().setBackend(nullptr);
+        DQGlobalKeyHelper::shareInstance().removeDeskGlobalHotKey();
         NotificationCenter::defaultCenter().removeObserver(&observer);
         for (QProcess* process : {&frontend, &backend}) {
             process->terminate();
@@ -101,8 +102,8 @@ TEST_F(PortalGlobalKeysTest, KeysAreBoundInAPortalSessionAndActivationsPostTheir
                 static_cast<long long>(startup.elapsed()));
     auto portal = PortalGlobalKeys::create();
     ASSERT_NE(portal, nullptr);
+    PlatformOverride<GlobalKeyBackend> installed(*portal);
     DQGlobalKeyHelper& helper = DQGlobalKeyHelper::shareInstance();
-    helper.setBackend(std::move(portal));
     EXPECT_TRUE(helper.isAvailable());
 
     helper.addDeskGlobalHotKeyWithCombineKeyType(GlobalKeyBackend::kAltSuper);

@@ -1,4 +1,4 @@
-#include "transport/BluezAccess.h"
+#include "platform/BluezAccess.h"
 
 #include <QDBusError>
 #include <QDBusMessage>

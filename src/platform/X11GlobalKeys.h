@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/GlobalKeyBackend.h"
+#include "platform/GlobalKeyBackend.h"
 
 #include <QAbstractNativeEventFilter>
 #include <cstdint>

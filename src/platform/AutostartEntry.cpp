@@ -1,4 +1,4 @@
-#include "app/AutostartEntry.h"
+#include "platform/AutostartEntry.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -13,7 +13,7 @@ QString AutostartEntry::filePath() {
            QStringLiteral("/autostart/") + QLatin1String(kFileName);
 }
 
-bool AutostartEntry::isEnabled() {
+bool AutostartEntry::isEnabled() const {
     return QFile::exists(filePath());
 }
 

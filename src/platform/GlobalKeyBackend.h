@@ -3,6 +3,7 @@
 #include <QList>
 #include <QObject>
 #include <array>
+#include <memory>
 
 namespace ostrel {
 
@@ -28,6 +29,9 @@ public:
     }};
 
     using QObject::QObject;
+
+    // The portal on a Wayland session that offers it, X11 grabs on an X server, else none.
+    static std::unique_ptr<GlobalKeyBackend> forDesktop();
 
     // Whether this desktop lets the application take keys at all.
     virtual bool isAvailable() const = 0;

@@ -1,6 +1,6 @@
-#include "transport/BluezAccess.h"
+#include "platform/BluezAccess.h"
 
-#include "StandinBus.h"
+#include "bluez/StandinBus.h"
 
 #include <QProcess>
 

@@ -1,4 +1,4 @@
-#include "session/DesktopNotifications.h"
+#include "platform/FreedesktopNotifications.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -20,11 +20,6 @@ const QString kActionKey = QStringLiteral("action");
 const QString kCancelKey = QStringLiteral("cancel");
 constexpr int kServerDefaultTimeout = -1;
 
-DesktopNotifications*& installed() {
-    static DesktopNotifications* notifications = nullptr;
-    return notifications;
-}
-
 QDBusMessage call(const QString& method) {
     return QDBusMessage::createMethodCall(kService, kPath, kInterface, method);
 }
@@ -38,26 +33,15 @@ QStringList actionsFor(const DesktopNotifications::Request& request) {
 
 } // namespace
 
-DesktopNotifications::DesktopNotifications(const QDBusConnection& bus, QObject* parent)
-    : QObject(parent), m_bus(bus) {
+FreedesktopNotifications::FreedesktopNotifications(const QDBusConnection& bus, QObject* parent)
+    : DesktopNotifications(parent), m_bus(bus) {
     m_bus.connect(kService, kPath, kInterface, QStringLiteral("ActionInvoked"), this,
                   SLOT(onActionInvoked(uint, QString)));
     m_bus.connect(kService, kPath, kInterface, QStringLiteral("NotificationClosed"), this,
                   SLOT(onNotificationClosed(uint, uint)));
 }
 
-DesktopNotifications& DesktopNotifications::instance() {
-    if (DesktopNotifications* notifications = installed())
-        return *notifications;
-    static auto* sessionBus = new DesktopNotifications(QDBusConnection::sessionBus(), qApp);
-    return *sessionBus;
-}
-
-DesktopNotifications* DesktopNotifications::setInstance(DesktopNotifications* notifications) {
-    return std::exchange(installed(), notifications);
-}
-
-void DesktopNotifications::notify(const Request& request) {
+void FreedesktopNotifications::notify(const Request& request) {
     if (m_actions) {
         send(request);
         return;
@@ -77,7 +61,7 @@ void DesktopNotifications::notify(const Request& request) {
             });
 }
 
-void DesktopNotifications::send(const Request& request) {
+void FreedesktopNotifications::send(const Request& request) {
     QVariantMap hints;
     // Lets the desktop show the application's icon and group its notifications.
     if (!QGuiApplication::desktopFileName().isEmpty())
@@ -103,19 +87,19 @@ void DesktopNotifications::send(const Request& request) {
             });
 }
 
-void DesktopNotifications::removeAllDelivered() {
+void FreedesktopNotifications::removeAllDelivered() {
     ++m_generation;
     for (const auto& [id, request] : std::exchange(m_shown, {}))
         close(id);
 }
 
-void DesktopNotifications::close(uint id) {
+void FreedesktopNotifications::close(uint id) {
     QDBusMessage message = call(QStringLiteral("CloseNotification"));
     message << id;
     m_bus.asyncCall(message);
 }
 
-void DesktopNotifications::onActionInvoked(uint id, const QString& key) {
+void FreedesktopNotifications::onActionInvoked(uint id, const QString& key) {
     const auto shown = m_shown.find(id);
     if (shown == m_shown.end())
         return; // another application's notification
@@ -128,7 +112,7 @@ void DesktopNotifications::onActionInvoked(uint id, const QString& key) {
 
 // Closed without a click (expired, dismissed): no answer, as a notification swiped away gives
 // none. The in-app alert still waits for one.
-void DesktopNotifications::onNotificationClosed(uint id, uint) {
+void FreedesktopNotifications::onNotificationClosed(uint id, uint) {
     m_shown.erase(id);
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/GlobalKeyBackend.h"
+#include "platform/GlobalKeyBackend.h"
 
 #include <QDBusMessage>
 #include <QDBusObjectPath>

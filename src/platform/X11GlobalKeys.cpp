@@ -1,4 +1,4 @@
-#include "session/X11GlobalKeys.h"
+#include "platform/X11GlobalKeys.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>

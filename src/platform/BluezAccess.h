@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/BluetoothAccess.h"
+
 #include <QDBusConnection>
 
 namespace ostrel {
@@ -7,15 +9,13 @@ namespace ostrel {
 // Whether BlueZ will serve this application at all. QtBluetooth reports a stack that is not
 // running and one whose bus policy refuses the user (Debian lets in the "bluetooth" group) both
 // as "no adapter"; asking BlueZ directly tells them apart, so the user can be told what to do.
-class BluezAccess {
+// NotRunning: no BlueZ on the system bus, or no system bus; Refused: BlueZ is there but its
+// policy turns this user away.
+class BluezAccess : public BluetoothAccess {
 public:
-    enum Problem {
-        NoProblem = 0,
-        NotRunning = 1, // no BlueZ on the system bus, or no system bus
-        Refused = 2,    // BlueZ is there but its policy turns this user away
-    };
-
     static Problem check(const QDBusConnection& systemBus = QDBusConnection::systemBus());
+
+    Problem problem() const override { return check(); }
 };
 
 } // namespace ostrel

@@ -1,4 +1,4 @@
-#include "app/TerminationSignals.h"
+#include "platform/UnixTerminationSignals.h"
 
 #include <QSocketNotifier>
 #include <csignal>
@@ -16,20 +16,20 @@ int g_pipe[2] = {-1, -1};
 
 } // namespace
 
-TerminationSignals::TerminationSignals(QObject* parent) : QObject(parent) {
+UnixTerminationSignals::UnixTerminationSignals(QObject* parent) : TerminationSignals(parent) {
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, g_pipe) != 0)
         return;
     m_notifier = new QSocketNotifier(g_pipe[1], QSocketNotifier::Read, this);
-    connect(m_notifier, &QSocketNotifier::activated, this, &TerminationSignals::readSignal);
+    connect(m_notifier, &QSocketNotifier::activated, this, &UnixTerminationSignals::readSignal);
     struct sigaction action {};
-    action.sa_handler = &TerminationSignals::onSignal;
+    action.sa_handler = &UnixTerminationSignals::onSignal;
     sigemptyset(&action.sa_mask);
     action.sa_flags = SA_RESTART;
     for (int number : kTerminationSignals)
         ::sigaction(number, &action, nullptr);
 }
 
-TerminationSignals::~TerminationSignals() {
+UnixTerminationSignals::~UnixTerminationSignals() {
     for (int number : kTerminationSignals)
         ::signal(number, SIG_DFL);
     for (int& end : g_pipe) {
@@ -39,12 +39,12 @@ TerminationSignals::~TerminationSignals() {
     }
 }
 
-void TerminationSignals::onSignal(int signalNumber) {
+void UnixTerminationSignals::onSignal(int signalNumber) {
     const char number = static_cast<char>(signalNumber);
     [[maybe_unused]] const ssize_t written = ::write(g_pipe[0], &number, 1);
 }
 
-void TerminationSignals::readSignal() {
+void UnixTerminationSignals::readSignal() {
     char number = 0;
     if (::read(g_pipe[1], &number, 1) == 1)
         emit received(number);

@@ -1,19 +1,21 @@
 #pragma once
 
+#include "platform/Autostart.h"
+
 #include <QString>
 
 namespace ostrel {
 
-// "Start at login": the desktop's XDG autostart entry that starts the application hidden in the
-// tray when the user logs in. The file being there is the setting; nothing else records it.
-class AutostartEntry {
+// "Start at login" as the desktop's XDG autostart entry. The file being there is the setting;
+// nothing else records it.
+class AutostartEntry : public Autostart {
 public:
     static constexpr char kFileName[] = "com.ostrel.motion.desktop";
 
     static QString filePath();
-    static bool isEnabled();
+    bool isEnabled() const override;
     // Writes or removes the entry; false when the file system refused.
-    static bool setEnabled(bool enabled);
+    bool setEnabled(bool enabled) override;
     // The entry's text, starting `program` hidden.
     static QByteArray contents(const QString& program);
 };
