@@ -168,7 +168,8 @@ TEST_F(ShortcutKeysTest, WithoutGlobalKeysThePageOffersTheCommands) {
     ViewShortcutKeys& available = openPage();
     EXPECT_TRUE(available.commandsView()->isHidden());
 
-    DQGlobalKeyHelper::shareInstance().setBackend(nullptr);
+    NoGlobalKeys none;
+    PlatformOverride<GlobalKeyBackend> noKeys(none);
     ViewShortcutKeys view(control.get());
     EXPECT_FALSE(view.commandsView()->isHidden());
     QStringList lines;
