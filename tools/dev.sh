@@ -17,7 +17,7 @@ packages=(
     libgtest-dev libgmock-dev libbenchmark-dev
     clang libclang-rt-14-dev
     dbus dbus-daemon xvfb xauth xdotool x11-xserver-utils libxcb1-dev
-    qt6-wayland fonts-droid-fallback
+    qt6-wayland fonts-droid-fallback sway grim xdg-desktop-portal
     dpkg-dev file lintian desktop-file-utils appstream
     libxcb-keysyms1-dev
     python3-bleak

@@ -16,6 +16,19 @@ cmake --build "$build_dir" --target screenshot-tour
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
+# The control screen and the shortcut page under headless sway, a real Wayland compositor,
+# taken with grim: screenshots/wayland/<lang>/.
+wayland_tour() {
+    local lang=$1
+    mkdir -p "$out/wayland/$lang"
+    env XDG_DATA_HOME="$scratch/wayland-$lang/data" XDG_CONFIG_HOME="$scratch/wayland-$lang/config" \
+        XDG_CACHE_HOME="$scratch/wayland-$lang/cache" \
+        bash "$root/tools/headless-sway.sh" dbus-run-session \
+        --config-file="$root/tools/bluez-standin/standin-bus.conf" -- \
+        "$build_dir/tools/screenshot-tour/screenshot-tour" --lang "$lang" \
+        --out "$out/wayland/$lang" --wayland
+}
+
 # scale, screen height, folder suffix
 runs=("1 900 " "1.5 800 -1.5x")
 for lang in en zh-Hans; do
@@ -32,5 +45,9 @@ for lang in en zh-Hans; do
             xvfb-run -a -s "-screen 0 1280x${height}x24" \
             "$build_dir/tools/screenshot-tour/screenshot-tour" --lang "$lang" --out "$dir"
     done
+done
+rm -rf "${out:?}/wayland"
+for lang in en zh-Hans; do
+    wayland_tour "$lang"
 done
 echo "Screenshots in $out"

@@ -188,11 +188,54 @@ A reset also clears the height presets stored on the desk.</translation>
     </message>
     <message>
         <source>Alt + Cmd</source>
-        <translation>Alt + Cmd</translation>
+        <translation>Alt + Super</translation>
     </message>
     <message>
         <source>Ctrl + Cmd</source>
-        <translation>Ctrl + Cmd</translation>
+        <translation>Ctrl + Super</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ShortcutCommandsView</name>
+    <message>
+        <source>Bind these commands to keys in your desktop&apos;s keyboard settings; each acts as the shortcut would.</source>
+        <translation>Bind these commands to keys in your desktop&apos;s keyboard settings; each acts as the shortcut would.</translation>
+    </message>
+    <message>
+        <source>Up</source>
+        <translation>Up</translation>
+    </message>
+    <message>
+        <source>Down</source>
+        <translation>Down</translation>
+    </message>
+    <message>
+        <source>Sitting</source>
+        <translation>Sitting</translation>
+    </message>
+    <message>
+        <source>Standing</source>
+        <translation>Standing</translation>
+    </message>
+    <message>
+        <source>M1</source>
+        <translation>M1</translation>
+    </message>
+    <message>
+        <source>M2</source>
+        <translation>M2</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>Move to 110 cm</source>
+        <translation>Move to 110 cm</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Copy</translation>
     </message>
 </context>
 <context>
@@ -410,11 +453,11 @@ A reset also clears the height presets stored on the desk.</translation>
     </message>
     <message>
         <source>Alt + Cmd +</source>
-        <translation>Alt + Cmd +</translation>
+        <translation>Alt + Super +</translation>
     </message>
     <message>
         <source>Ctrl + Cmd +</source>
-        <translation>Ctrl + Cmd +</translation>
+        <translation>Ctrl + Super +</translation>
     </message>
     <message>
         <source>Shift +</source>
@@ -427,6 +470,26 @@ A reset also clears the height presets stored on the desk.</translation>
     <message>
         <source>Another application already uses %1: these keys do nothing here.</source>
         <translation>Another application already uses %1: these keys do nothing here.</translation>
+    </message>
+    <message>
+        <source>Shift is how text is selected</source>
+        <translation>Shift is how text is selected</translation>
+    </message>
+    <message>
+        <source>Shift + arrows and Shift + digits select and type text in every other application: with Shift, selecting lines in an editor moves the desk. Ctrl + Super keeps them apart.</source>
+        <translation>Shift + arrows and Shift + digits select and type text in every other application: with Shift, selecting lines in an editor moves the desk. Ctrl + Super keeps them apart.</translation>
+    </message>
+    <message>
+        <source>Use Ctrl + Super</source>
+        <translation>Use Ctrl + Super</translation>
+    </message>
+    <message>
+        <source>Use Shift anyway</source>
+        <translation>Use Shift anyway</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
     </message>
 </context>
 <context>

@@ -187,11 +187,54 @@ A reset also clears the height presets stored on the desk.</source>
     </message>
     <message>
         <source>Alt + Cmd</source>
-        <translation>Alt + Cmd</translation>
+        <translation>Alt + Super</translation>
     </message>
     <message>
         <source>Ctrl + Cmd</source>
-        <translation>Ctrl + Cmd</translation>
+        <translation>Ctrl + Super</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ShortcutCommandsView</name>
+    <message>
+        <source>Bind these commands to keys in your desktop&apos;s keyboard settings; each acts as the shortcut would.</source>
+        <translation>在桌面的键盘设置中将这些命令绑定到按键，每条命令的作用与对应的快捷键相同。</translation>
+    </message>
+    <message>
+        <source>Up</source>
+        <translation>上升</translation>
+    </message>
+    <message>
+        <source>Down</source>
+        <translation>下降</translation>
+    </message>
+    <message>
+        <source>Sitting</source>
+        <translation>坐姿</translation>
+    </message>
+    <message>
+        <source>Standing</source>
+        <translation>站姿</translation>
+    </message>
+    <message>
+        <source>M1</source>
+        <translation>M1</translation>
+    </message>
+    <message>
+        <source>M2</source>
+        <translation>M2</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Move to 110 cm</source>
+        <translation>移动到 110 cm</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>复制</translation>
     </message>
 </context>
 <context>
@@ -409,11 +452,11 @@ A reset also clears the height presets stored on the desk.</source>
     </message>
     <message>
         <source>Alt + Cmd +</source>
-        <translation>Alt + Cmd +</translation>
+        <translation>Alt + Super +</translation>
     </message>
     <message>
         <source>Ctrl + Cmd +</source>
-        <translation>Ctrl + Cmd +</translation>
+        <translation>Ctrl + Super +</translation>
     </message>
     <message>
         <source>Shift +</source>
@@ -426,6 +469,26 @@ A reset also clears the height presets stored on the desk.</source>
     <message>
         <source>Another application already uses %1: these keys do nothing here.</source>
         <translation>其他应用已占用 %1：这些按键在本应用中无效。</translation>
+    </message>
+    <message>
+        <source>Shift is how text is selected</source>
+        <translation>Shift 是选择文本用的按键</translation>
+    </message>
+    <message>
+        <source>Shift + arrows and Shift + digits select and type text in every other application: with Shift, selecting lines in an editor moves the desk. Ctrl + Super keeps them apart.</source>
+        <translation>在其他所有应用中，Shift + 方向键和 Shift + 数字用于选择和输入文本：使用 Shift 时，在编辑器中选择几行文字就会移动桌子。Ctrl + Super 可以避免冲突。</translation>
+    </message>
+    <message>
+        <source>Use Ctrl + Super</source>
+        <translation>使用 Ctrl + Super</translation>
+    </message>
+    <message>
+        <source>Use Shift anyway</source>
+        <translation>仍然使用 Shift</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
     </message>
 </context>
 <context>

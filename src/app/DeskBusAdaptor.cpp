@@ -5,6 +5,8 @@
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskLink.h"
 #include "session/DeskSession.h"
+#include "session/GlobalKeyDispatch.h"
+#include "session/HotKeyMovement.h"
 #include "session/LiveSession.h"
 #include "session/PresetKeys.h"
 #include "store/ActivityStore.h"
@@ -62,7 +64,8 @@ QString DeskBusAdaptor::unit() const {
 }
 
 bool DeskBusAdaptor::moving() const {
-    return connected() && (m_heightChanging || m_session->goToHeight().isMoving());
+    return connected() && (m_heightChanging || m_session->goToHeight().isMoving() ||
+                           m_session->hotKeyMovement().isMoving());
 }
 
 PresetHeights DeskBusAdaptor::presets() const {
@@ -109,6 +112,24 @@ void DeskBusAdaptor::RecallPreset(const QString& preset, const QDBusMessage& cal
 void DeskBusAdaptor::Stop(const QDBusMessage& call) {
     if (DeskSession* session = drivableSession(call))
         session->stopMoving();
+}
+
+bool DeskBusAdaptor::Up(const QDBusMessage& call) {
+    return pressHotKey(QStringLiteral("GlobalKeyUp"), call);
+}
+
+bool DeskBusAdaptor::Down(const QDBusMessage& call) {
+    return pressHotKey(QStringLiteral("GlobalKeyDown"), call);
+}
+
+// The hot key's own path, so the movement has the hot keys' watchdogs and stops.
+bool DeskBusAdaptor::pressHotKey(const QString& name, const QDBusMessage& call) {
+    DeskSession* session = drivableSession(call);
+    if (!session)
+        return false;
+    session->globalKeys().globalKeyPush(name);
+    refresh();
+    return session->hotKeyMovement().isMoving();
 }
 
 DeskSession* DeskBusAdaptor::drivableSession(const QDBusMessage& call) {

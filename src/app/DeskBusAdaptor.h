@@ -68,6 +68,10 @@ public slots:
     void RecallPreset(const QString& name, const QDBusMessage& call);
     void Stop(const QDBusMessage& call);
     ostrel::ActivityDays History(uint days);
+    // As the Up and Down hot keys: start a movement, or stop the one in progress. Answers
+    // whether the desk now moves.
+    bool Up(const QDBusMessage& call);
+    bool Down(const QDBusMessage& call);
 
 private:
     void follow(DeskSession* session);
@@ -75,6 +79,7 @@ private:
     // The session to drive, or an error reply and null.
     DeskSession* drivableSession(const QDBusMessage& call);
     void moveTo(DeskSession& session, double cm, const QDBusMessage& call);
+    bool pressHotKey(const QString& name, const QDBusMessage& call);
     void refuse(const QDBusMessage& call, const QString& error, const QString& text);
     QVariantMap snapshot() const;
     void refresh();

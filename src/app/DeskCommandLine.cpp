@@ -31,6 +31,9 @@ constexpr std::array kVerbs{
     Verb{"preset", "name", "Move the connected desk to a preset (sit, stand, m1, m2), then exit."},
     Verb{"stop", "", "Stop the connected desk, then exit."},
     Verb{"stats", "", "Print standing time: today, the goal, the streak and recent days."},
+    Verb{"up", "", "As the Up shortcut: move the desk up, or stop it if it moves, then exit."},
+    Verb{"down", "",
+         "As the Down shortcut: move the desk down, or stop it if it moves, then exit."},
 };
 constexpr char kDays[] = "days";
 constexpr char kJson[] = "json";
@@ -133,7 +136,20 @@ int DeskCommandLine::run(const Request& request) {
     if (request.verb == u"preset")
         return call(QStringLiteral("RecallPreset"), {request.argument},
                     QStringLiteral("Moving to the %1 preset").arg(request.argument.toLower()));
+    if (request.verb == u"up" || request.verb == u"down")
+        return toggle(request.verb);
     return call(QStringLiteral("Stop"), {}, QStringLiteral("Stopped"));
+}
+
+int DeskCommandLine::toggle(const QString& direction) {
+    const QString method = direction == u"up" ? QStringLiteral("Up") : QStringLiteral("Down");
+    const QDBusMessage reply = send(text(config::kDeskInterface), method, {});
+    if (reply.type() != QDBusMessage::ReplyMessage)
+        return failed(QDBusError(reply));
+    m_out << (reply.arguments().value(0).toBool() ? QStringLiteral("Moving %1").arg(direction)
+                                                  : QStringLiteral("Stopped"))
+          << Qt::endl;
+    return kOk;
 }
 
 int DeskCommandLine::status(bool asJson) {

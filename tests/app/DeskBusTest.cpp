@@ -5,6 +5,7 @@
 #include "app/AppConfig.h"
 #include "app/DeskBusAdaptor.h"
 #include "app/SingleInstance.h"
+#include "session/HotKeyMovement.h"
 #include "widgets/HomeFunctionBtn.h"
 
 #include <QCoreApplication>
@@ -192,10 +193,10 @@ INSTANTIATE_TEST_SUITE_P(BothPaths, DeskBusPathTest, ::testing::Bool());
 
 TEST_F(DeskBusTest, BadCallsGetClearErrorsAndHoldNothing) {
     // No control screen, no desk.
-    for (const char* method : {"MoveTo", "RecallPreset", "Stop"}) {
-        const QVariantList arguments = method == std::string("MoveTo") ? QVariantList{100.0}
-                                       : method == std::string("Stop") ? QVariantList{}
-                                                                       : QVariantList{"sit"};
+    for (const char* method : {"MoveTo", "RecallPreset", "Stop", "Down"}) {
+        const QVariantList arguments = method == std::string("MoveTo")         ? QVariantList{100.0}
+                                       : method == std::string("RecallPreset") ? QVariantList{"sit"}
+                                                                               : QVariantList{};
         const QDBusMessage reply = call(QLatin1String(method), arguments);
         EXPECT_EQ(reply.errorName(), QLatin1String(config::kNotConnectedError)) << method;
     }
@@ -232,6 +233,33 @@ TEST_F(DeskBusTest, BadCallsGetClearErrorsAndHoldNothing) {
               QDBusMessage::ReplyMessage);
     runMove();
     EXPECT_LE(std::abs(desk->heightTenths() - 720), 5);
+}
+
+// Up and Down are the hot keys' toggle: the other direction stops rather than reverses, and
+// a movement nobody stops ends at the end stop by the hot keys' stall watchdog.
+TEST_F(DeskBusTest, UpAndDownToggleAsTheHotKeysAndEndByTheirWatchdog) {
+    EXPECT_EQ(call(QStringLiteral("Up")).errorName(), QLatin1String(config::kNotConnectedError));
+    open();
+    const auto press = [&](const char* method) {
+        const QDBusMessage reply = call(QLatin1String(method));
+        EXPECT_EQ(reply.type(), QDBusMessage::ReplyMessage) << method;
+        return reply.arguments().value(0).toBool();
+    };
+    EXPECT_TRUE(press("Up"));
+    advance(1s);
+    EXPECT_EQ(handle().currentCommandType(), command::kUpKey);
+    EXPECT_TRUE(desk->isMoving());
+    EXPECT_TRUE(property("Moving").toBool());
+    EXPECT_FALSE(press("Down"));
+    advance(200ms);
+    expectNothingHeld();
+
+    EXPECT_TRUE(press("Down"));
+    EXPECT_EQ(handle().currentCommandType(), command::kDownKey);
+    advance(8s); // 12 cm above the end stop at 3.8 cm/s, then the stall watchdog
+    expectNothingHeld();
+    EXPECT_EQ(desk->heightTenths(), 600);
+    EXPECT_FALSE(session().hotKeyMovement().isMoving());
 }
 
 TEST_F(DeskBusTest, PropertyChangesArriveAFewTimesASecondWhileMoving) {

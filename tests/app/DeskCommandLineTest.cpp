@@ -73,14 +73,16 @@ Outcome runVerb(const QStringList& arguments) {
 TEST(DeskCommandLineTest, WithoutARunningApplicationEveryVerbSaysSo) {
     for (const QStringList& verb :
          {QStringList{"--status"}, QStringList{"--status", "--json"},
-          QStringList{"--move-to", "100"}, QStringList{"--preset", "sit"}, QStringList{"--stop"}}) {
+          QStringList{"--move-to", "100"}, QStringList{"--preset", "sit"}, QStringList{"--stop"},
+          QStringList{"--up"}, QStringList{"--down"}}) {
         const Outcome outcome = runVerb(verb);
         EXPECT_EQ(outcome.code, Code::kNotRunning) << verb.join(' ').toStdString();
         EXPECT_EQ(outcome.err, QStringLiteral("Ostrel Motion is not running."));
     }
     const Outcome help = runVerb({QStringLiteral("--help")});
     EXPECT_EQ(help.code, Code::kOk);
-    for (const char* verb : {"--status", "--json", "--move-to <cm>", "--preset <name>", "--stop"})
+    for (const char* verb :
+         {"--status", "--json", "--move-to <cm>", "--preset <name>", "--stop", "--up", "--down"})
         EXPECT_TRUE(help.out.contains(QLatin1String(verb))) << verb;
 }
 
@@ -225,6 +227,15 @@ TEST_F(RunningApplicationTest, VerbsDriveTheDeskAndFailWithDistinctCodes) {
         EXPECT_FALSE(goTo.isMoving());
         EXPECT_TRUE(waitUntil([&] { return !desk->isMoving(); }, 200));
         EXPECT_LT(desk->heightTenths(), 890);
+
+        // The hot keys' toggle, for the desktop's own keyboard settings to bind.
+        const Outcome up = runVerb({QStringLiteral("--up")});
+        EXPECT_EQ(up.code, Code::kOk);
+        EXPECT_EQ(up.out, QStringLiteral("Moving up"));
+        EXPECT_TRUE(waitUntil([&] { return desk->isMoving(); }));
+        const Outcome again = runVerb({QStringLiteral("--up")});
+        EXPECT_EQ(again.out, QStringLiteral("Stopped"));
+        EXPECT_TRUE(waitUntil([&] { return !desk->isMoving(); }, 500));
 
         // How long a script waits for --status.
         std::vector<qint64> times;

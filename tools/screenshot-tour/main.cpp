@@ -167,9 +167,17 @@ std::deque<Step> settingsSteps(QWidget& home) {
         {QStringLiteral("9-shortcut-keys-alt-cmd"),
          onPage<ViewShortcutKeys>(home,
                                   [](ViewShortcutKeys& page) {
-                                      page.switchRow()->actionSwitch();
                                       page.comboRow()->actionMenuSelect(
                                           ShortcutComboRowView::kFirstTag + 1);
+                                      page.switchRow()->actionSwitch();
+                                  }),
+         800ms},
+        // Going back to Shift asks first, naming the conflict.
+        {QStringLiteral("9-shortcut-keys-shift-warning"),
+         onPage<ViewShortcutKeys>(home,
+                                  [](ViewShortcutKeys& page) {
+                                      page.comboRow()->actionMenuSelect(
+                                          ShortcutComboRowView::kFirstTag);
                                   }),
          800ms},
         {QStringLiteral("10-presets-help"),
@@ -550,18 +558,51 @@ std::deque<Step> tourSteps(Tour& tour, SampleActivity& sample, AppDelegate& dele
     return steps;
 }
 
+// Under a Wayland compositor: the control screen with a height, and the shortcut page, which
+// there offers the commands to bind in the desktop's own settings when no portal offers
+// global shortcuts.
+std::deque<Step> waylandSteps(Tour& tour) {
+    QWidget& home = tour.home();
+    return {
+        {QString(),
+         {},
+         300ms,
+         [&home] { return !home.findChildren<DeskSearchRowView*>().isEmpty(); }},
+        {QString(), [&home] { clickFirstDesk(home); }, 1500ms,
+         [&tour] { return boundDesk(tour.demo()).isSubscribed(); }},
+        {QString(),
+         onControl(home, [](DeskControlVC& control) { control.touchDwon(control.upButton()); }),
+         1500ms},
+        {QStringLiteral("wayland-1-desk-control"),
+         onControl(home, [](DeskControlVC& control) { control.touchUp(control.upButton()); }),
+         2500ms},
+        {QString(), openSettingsMenu(home), 500ms},
+        {QString(),
+         onPage<ViewSetting>(home, [](ViewSetting& menu) { menu.actionPushToSysSetting(); }),
+         500ms},
+        {QStringLiteral("wayland-2-shortcut-keys"),
+         onPage<ViewSystemSetting>(home,
+                                   [](ViewSystemSetting& page) { page.actionSelectShortcut(); }),
+         800ms, [&home] { return topPage<ViewShortcutKeys>(home) != nullptr; }},
+    };
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("ostrel"));
     QApplication::setApplicationName(QStringLiteral("ostrel-motion-tour"));
+    QApplication::setDesktopFileName(QStringLiteral("com.ostrel.motion"));
     QCommandLineParser parser;
     const QCommandLineOption lang(QStringLiteral("lang"), QStringLiteral("en or zh-Hans"),
                                   QStringLiteral("language"), QStringLiteral("en"));
     const QCommandLineOption out(QStringLiteral("out"), QStringLiteral("Folder for the pictures"),
                                  QStringLiteral("folder"), QStringLiteral("screenshots"));
-    parser.addOptions({lang, out});
+    const QCommandLineOption wayland(
+        QStringLiteral("wayland"),
+        QStringLiteral("Only the Wayland pictures, taken with grim (run under a compositor)"));
+    parser.addOptions({lang, out, wayland});
     parser.process(application);
     QDir().mkpath(parser.value(out));
 
@@ -574,7 +615,9 @@ int main(int argc, char** argv) {
     delegate.applicationDidFinishLaunching();
     ActivityService activity(delegate);
     SampleActivity sample;
-    tour.run(tourSteps(tour, sample, delegate));
+    if (parser.isSet(wayland))
+        tour.useGrim();
+    tour.run(parser.isSet(wayland) ? waylandSteps(tour) : tourSteps(tour, sample, delegate));
     const int status = QApplication::exec();
     AppDelegate::releaseTransport();
     return status;
