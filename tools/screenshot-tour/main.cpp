@@ -358,6 +358,9 @@ std::deque<Step> activitySteps(QWidget& home, SampleActivity& sample) {
              sample.show();
          },
          1200ms},
+        {QString(), [&home] { closeWindowsExceptHome(home); }, 300ms},
+    };
+}
 
 // Runs `action` on the go-to-height dialog that is open, if any.
 std::function<void()> onGoToHeight(std::function<void(GoToHeightDialog&)> action) {
