@@ -85,7 +85,7 @@ public:
         int keys;
         bool answeredPoll;
     };
-    static constexpr std::size_t kKeyFrameLog = 20000;
+    static constexpr std::size_t kKeyFrameLog = 2048;
     const std::deque<KeyFrame>& keyFrames() const { return m_keyFrames; }
     // Anti-collision sensitivity last set, 0 = off.
     int sensitivity() const { return m_sensitivity; }
