@@ -176,23 +176,11 @@ TEST_F(DeskControlTest, DeskFaultsShowInWordsAndTheFirstOpensTheErrorScreen) {
     desk.injectError(0);
     advance(200ms);
     EXPECT_EQ(line(), "");
-    const struct {
-        void (VirtualDesk::*raise)(bool);
-        const char* words;
-    } faults[] = {
-        {&VirtualDesk::setChildLock, "Child lock (LOC)"},
-        {&VirtualDesk::setResetNeeded, "Reset needed (RST): hold Down until the desk reaches"},
-        {&VirtualDesk::setSlideDown, "Slide-down warning (-0L)"},
-    };
-    for (const auto& fault : faults) {
-        (desk.*fault.raise)(true);
-        advance(200ms);
-        EXPECT_TRUE(line().startsWith(fault.words)) << line().toStdString();
-        EXPECT_TRUE(errorWindow->isVisible()) << fault.words;
-        errorWindow->hide();
-        (desk.*fault.raise)(false);
-        advance(200ms);
-    }
+    // Each state's words are DeskStatusTest's; here a later fault of another kind.
+    desk.setChildLock(true);
+    advance(200ms);
+    EXPECT_TRUE(line().startsWith("Child lock (LOC)")) << line().toStdString();
+    EXPECT_TRUE(errorWindow->isVisible());
     EXPECT_EQ(made.size(), 1u) << "one error window, reused";
     control.reset();
     EXPECT_FALSE(errorWindow) << "it goes with the screen";
