@@ -279,18 +279,6 @@ TEST_F(DeskControlTest, AFailedReconnectionIsNoLongerAReconnection) {
     EXPECT_FALSE(session().link().isReConnect());
 }
 
-TEST_F(DeskControlTest, HeightsShowInTheChosenUnitWithInchReportsConverted) {
-    VirtualDeskConfig inchDesk;
-    inchDesk.inchDisplay = true; // shows 28.3in for 72.0 cm, reported as 283
-    bindDesk(inchDesk);
-    openControl();
-    EXPECT_EQ(control->heightText(), "71.9cm"); // 283 x 2.54 = 718.8 tenths of a cm
-
-    setUnit("1");
-    NotificationCenter::defaultCenter().post(notifications::kUnitChange);
-    EXPECT_EQ(control->heightText(), "28.3in");
-}
-
 TEST_F(DeskControlTest, ResetFromTheDeskClearsThePresetsInBothStores) {
     VirtualDesk& desk = bindDesk({}, "70,110,0,95");
     openControl();
