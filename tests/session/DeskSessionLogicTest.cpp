@@ -209,16 +209,5 @@ TEST_F(DeskSessionLogicTest, AKeyHeldInTheSessionEndsWithIt) {
     EXPECT_EQ(DeskSession::commandType(), command::kNoKey) << "a new session";
 }
 
-// The timed preset tap the hot keys use.
-TEST_F(DeskSessionLogicTest, PresetKeyTapHoldsTheKeyForSevenTenthsOfASecond) {
-    openControl();
-    session().presetKeys().actionEnterMemoryKeyWithtype(10);
-    EXPECT_EQ(DeskSession::commandType(), 10);
-    advance(PresetKeys::kPresetKeyTap - 1ms);
-    EXPECT_EQ(DeskSession::commandType(), 10);
-    advance(1ms);
-    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
-}
-
 } // namespace
 } // namespace ostrel::test

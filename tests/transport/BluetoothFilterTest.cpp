@@ -1,7 +1,6 @@
 #include "transport/BluetoothFilter.h"
 
 #include "transport/BluetoothCharacteristic.h"
-#include "transport/BluetoothModel.h"
 #include "transport/BluetoothUuid.h"
 
 #include <gtest/gtest.h>
@@ -42,30 +41,6 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(BluetoothFilter, NullNameIsTypeZero) {
     EXPECT_EQ(BluetoothFilter::getBluetoothTypeWithPeriperalName(QString()), 0);
-}
-
-TEST(BluetoothModel, OnlyTypesOneAndTwoCarryIdentifiers) {
-    const BluetoothModel all(0);
-    EXPECT_EQ(all.bluetoothHeadArray().size(), 12);
-    EXPECT_FALSE(all.bluetoothHeadArray().contains(QStringLiteral("QXR")));
-
-    const BluetoothModel one(1);
-    EXPECT_EQ(one.serviceUUID(), "FFF0");
-    EXPECT_EQ(one.writeCharacteristicUUID(), "FFF1");
-    EXPECT_EQ(one.readCharacteristicUUID(), "FFF1");
-
-    const BluetoothModel two(2);
-    EXPECT_EQ(two.serviceUUID(), "180D");
-    EXPECT_EQ(two.writeCharacteristicUUID(), "2A39");
-    EXPECT_EQ(two.readCharacteristicUUID(), "2A37");
-
-    for (int type : {3, 9, 10, -1}) {
-        const BluetoothModel model(type);
-        EXPECT_EQ(model.type(), type);
-        EXPECT_TRUE(model.serviceUUID().isEmpty());
-        EXPECT_TRUE(model.writeCharacteristicUUID().isEmpty());
-    }
-    EXPECT_TRUE(BluetoothModel(10).bluetoothHeadArray().isEmpty());
 }
 
 TEST(BluetoothCharacteristic, PropertiesStringNamesEachBitInOrder) {

@@ -177,18 +177,10 @@ TEST_F(WriteTest, NotificationStreamIsCutIntoFrames) {
     ASSERT_EQ(frames.size(), 1u);
     EXPECT_EQ(frames[0], (Bytes{0x9B, 0x03, 0x01, 0x02, 0x9D}));
 
-    central->injectNotification(&desk, hexBytes("00 11 9B 02 05 9D 9B 02"));
-    ASSERT_EQ(frames.size(), 2u);
-    EXPECT_EQ(frames[1], hexBytes("9B 02 05 9D"));
-    central->injectNotification(&desk, hexBytes("07 9D")); // completes the kept 9B 02
-    ASSERT_EQ(frames.size(), 3u);
-    EXPECT_EQ(frames[2], hexBytes("9B 02 07 9D"));
-
-    // Empty values, garbage and a display frame split byte by byte: the frame arrives whole.
+    // Where a stream may be cut and what garbage it may hold is FrameSplitterTest's; here an
+    // empty value and a display frame split byte by byte reach the classifier whole.
     const Bytes display = deskFrame(0x12, {0x06, 0xCF, 0x7D}); // reads 13.6
     central->injectNotification(&desk, Bytes{});
-    central->injectNotification(&desk, Bytes(300, 0x9B));
-    central->injectNotification(&desk, hexBytes("FF 00 9D 9D"));
     for (std::uint8_t byte : display)
         central->injectNotification(&desk, Bytes{byte});
     EXPECT_EQ(frames.back(), display);

@@ -104,29 +104,6 @@ protected:
     OMHoverButton* preset;
 };
 
-// A long press opens the save sheet while the mouse is down; the sheet takes the release.
-TEST_F(PresetButtonGuardTest, TheClickAfterALongPressSheetRecallsThePreset) {
-    QSignalSpy pressed(preset, &OMHoverButton::touchHoverDwon);
-    QSignalSpy released(preset, &OMHoverButton::touchHoverUp);
-    QDialog sheet(&window);
-    sheet.setWindowModality(Qt::WindowModal);
-    QObject::connect(preset, &OMHoverButton::longHoverPress, &sheet, &QDialog::show);
-
-    test::sendMouse(preset, QEvent::MouseButtonPress);
-    at(600); // the sheet is up; the release never reaches the button
-    EXPECT_TRUE(sheet.isVisible());
-    EXPECT_FALSE(preset->isLongPress());
-    sheet.hide();
-
-    at(5000);
-    test::sendMouse(preset, QEvent::MouseButtonPress);
-    at(5200);
-    test::sendMouse(preset, QEvent::MouseButtonRelease);
-    at(7000);
-    EXPECT_EQ(pressed.count(), 1);
-    EXPECT_EQ(released.count(), 1);
-}
-
 // The first click's release is reported while the second press is held: that press is still
 // guarded.
 TEST_F(PresetButtonGuardTest, APressHeldWhenTheClickBeforeItEndsStaysGuarded) {
