@@ -5,11 +5,11 @@
 #include "app/ScreenFactories.h"
 #include "platform/Platform.h"
 #include "platform/TerminationSignals.h"
-#include "protocol/BluetoothResultHandle.h"
-#include "transport/RBBluetoothManager.h"
+#include "session/HeldKeyOwner.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>
+#include <memory>
 
 namespace ostrel {
 
@@ -36,12 +36,10 @@ int AppRunner::exec() {
 }
 
 void AppRunner::letDeskHearReleasedKey() {
-    const BluetoothResultHandle& handle = BluetoothResultHandle::sharedInstance();
-    if (!RBBluetoothManager::sharedInstance().isConnect())
-        return;
-    const std::uint64_t answered = handle.answeredPolls();
+    auto heard = std::make_shared<bool>(false);
+    HeldKeyOwner::instance().releaseThen([heard] { *heard = true; });
     const QDeadlineTimer deadline(kReleaseLimit);
-    while (handle.answeredPolls() == answered && !deadline.hasExpired())
+    while (!*heard && !deadline.hasExpired())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
 }
 

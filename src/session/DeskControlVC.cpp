@@ -247,7 +247,7 @@ void DeskControlVC::touchHoverDwon(OMHoverButton* button) {
 }
 
 void DeskControlVC::touchHoverUp(OMHoverButton*) {
-    m_session->releaseKey();
+    m_session->presetKeys().releasePresetKey();
 }
 
 void DeskControlVC::longHoverPress(OMHoverButton* button) {

@@ -8,6 +8,7 @@
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskLink.h"
 #include "session/GlobalKeyDispatch.h"
+#include "session/HeldKeyOwner.h"
 #include "session/HotKeyMovement.h"
 #include "session/LiveSession.h"
 #include "session/OMTimeManager.h"
@@ -37,6 +38,10 @@ RBBluetoothManager& facade() {
     return RBBluetoothManager::sharedInstance();
 }
 
+HeldKeyOwner& keyOwner() {
+    return HeldKeyOwner::instance();
+}
+
 } // namespace
 
 DeskSession::DeskSession(QObject* parent)
@@ -54,7 +59,8 @@ DeskSession::~DeskSession() {
 }
 
 void DeskSession::wireParts() {
-    connect(m_link, &DeskLink::linkStarting, this, &DeskSession::releaseHeldKeys);
+    // A new link starts with nothing held; there is no desk yet to stop.
+    connect(m_link, &DeskLink::linkStarting, this, [] { keyOwner().releaseAll(); });
     connect(m_link, &DeskLink::linked, this, &DeskSession::refreshDeviceInfo);
     connect(m_link, &DeskLink::connectFailed, this, [this] {
         if (!m_changingDesk)
@@ -81,7 +87,7 @@ void DeskSession::later(Scheduler::Duration delay, Task task) {
 
 void DeskSession::setLoadViewAction() {
     initData();
-    releaseHeldKeys(); // a new session never inherits a key held in an earlier one
+    keyOwner().releaseAll(); // a new session never inherits a key held in an earlier one
     if (m_link->initBluetooth())
         refreshDeviceInfo();
     else
@@ -206,7 +212,7 @@ void DeskSession::refreshContentByDeviceInfo() {
 
 void DeskSession::actionDeviceChanged() {
     m_changingDesk = false;
-    releaseHeldKeys(); // another desk: nothing held for the old one carries over
+    keyOwner().releaseAll(); // another desk: nothing held for the old one carries over
     m_objectLightColor.reset();
     emit lightStripAvailable(false);
     timeManager().setTime(0);
@@ -216,9 +222,9 @@ void DeskSession::actionDeviceChanged() {
     initBluetoothResultHandle();
 }
 
-void DeskSession::deskChangeStarting() {
+void DeskSession::deskChangeStarting(std::function<void()> letGo) {
     m_changingDesk = true;
-    releaseHeldKeys();
+    keyOwner().releaseThen(std::move(letGo));
 }
 
 void DeskSession::deskChangeFailed() {
@@ -227,7 +233,7 @@ void DeskSession::deskChangeFailed() {
 }
 
 void DeskSession::bluetoothDisConnected() {
-    releaseHeldKeys();
+    keyOwner().releaseAll();
     if (!m_changingDesk)
         requestBreakTip();
 }
@@ -237,10 +243,14 @@ void DeskSession::requestBreakTip() {
 }
 
 void DeskSession::actionDeleteCurrentDeviceSetting() {
-    facade().disconnectAllPeripheral();
-    releaseHeldKeys();
-    timeManager().stop();
-    actionPushToTypeVC();
+    // The link goes only once the desk has heard that no key is held.
+    QPointer<DeskSession> self(this);
+    keyOwner().releaseThen([self] {
+        facade().disconnectAllPeripheral();
+        timeManager().stop();
+        if (self)
+            self->actionPushToTypeVC();
+    });
 }
 
 void DeskSession::actionPushToTypeVC() {
@@ -265,6 +275,7 @@ void DeskSession::showHeight(int height) {
         return;
     setTableViewHeight(QString::number(height));
     m_currentHeight = static_cast<float>(height);
+    keyOwner().heightReported(height);
     m_hotKeyMovement->globalKeyMoving(m_currentHeight);
     m_goToHeight->heightReported(height);
 }
@@ -297,19 +308,15 @@ void DeskSession::actionHeightUnitChange() {
 // ---- Keys ----
 
 void DeskSession::holdKey(int type) {
-    m_goToHeight->takeOver();
-    handle().setCurrentCommandType(type);
+    m_screenClaim = keyOwner().claim(HeldKeyOwner::Source::Screen, type, this);
 }
 
 void DeskSession::releaseKey() {
-    handle().setCurrentCommandType(command::kNoKey);
+    m_screenClaim.release();
 }
 
 void DeskSession::releaseHeldKeys() {
-    m_goToHeight->abort();
-    releaseKey();
-    m_hotKeyMovement->reset();
-    emit heldKeysReleased();
+    keyOwner().stopAll(HeldKeyOwner::Ending::LetGo);
 }
 
 bool DeskSession::isConnected() const {
@@ -328,8 +335,8 @@ GoToHeight::Refusal DeskSession::moveTo(int tenthsCm) {
 }
 
 void DeskSession::stopMoving() {
-    m_goToHeight->stop();
-    releaseHeldKeys();
+    m_goToHeight->stop(); // also a move already coasting to its end
+    keyOwner().stopAll();
 }
 
 // ---- Light strip ----

@@ -3,6 +3,7 @@
 #include "core/Scheduler.h"
 #include "protocol/CommandType.h"
 #include "session/GoToHeight.h"
+#include "session/HeldKeyOwner.h"
 #include "store/Object_LightColor.h"
 
 #include <QObject>
@@ -22,9 +23,9 @@ class PresetKeys;
 // presets and the hot-key movement to the classifier's events, shows the live height and keeps
 // the light strip's state. It never draws; the screen shows what its signals say.
 //
-// Keys reach the desk only as answers to its polls: setting the classifier's command type holds
-// a key, 0 releases it. A new link never inherits a held key: losing the link, ending the
-// session, starting one and quitting the application all release it.
+// Keys reach the desk only as answers to its polls, through claims on the one key owner. A new
+// link never inherits a held key: losing the link, ending the session, starting one and quitting
+// the application all release it.
 class DeskSession : public QObject {
     Q_OBJECT
 public:
@@ -64,11 +65,12 @@ public:
     void actionDeviceChanged();
     // Another desk is being linked in place of this one: losing this one is expected, and
     // actionDeviceChanged follows. Failing that, deskChangeFailed: the session has no desk.
-    void deskChangeStarting();
+    // `letGo` runs once this desk has heard that no key is held (at most a second later).
+    void deskChangeStarting(std::function<void()> letGo);
     void deskChangeFailed();
     void bluetoothDisConnected();
-    // Session end: drop the link and the held keys, stop the countdown, back to desk search;
-    // the global keys go when the session hears its own end.
+    // Session end: end every movement, drop the link once the desk heard no key, stop the
+    // countdown, back to desk search; the global keys go when the session hears its own end.
     void actionDeleteCurrentDeviceSetting();
     void actionPushToTypeVC();
     void actionDeleteCurrentDevice();
@@ -82,7 +84,8 @@ public:
     void releaseKey();
     // Whether a long press may offer saving: only once a height is known.
     bool canSavePreset() const { return m_currentHeight > 0; }
-    // Releases any held key, a hot-key movement and a move to a height included.
+    // Ends every claim on the key, a hot-key movement and a move to a height included, and
+    // stops a desk that moves by itself.
     void releaseHeldKeys();
 
     // ---- Moves to a height ----
@@ -97,9 +100,6 @@ signals:
     void toastRequested(const QString& text);
     // The link is gone: the screen asks the user, whose confirmation ends the session.
     void breakTipRequested();
-    // Every held key was let go (link loss, session end, another desk, quit); timed key
-    // sequences of other parts end with it.
-    void heldKeysReleased();
 
 private:
     using Task = std::function<void(DeskSession&)>;
@@ -132,6 +132,7 @@ private:
     QString m_notificationSound = QStringLiteral("0");
     std::optional<Object_LightColor> m_objectLightColor;
     bool m_changingDesk = false;
+    HeldKeyOwner::Claim m_screenClaim;
 };
 
 } // namespace ostrel

@@ -1,10 +1,8 @@
 #include "session/GoToHeight.h"
 
-#include "protocol/BluetoothProtocol.h"
 #include "protocol/BluetoothResultHandle.h"
 #include "protocol/CommandType.h"
 #include "session/DeskHeightDisplay.h"
-#include "transport/RBBluetoothManager.h"
 
 #include <algorithm>
 #include <cmath>
@@ -39,10 +37,17 @@ GoToHeight::Refusal GoToHeight::start(int targetTenthsCm, int reported, Limits l
         return Refusal::HeightUnknown;
     if (targetTenthsCm < limits.minHeight || targetTenthsCm > limits.maxHeight)
         return Refusal::OutOfRange;
-    stop();
     m_scale = reported < DeskHeightDisplay::kInchReportLimit ? DeskHeightDisplay::kCmPerInch : 1.0;
     m_target = static_cast<int>(std::lround(targetTenthsCm / m_scale));
     m_direction = m_target > reported ? 1 : -1;
+    // A new target replaces the old one at the desk's next poll; only a move that ends here
+    // needs stopping.
+    if (isMoving()) {
+        if (within(reported))
+            end(Ending::Stopped);
+        else
+            finish(Ending::Stopped);
+    }
     m_last = reported;
     m_moved = false;
     m_lastReportAt = now();
@@ -51,9 +56,15 @@ GoToHeight::Refusal GoToHeight::start(int targetTenthsCm, int reported, Limits l
         finish(Ending::Arrived);
         return Refusal::None;
     }
-    m_phase = Phase::Target;
     handle().setTargetHeight(m_target);
-    hold(command::kTargetHeight);
+    m_claim = HeldKeyOwner::instance().claim(
+        HeldKeyOwner::Source::GoToHeight, command::kTargetHeight, this,
+        [this](HeldKeyOwner::Ending why) {
+            if (isMoving())
+                finish(endingFor(why));
+        },
+        m_direction);
+    m_phase = Phase::Target; // only now: taking over from a move of ours is no take-over
     armWatchdog(kReactionLimit);
     const double travelMs =
         (limits.maxHeight - limits.minHeight) / kSlowestTenthsCmPerSecond * 1000.0;
@@ -80,18 +91,13 @@ QString GoToHeight::refusalText(Refusal refusal, Limits limits, bool inches) {
 void GoToHeight::heightReported(int reported) {
     if (!isMoving())
         return;
-    // Whoever set another key meant it: the move is theirs now.
-    if (handle().currentCommandType() != m_heldType) {
-        takeOver();
-        return;
-    }
     const Scheduler::Duration at = now();
     m_reportInterval = at - m_lastReportAt;
     m_lastReportAt = at;
     noteChange(reported);
     if (m_phase == Phase::Target && within(reported)) {
         // The desk finishes its own move; only our command ends here.
-        release();
+        m_claim.release();
         finish(Ending::Arrived);
     } else if (m_phase == Phase::Keys) {
         checkKeys(reported);
@@ -103,44 +109,29 @@ void GoToHeight::stop() {
         end(Ending::Stopped);
 }
 
-// A desk on its own move would not stop for a key released before its next poll: the tap
-// makes even the shortest click stop it.
-void GoToHeight::takeOver() {
-    if (isMoving())
-        end(Ending::TookOver);
-}
-
 void GoToHeight::abort() {
     if (isMoving())
         end(Ending::Aborted);
 }
 
-void GoToHeight::hold(int type) {
-    m_heldType = type;
-    handle().setCurrentCommandType(type);
+GoToHeight::Ending GoToHeight::endingFor(HeldKeyOwner::Ending why) {
+    switch (why) {
+    case HeldKeyOwner::Ending::TakenOver:
+        return Ending::TookOver;
+    case HeldKeyOwner::Ending::Stopped:
+        return Ending::Stopped;
+    case HeldKeyOwner::Ending::LetGo:
+        break;
+    }
+    return Ending::Aborted;
 }
 
-void GoToHeight::release() {
-    if (handle().currentCommandType() == m_heldType)
-        handle().setCurrentCommandType(command::kNoKey);
-    m_heldType = command::kNoKey;
-}
-
-// A desk moving to a target by itself ignores "no key" and stops at the next key it hears.
-// One key frame, written now rather than held, is that key: nothing stays set afterwards.
-void GoToHeight::tapToStop() {
-    const bool byItself = m_phase == Phase::Target;
-    release();
-    RBBluetoothManager& facade = RBBluetoothManager::sharedInstance();
-    if (!byItself || !facade.isConnect())
-        return;
-    const int against = m_direction > 0 ? command::kDownKey : command::kUpKey;
-    facade.writeDataWithCurrentperipheral(BluetoothProtocol::cmdForTableResponseType(against),
-                                          nullptr);
-}
-
+// A desk on a move of its own ignores "no key": it has to be stopped.
 void GoToHeight::end(Ending ending) {
-    tapToStop();
+    if (m_phase == Phase::Target)
+        m_claim.stop();
+    else
+        m_claim.release();
     finish(ending);
 }
 
@@ -148,7 +139,6 @@ void GoToHeight::finish(Ending ending) {
     m_watchdog.cancel();
     m_deadline.cancel();
     m_phase = Phase::Idle;
-    m_heldType = command::kNoKey;
     m_firstChange.reset();
     m_lastChange.reset();
     emit finished(ending);
@@ -178,7 +168,7 @@ void GoToHeight::watchdogFired() {
 
 void GoToHeight::driveWithKeys() {
     m_phase = Phase::Keys;
-    hold(m_direction > 0 ? command::kUpKey : command::kDownKey);
+    m_claim.hold(m_direction > 0 ? command::kUpKey : command::kDownKey);
     armWatchdog(kStallLimit);
 }
 
@@ -201,7 +191,7 @@ void GoToHeight::checkKeys(int reported) {
     const double estimate = estimatedHeight();
     if (!passed && m_direction * (estimate - m_target) + overshoot() < 0)
         return;
-    release();
+    m_claim.release();
     m_releasedAt = estimate;
     m_phase = Phase::Coasting;
     armWatchdog(kSettleTime);

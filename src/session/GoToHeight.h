@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Scheduler.h"
+#include "session/HeldKeyOwner.h"
 
 #include <QObject>
 #include <QString>
@@ -54,9 +55,7 @@ public:
     void heightReported(int reported);
     // The desk stops now.
     void stop();
-    // The user pressed a key: it is theirs from now on, so nothing of ours is released.
-    void takeOver();
-    // The link, the session or the application ends: nothing may stay held.
+    // A fault on the desk ends the move.
     void abort();
 
 signals:
@@ -66,9 +65,7 @@ signals:
 private:
     enum class Phase { Idle, Target, Keys, Coasting };
 
-    void hold(int type);
-    void release();
-    void tapToStop();
+    static Ending endingFor(HeldKeyOwner::Ending why);
     // Stops the desk, then finishes.
     void end(Ending ending);
     void finish(Ending ending);
@@ -84,7 +81,7 @@ private:
     bool within(double reported, double slack = 0) const;
 
     Phase m_phase = Phase::Idle;
-    int m_heldType = 0;
+    HeldKeyOwner::Claim m_claim;
     int m_target = 0;    // report units
     double m_scale = 1;  // tenths of a centimetre per report unit
     int m_direction = 0; // +1 up, -1 down

@@ -1,8 +1,5 @@
 #include "session/HotKeyMovement.h"
 
-#include "protocol/BluetoothResultHandle.h"
-#include "protocol/CommandType.h"
-
 namespace ostrel {
 
 HotKeyMovement::HotKeyMovement(QObject* parent)
@@ -14,13 +11,15 @@ void HotKeyMovement::restartWatch() {
 }
 
 void HotKeyMovement::toggle(int type) {
-    BluetoothResultHandle::sharedInstance().setCurrentCommandType(m_isMoving ? command::kNoKey
-                                                                             : type);
-    m_isMoving = !m_isMoving;
-    if (m_isMoving)
-        armSilenceTimer();
-    else
-        m_silence.cancel();
+    if (m_isMoving) {
+        stop();
+        return;
+    }
+    // Whoever takes the key over ends this movement: the next arrow starts a new one.
+    m_claim = HeldKeyOwner::instance().claim(HeldKeyOwner::Source::HotKey, type, this,
+                                             [this](HeldKeyOwner::Ending) { reset(); });
+    m_isMoving = true;
+    armSilenceTimer();
 }
 
 void HotKeyMovement::armSilenceTimer() {
@@ -50,7 +49,7 @@ void HotKeyMovement::globalKeyStopUpDown() {
 }
 
 void HotKeyMovement::stop() {
-    BluetoothResultHandle::sharedInstance().setCurrentCommandType(command::kNoKey);
+    m_claim.release();
     reset();
 }
 

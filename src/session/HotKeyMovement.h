@@ -2,6 +2,7 @@
 
 #include "core/Scheduler.h"
 #include "core/TimerHandle.h"
+#include "session/HeldKeyOwner.h"
 
 #include <QObject>
 
@@ -29,17 +30,18 @@ public:
     void globalKeyMoving(float currentHeight);
     // Ends a hot-key movement (a fault, a lock, a reset); does nothing when none runs.
     void globalKeyStopUpDown();
-    // Forgets the movement without touching the key; the session releases keys itself.
-    void reset();
 
 private:
     void stop();
+    // Forgets the movement; the key is no longer its own.
+    void reset();
     void armSilenceTimer();
 
     bool m_isMoving = false;
     float m_tempHeight = 0.0f;
     Scheduler::Duration m_tempDate{};
     TimerHandle m_silence;
+    HeldKeyOwner::Claim m_claim;
 };
 
 } // namespace ostrel

@@ -1,6 +1,5 @@
 #include "session/PresetKeys.h"
 
-#include "protocol/BluetoothResultHandle.h"
 #include "session/DeskHeightDisplay.h"
 
 #include <QStringList>
@@ -44,10 +43,6 @@ std::string presetsWithSlot(const CurrentDeviceStore::Presets& presets, int type
     return parts.join(u',').toStdString();
 }
 
-void setCommandType(int type) {
-    BluetoothResultHandle::sharedInstance().setCurrentCommandType(type);
-}
-
 } // namespace
 
 PresetKeys::PresetKeys(HeightSource currentHeight, QObject* parent)
@@ -57,25 +52,46 @@ void PresetKeys::later(Scheduler::Duration delay, Task task) {
     Scheduler::instance().after(delay, this, [this, task = std::move(task)] { task(*this); });
 }
 
+HeldKeyOwner::Claim PresetKeys::claim(int type) {
+    return HeldKeyOwner::instance().claim(HeldKeyOwner::Source::PresetKeys, type, this, {},
+                                          directionOf(type));
+}
+
+// Where a preset key sends the desk from the shown height; 0 for other keys and unset presets.
+int PresetKeys::directionOf(int type) const {
+    const int slot = command::presetSlot(type);
+    if (slot < 0 || memory(slot) < 1)
+        return 0;
+    return double(memory(slot)) * 10.0 > double(m_currentHeight()) ? 1 : -1;
+}
+
+// A timed key tap: the claim ends by itself, or sooner when another source takes the key.
+void PresetKeys::tap(int type, Scheduler::Duration length) {
+    const HeldKeyOwner::Claim tapped = claim(type);
+    later(length, [tapped](PresetKeys&) { tapped.release(); });
+}
+
 bool PresetKeys::holdPresetKey(int slot) {
     if (memory(slot) < 1) {
         emit heightToastRequested(tr("Height presets not set"));
         return false;
     }
-    setCommandType(command::presetKey(slot));
+    m_held = claim(command::presetKey(slot));
     return true;
 }
 
+void PresetKeys::releasePresetKey() {
+    m_held.releaseWhenHeard();
+}
+
 void PresetKeys::actionEnterMemoryKeyWithtype(int type) {
-    setCommandType(type);
-    later(kPresetKeyTap, [](PresetKeys&) { setCommandType(command::kNoKey); });
+    tap(type, kPresetKeyTap);
 }
 
 void PresetKeys::actionSetMemoryKeyWithtype(int type) {
     m_isMemerySet = QStringLiteral("0");
     m_commandTypeMemery = type;
-    setCommandType(command::kMemoryKey);
-    later(kMemoryKeyTap, [](PresetKeys&) { setCommandType(command::kNoKey); });
+    tap(command::kMemoryKey, kMemoryKeyTap);
     later(kMemoryConfirmTimeout, [](PresetKeys& self) {
         if (self.m_isMemerySet == u"0")
             emit self.toastRequested(tr("Setting failed"));
@@ -88,9 +104,8 @@ void PresetKeys::confirmMemoryKey() {
     if (m_isMemerySet != u"0" || m_commandTypeMemery == command::kNoKey)
         return;
     m_isMemerySet = QStringLiteral("1");
-    setCommandType(m_commandTypeMemery);
+    tap(m_commandTypeMemery, kMemoryKeyTap);
     later(kMemoryKeyTap, [](PresetKeys& self) {
-        setCommandType(command::kNoKey);
         emit self.toastRequested(tr("Setting successful"));
         self.actionMemoryKeySaveWithtype(self.m_commandTypeMemery);
     });

@@ -2,6 +2,7 @@
 
 #include "core/Scheduler.h"
 #include "protocol/CommandType.h"
+#include "session/HeldKeyOwner.h"
 #include "store/CurrentDeviceStore.h"
 
 #include <QObject>
@@ -33,6 +34,8 @@ public:
 
     // Holds the slot's preset key; an unset preset sends nothing and returns false.
     bool holdPresetKey(int slot);
+    // Lets the held preset key go, once the desk has heard it: a tap must move the desk too.
+    void releasePresetKey();
     // A timed tap of a preset key.
     void actionEnterMemoryKeyWithtype(int type);
     void actionSetMemoryKeyWithtype(int type);
@@ -57,11 +60,15 @@ signals:
 private:
     using Task = std::function<void(PresetKeys&)>;
     void later(Scheduler::Duration delay, Task task);
+    HeldKeyOwner::Claim claim(int type);
+    int directionOf(int type) const;
+    void tap(int type, Scheduler::Duration length);
 
     HeightSource m_currentHeight;
     CurrentDeviceStore::Presets m_memory{};
     QString m_isMemerySet = QStringLiteral("0");
     int m_commandTypeMemery = command::kNoKey;
+    HeldKeyOwner::Claim m_held;
 };
 
 } // namespace ostrel

@@ -26,9 +26,14 @@ QWidget* DevicePages::create(DeskControlVC* fatherVC) {
                 (father->session().*action)();
         };
     };
+    const auto changeStarting = [father](std::function<void()> letGo) {
+        if (father)
+            father->session().deskChangeStarting(std::move(letGo));
+        else
+            letGo();
+    };
     return new ViewDeviceManagement(std::move(host),
-                                    {toSession(&DeskSession::deskChangeStarting),
-                                     toSession(&DeskSession::deskChangeFailed),
+                                    {changeStarting, toSession(&DeskSession::deskChangeFailed),
                                      toSession(&DeskSession::actionDeleteCurrentDeviceSetting)});
 }
 

@@ -1,52 +1,48 @@
 #include "settings/MemoryKeySequence.h"
 
 #include "protocol/CommandType.h"
-#include "session/DeskSession.h"
+
+#include <utility>
 
 namespace ostrel {
 
-MemoryKeySequence::MemoryKeySequence(DeskSession* session, QObject* parent)
-    : QObject(parent), m_session(session) {
-    // The session has already released the key: only the steps still to come must go.
-    if (session)
-        connect(session, &DeskSession::heldKeysReleased, this, &MemoryKeySequence::dropSteps);
-}
+MemoryKeySequence::MemoryKeySequence(QObject* parent) : QObject(parent) {}
 
 MemoryKeySequence::~MemoryKeySequence() {
     cancel();
 }
 
-void MemoryKeySequence::start(int presetKey) {
+void MemoryKeySequence::start(int presetKey, std::function<void()> done) {
     cancel();
-    if (!m_session)
-        return;
-    m_session->holdKey(command::kMemoryKey);
-    step(kStep, command::kNoKey, false);
-    step(2 * kStep, presetKey, false);
-    step(3 * kStep, command::kNoKey, true);
+    m_done = std::move(done);
+    m_claim = HeldKeyOwner::instance().claim(HeldKeyOwner::Source::Settings, command::kMemoryKey,
+                                             this, [this](HeldKeyOwner::Ending) { dropSteps(); });
+    step(kStep, command::kNoKey);
+    step(2 * kStep, presetKey);
+    m_steps.push_back(Scheduler::instance().after(3 * kStep, this, [this] {
+        m_claim.release();
+        m_steps.clear();
+        if (auto finished = std::exchange(m_done, {}))
+            finished();
+    }));
 }
 
 void MemoryKeySequence::cancel() {
     if (!isRunning())
         return;
     dropSteps();
-    if (m_session)
-        m_session->releaseKey();
+    m_claim.release();
 }
 
 void MemoryKeySequence::dropSteps() {
     for (TimerHandle& handle : m_steps)
         handle.cancel();
     m_steps.clear();
+    m_done = {};
 }
 
-void MemoryKeySequence::step(Scheduler::Duration at, int key, bool last) {
-    m_steps.push_back(Scheduler::instance().after(at, this, [this, key, last] {
-        if (last)
-            m_steps.clear();
-        if (m_session)
-            m_session->holdKey(key);
-    }));
+void MemoryKeySequence::step(Scheduler::Duration at, int key) {
+    m_steps.push_back(Scheduler::instance().after(at, this, [this, key] { m_claim.hold(key); }));
 }
 
 } // namespace ostrel

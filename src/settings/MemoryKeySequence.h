@@ -2,38 +2,39 @@
 
 #include "core/Scheduler.h"
 #include "core/TimerHandle.h"
+#include "session/HeldKeyOwner.h"
 
 #include <QObject>
-#include <QPointer>
+#include <functional>
 #include <vector>
 
 namespace ostrel {
 
-class DeskSession;
-
 // Stores a preset on the desk by tapping its keypad: the memory key for 0.7 s, a pause, then the
-// preset key for 0.7 s. Every key is a held key, so the sequence ends at once, with nothing held
-// and no later step, when the session lets go of its keys (link loss, session end, quit), when
-// it is cancelled, and when its owner goes.
+// preset key for 0.7 s. It runs to its end whatever page started it; it ends early, with nothing
+// held and nothing recorded, only when the key is taken from it (the link lost, the session
+// ended, another source pressing a key), when it is cancelled, or when its owner goes.
 class MemoryKeySequence : public QObject {
     Q_OBJECT
 public:
     static constexpr Scheduler::Duration kStep{700};
 
-    explicit MemoryKeySequence(DeskSession* session, QObject* parent = nullptr);
+    explicit MemoryKeySequence(QObject* parent = nullptr);
     ~MemoryKeySequence() override;
 
-    // Starts tapping `presetKey` (9..12), replacing a sequence under way.
-    void start(int presetKey);
+    // Starts tapping `presetKey` (9..12), replacing a sequence under way; `done` runs once the
+    // desk has had every key.
+    void start(int presetKey, std::function<void()> done = {});
     void cancel();
     bool isRunning() const { return !m_steps.empty(); }
 
 private:
     void dropSteps();
-    void step(Scheduler::Duration at, int key, bool last);
+    void step(Scheduler::Duration at, int key);
 
-    QPointer<DeskSession> m_session;
+    HeldKeyOwner::Claim m_claim;
     std::vector<TimerHandle> m_steps;
+    std::function<void()> m_done;
 };
 
 } // namespace ostrel

@@ -21,6 +21,7 @@
 
 #include <QGridLayout>
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QStringList>
@@ -49,11 +50,20 @@ OMImageButton* helpButton(QWidget* parent) {
     return button;
 }
 
+// The session's one sequence: it outlives the page, since closing the page must not cut the
+// desk's keys short.
+MemoryKeySequence* sessionSequence(DeskControlVC* fatherVC, QObject* page) {
+    QObject* owner = fatherVC ? static_cast<QObject*>(&fatherVC->session()) : page;
+    if (auto* running = owner->findChild<MemoryKeySequence*>(QString(), Qt::FindDirectChildrenOnly))
+        return running;
+    return new MemoryKeySequence(owner);
+}
+
 } // namespace
 
 ViewIntelligentControl::ViewIntelligentControl(DeskControlVC* fatherVC)
     : OMSettingPage(fatherVC, tr("Intelligent control")),
-      m_sequence(new MemoryKeySequence(fatherVC ? &fatherVC->session() : nullptr, this)) {
+      m_sequence(sessionSequence(fatherVC, this)) {
     m_objectSystemSetting = SystemSettingRecord::load();
     auto* scroll = new QScrollArea(this);
     scroll->setFrameShape(QFrame::NoFrame);
@@ -162,17 +172,24 @@ void ViewIntelligentControl::actionSetCurrentHeight(int tag) {
                                    : command::presetKey(3));
 }
 
-// The keys go to the desk whether or not a height is known; only a known height is recorded.
+// The keys go to the desk whether or not a height is known; only a known height is recorded,
+// the height shown now, once the desk has had every key.
 void ViewIntelligentControl::actionSetMemoryKeyWithtype(int key) {
-    m_sequence->start(key);
     const float height = fatherVC() ? fatherVC()->session().currentHeight() : 0.0f;
-    if (height == 0.0f)
+    if (height == 0.0f) {
+        m_sequence->start(key);
         return;
-    m_objectBluetooth = CurrentDeviceRecord::load();
-    m_objectBluetooth.memoryHeight = memoryHeightText(m_memory, key, height);
-    CurrentDeviceStore::save(m_objectBluetooth);
-    refreshContentByDeviceInfo();
-    NotificationCenter::defaultCenter().post(QString::fromLatin1(notifications::kMemoryKeyChange));
+    }
+    QPointer<ViewIntelligentControl> self(this);
+    m_sequence->start(key, [self, text = memoryHeightText(m_memory, key, height)] {
+        OMBluetoothModel record = CurrentDeviceRecord::load();
+        record.memoryHeight = text;
+        CurrentDeviceStore::save(record);
+        if (self)
+            self->refreshContentByDeviceInfo();
+        NotificationCenter::defaultCenter().post(
+            QString::fromLatin1(notifications::kMemoryKeyChange));
+    });
 }
 
 std::string

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -82,6 +83,7 @@ void VirtualDesk::setSubscribed(bool subscribed) {
     if (subscribed == m_subscribed)
         return;
     m_subscribed = subscribed;
+    m_pollOutstanding = false;
     if (!subscribed)
         handleKeys(kNoKey);
     updateTicking();
@@ -113,6 +115,7 @@ void VirtualDesk::tick() {
     if (m_heldKeys != kNoKey && silence >= 2 * m_config.pollPeriod)
         handleKeys(kNoKey);
     if (m_subscribed) {
+        m_pollOutstanding = true; // the answer may come back before send returns
         send(DeskFrames::poll());
         sendDisplay();
     }
@@ -179,8 +182,7 @@ void VirtualDesk::handleFrame(const Bytes& frame) {
     const Bytes payload(frame.begin() + 3, frame.end() - 3);
     if (frame[2] == kKeyFrame && payload.size() >= 2) {
         const int keys = payload[0] | payload[1] << 8;
-        if (keys != kNoKey)
-            ++m_keyFramesReceived;
+        recordKeyFrame(keys);
         handleKeys(keys);
         emit keysReceived(keys);
     } else if (frame[2] == kCommandFrame && !payload.empty())
@@ -195,6 +197,7 @@ void VirtualDesk::handleCommand(const Bytes& payload) {
         sendDeviceInfo();
         break;
     case kTargetHeightCommand:
+        recordKeyFrame(kTargetCommand);
         if (arguments >= 2 && !m_config.ignoresTargetHeight)
             moveTo(fromDisplayUnit(payload[1] | payload[2] << 8));
         break;
@@ -241,6 +244,15 @@ void VirtualDesk::handleKeys(int keys) {
         handleKeyPress(keys);
     applyHeldKey();
     finishResetAtBottom();
+}
+
+void VirtualDesk::recordKeyFrame(int keys) {
+    if (keys > kNoKey)
+        ++m_keyFramesReceived;
+    m_keyFrames.push_back(
+        {Scheduler::instance().now(), keys, std::exchange(m_pollOutstanding, false)});
+    if (m_keyFrames.size() > kKeyFrameLog)
+        m_keyFrames.pop_front();
 }
 
 // What a key does at the moment it goes down; holding it only matters for Up and Down.

@@ -9,6 +9,7 @@
 #include <QObject>
 #include <QString>
 #include <chrono>
+#include <deque>
 #include <memory>
 #include <string>
 
@@ -75,6 +76,17 @@ public:
     bool isSubscribed() const { return m_subscribed; } // (added to the carriers' interface)
     // Key frames with any key pressed that the host has sent so far.
     int keyFramesReceived() const { return m_keyFramesReceived; }
+    // Every key frame from the host (the latest kKeyFrameLog), acted on as it arrived: its key
+    // bitmap and whether it answered a poll or came unasked. A target-height command, the other
+    // answer a poll may get, is logged too, as kTargetCommand.
+    static constexpr int kTargetCommand = -1;
+    struct KeyFrame {
+        std::chrono::milliseconds at;
+        int keys;
+        bool answeredPoll;
+    };
+    static constexpr std::size_t kKeyFrameLog = 20000;
+    const std::deque<KeyFrame>& keyFrames() const { return m_keyFrames; }
     // Anti-collision sensitivity last set, 0 = off.
     int sensitivity() const { return m_sensitivity; }
     const LightStrip& lightStrip() const { return m_light; }
@@ -112,6 +124,7 @@ private:
 
     void handleFrame(const Bytes& frame);
     void handleCommand(const Bytes& payload);
+    void recordKeyFrame(int keys);
     void handleKeys(int keys);
     void handleKeyPress(int keys);
     void applyHeldKey();
@@ -137,6 +150,8 @@ private:
 
     int m_heldKeys = 0; // key bitmap of the last key frame
     int m_keyFramesReceived = 0;
+    std::deque<KeyFrame> m_keyFrames;
+    bool m_pollOutstanding = false;
     std::chrono::milliseconds m_lastKeysAt{};
     bool m_latched = false; // a press was consumed; held keys count again after a release
 

@@ -4,7 +4,6 @@
 #include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
 #include "protocol/BluetoothResultHandle.h"
-#include "protocol/CommandType.h"
 
 namespace ostrel {
 
@@ -22,10 +21,7 @@ RBBluetoothManager::RBBluetoothManager(QObject* parent) : QObject(parent) {
     center.addObserver(this, QString::fromLatin1(notifications::kBluetoothConnected),
                        [this](const QVariant&) { m_isConnect = true; });
     center.addObserver(this, QString::fromLatin1(notifications::kBluetoothDisconnected),
-                       [this](const QVariant&) {
-                           m_isConnect = false;
-                           releaseHeldKey();
-                       });
+                       [this](const QVariant&) { m_isConnect = false; });
 }
 
 RBBluetoothManager::~RBBluetoothManager() {
@@ -55,14 +51,6 @@ void RBBluetoothManager::installResultWriter() {
         if (RBBluetoothManager* manager = sharedManager().get())
             manager->writeDataWithCurrentperipheral(frame, nullptr);
     });
-}
-
-void RBBluetoothManager::releaseHeldKey() {
-    BluetoothResultHandle& handle = BluetoothResultHandle::sharedInstance();
-    const int type = handle.currentCommandType();
-    // The information request is an answer about the desk, not a key that moves it.
-    if (type != command::kNoKey && type != command::kDeviceInfoRequest)
-        handle.setCurrentCommandType(command::kNoKey);
 }
 
 const BluetoothToolOptions& RBBluetoothManager::toolOptions() {
@@ -211,12 +199,10 @@ void RBBluetoothManager::writeDataWithCurrentperipheral(const Bytes& data, Write
 // ---- Teardown ----
 
 void RBBluetoothManager::disconnectWithPeripheral(const PeripheralPtr& peripheral) {
-    releaseHeldKey();
     bluetoothTool().disconnectWithPeripheral(peripheral);
 }
 
 void RBBluetoothManager::disconnectAllPeripheral() {
-    releaseHeldKey();
     bluetoothTool().disconnectAllPeripheral();
 }
 

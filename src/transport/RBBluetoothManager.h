@@ -79,7 +79,7 @@ public:
     void writeData(const Bytes& data, const PeripheralPtr& peripheral, WriteCallback callback);
     void writeDataWithCurrentperipheral(const Bytes& data, WriteCallback callback);
 
-    // Teardown. Each also releases a held key, so a desk that comes back never moves alone.
+    // Teardown. The session's key owner has let every key go before it lets a desk go.
     void disconnectWithPeripheral(const PeripheralPtr& peripheral);
     void disconnectAllPeripheral();
     void resetManager();
@@ -88,7 +88,6 @@ public:
 private:
     static BluetoothModel modelFor(const PeripheralPtr& peripheral);
     ConnectCallback reportingTo(ConnectCallback connectCallback, FrameCallback operationCallback);
-    static void releaseHeldKey();
 
     bool m_isConnect = false;
     QPointer<BluetoothTool> m_bluetoothTool;

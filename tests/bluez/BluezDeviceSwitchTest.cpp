@@ -31,7 +31,10 @@ TEST_F(BluezTest, TheDeviceListSwitchesTheLinkBetweenTwoDesks) {
     CurrentDeviceStore::bindDevice(kFirst, first->identifierString());
 
     QStringList hooks;
-    DeviceManagement devices({[&hooks] { hooks.append("changeStarting"); },
+    DeviceManagement devices({[&hooks](const std::function<void()>& letGo) {
+                                  hooks.append("changeStarting");
+                                  letGo();
+                              },
                               [&hooks] { hooks.append("changeFailed"); },
                               [&hooks] { hooks.append("endSession"); }});
     QObject observer;

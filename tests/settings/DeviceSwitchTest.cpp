@@ -8,6 +8,8 @@
 
 #include <QLineEdit>
 #include <QTest>
+#include <algorithm>
+#include <ostream>
 
 namespace ostrel::test {
 namespace {
@@ -222,6 +224,67 @@ TEST_F(DeviceSwitchTest, DeletingTheCurrentDeskEndsTheSessionAndForgetsIt) {
     advance(200ms);
     EXPECT_FALSE(first.isSubscribed());
 }
+
+// Whether the desk moves on a held key or by itself, the session lets its link go only once it
+// has heard no key; a desk on its own move first hears the key of its own direction. Nothing
+// reaches it unasked, and nothing ever sends it the other way.
+struct LetGoCase {
+    const char* name;
+    bool ownMove;    // a move to a height rather than Up held on the screen
+    bool deleteDesk; // the current desk deleted rather than another desk chosen
+};
+
+void PrintTo(const LetGoCase& letGo, std::ostream* out) {
+    *out << letGo.name;
+}
+
+class DeskLetGoTest : public DeviceSwitchTest, public ::testing::WithParamInterface<LetGoCase> {};
+
+TEST_P(DeskLetGoTest, TheDeskHearsNoKeyBeforeItsLinkGoes) {
+    constexpr int kUpBit = 0x01, kDownBit = 0x02;
+    VirtualDesk& first = bindDesk();
+    addOther();
+    ViewDeviceDetail* detail =
+        openDetail(openDevices(), GetParam().deleteDesk ? kDeskName : kOtherName);
+    ASSERT_NE(detail, nullptr);
+    if (GetParam().ownMove) {
+        ASSERT_EQ(session().moveTo(1100), GoToHeight::Refusal::None);
+    } else {
+        session().holdKey(command::kUpKey);
+    }
+    advance(1s);
+    ASSERT_TRUE(first.isMoving());
+
+    const std::size_t from = first.keyFrames().size();
+    (GetParam().deleteDesk ? detail->deleteButton() : detail->changeButton())->click();
+    advance(1500ms);
+    EXPECT_FALSE(first.isSubscribed());
+    std::vector<int> keys;
+    for (auto frame = first.keyFrames().begin() + std::ptrdiff_t(from);
+         frame != first.keyFrames().end(); ++frame) {
+        EXPECT_TRUE(frame->answeredPoll);
+        keys.push_back(frame->keys);
+    }
+    ASSERT_FALSE(keys.empty()) << "the link went before the desk heard a released key";
+    EXPECT_EQ(keys.back(), 0);
+    EXPECT_EQ(std::count(keys.begin(), keys.end(), kDownBit), 0);
+    // The first answer after whatever moved the desk so far.
+    const int moving = GetParam().ownMove ? VirtualDesk::kTargetCommand : kUpBit;
+    const auto after =
+        std::find_if(keys.begin(), keys.end(), [moving](int key) { return key != moving; });
+    ASSERT_NE(after, keys.end());
+    EXPECT_EQ(*after, GetParam().ownMove ? kUpBit : 0);
+    const int height = first.heightTenths();
+    advance(2s);
+    EXPECT_EQ(first.heightTenths(), height);
+}
+
+INSTANTIATE_TEST_SUITE_P(SwitchAndDelete, DeskLetGoTest,
+                         ::testing::Values(LetGoCase{"SwitchDuringHeldKey", false, false},
+                                           LetGoCase{"SwitchDuringMoveToHeight", true, false},
+                                           LetGoCase{"DeleteDuringHeldKey", false, true},
+                                           LetGoCase{"DeleteDuringMoveToHeight", true, true}),
+                         [](const auto& testParam) { return std::string(testParam.param.name); });
 
 TEST_F(DeviceSwitchTest, DeletingAnotherDeskKeepsTheSessionAndRescans) {
     VirtualDesk& first = bindDesk();

@@ -11,11 +11,13 @@
 #include "widgets/OMSwitchButton.h"
 
 #include <QLabel>
+#include <algorithm>
 
 namespace ostrel::test {
 namespace {
 
 constexpr int kStanding = 0, kSitting = 1, kM1 = 2;
+constexpr int kSitKeyBit = 0x04; // the Sit key in a key frame
 
 class IntelligentControlTest : public SettingsTest {
 protected:
@@ -61,18 +63,18 @@ TEST_F(IntelligentControlTest,
     EXPECT_EQ(page.presetBar(kM1)->fraction(), 0.0);
 
     page.currentAltitudeButton(kM1)->click();
-    EXPECT_EQ(storedPresets(), "72,110,80,0"); // 80.5 rounds to even
-    EXPECT_EQ(boundPresets(), "72,110,80,0");
-    EXPECT_EQ(postedCount(notifications::kMemoryKeyChange), 1);
-    EXPECT_EQ(page.presetLabel(kM1)->text(), "80.0 cm");
-    EXPECT_EQ(session().presetKeys().memory(2), 80);
-
     const int framesBefore = desk->keyFramesReceived();
     EXPECT_EQ(keysOverSequence(),
               (std::vector<int>{command::kMemoryKey, command::kNoKey, command::presetKey(2),
                                 command::kNoKey, command::kNoKey}));
     EXPECT_GT(desk->keyFramesReceived(), framesBefore);
     EXPECT_FALSE(page.keySequence().isRunning());
+    // Recorded once the desk has had every key, at the height shown at the click.
+    EXPECT_EQ(storedPresets(), "72,110,80,0"); // 80.5 rounds to even
+    EXPECT_EQ(boundPresets(), "72,110,80,0");
+    EXPECT_EQ(postedCount(notifications::kMemoryKeyChange), 1);
+    EXPECT_EQ(page.presetLabel(kM1)->text(), "80.0 cm");
+    EXPECT_EQ(session().presetKeys().memory(2), 80);
 }
 
 TEST_F(IntelligentControlTest, InchesShowTheSittingLineWithItsTwoSpaces) {
@@ -90,30 +92,35 @@ TEST_F(IntelligentControlTest, MemoryTextRoundsHalvesToEvenAndAnUnknownKeyStores
     EXPECT_EQ(ViewIntelligentControl::memoryHeightText(presets, 13, 805), "");
 }
 
-// Motion safety: whatever lets go of the held keys ends the sequence, with no key set after it.
-TEST_F(IntelligentControlTest, TheKeySequenceEndsWhenThePageCloses) {
-    ViewIntelligentControl& page = openPage();
-    page.currentAltitudeButton(kSitting)->click();
-    advance(1500ms); // the preset key is held
-    ASSERT_EQ(DeskSession::commandType(), command::presetKey(0));
-    goBack();
-    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
-    advance(3s);
-    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
-}
-
-TEST_F(IntelligentControlTest, TheKeySequenceEndsWhenTheLinkIsLost) {
-    alertAnswer = OMAlert::kFirstButton + 1; // the session stays on screen
-    ViewIntelligentControl& page = openPage();
+// Leaving the page does not cut the desk's keys short: the desk would store nothing while the
+// record shows the new preset.
+TEST_F(IntelligentControlTest, TheKeySequenceOutlivesThePage) {
+    ViewIntelligentControl& page = openPage({}, "0,110,0,0");
     page.currentAltitudeButton(kSitting)->click();
     advance(300ms);
-    ASSERT_EQ(DeskSession::commandType(), command::kMemoryKey);
+    goBack();
+    const std::size_t closedAt = desk->keyFrames().size();
+    EXPECT_EQ(keysOverSequence(),
+              (std::vector<int>{command::kMemoryKey, command::kNoKey, command::presetKey(0),
+                                command::kNoKey, command::kNoKey}));
+    EXPECT_TRUE(std::any_of(desk->keyFrames().begin() + std::ptrdiff_t(closedAt),
+                            desk->keyFrames().end(),
+                            [](const auto& frame) { return frame.keys == kSitKeyBit; }));
+    EXPECT_EQ(storedPresets(), "72,110,0,0");
+}
+
+// Cut short by a lost link, the desk may have stored nothing: neither does the record.
+TEST_F(IntelligentControlTest, ALinkLostDuringTheSequenceChangesNoRecord) {
+    alertAnswer = OMAlert::kFirstButton + 1; // the session stays on screen
+    ViewIntelligentControl& page = openPage({}, "0,110,0,0");
+    page.currentAltitudeButton(kSitting)->click();
+    advance(1500ms); // the preset key is held
     desk->dropLink();
-    advance(50ms);
-    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
-    EXPECT_FALSE(page.keySequence().isRunning());
     advance(3s);
-    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
+    EXPECT_FALSE(page.keySequence().isRunning());
+    EXPECT_EQ(storedPresets(), "0,110,0,0");
+    EXPECT_EQ(boundPresets(), "0,110,0,0");
+    EXPECT_EQ(postedCount(notifications::kMemoryKeyChange), 0);
 }
 
 TEST_F(IntelligentControlTest, AntiCollisionAndSensitivityAreStoredAndSentToTheDesk) {

@@ -152,16 +152,25 @@ void DeviceManagement::actionConnectWithBluetoothName(const QString& bluetoothNa
     m_isConnecting = true;
     emit statusChanged(tr("Connecting"));
     CurrentDeviceStore::remove();
-    run(m_hooks.changeStarting);
+    // The session lets the current desk go once it has heard that no key is held.
+    QPointer<DeviceManagement> self(this);
+    auto switchDesk = [self, hooks = m_hooks, peripheral] { switchTo(self, hooks, peripheral); };
+    if (m_hooks.changeStarting)
+        m_hooks.changeStarting(switchDesk);
+    else
+        switchDesk();
+}
+
+void DeviceManagement::switchTo(const QPointer<DeviceManagement>& self, const SessionHooks& hooks,
+                                const PeripheralPtr& peripheral) {
     if (const PeripheralPtr current = facade().currentPeripheral())
         facade().disconnectWithPeripheral(current);
 
     // Only the first report answers this request; later ones (a lost link) are the session's.
     auto answered = std::make_shared<bool>(false);
-    QPointer<DeviceManagement> self(this);
     facade().connectDeviceWithPeripheral(
         peripheral,
-        [self, answered, hooks = m_hooks](const PeripheralPtr& linked, const OptionalError& error) {
+        [self, answered, hooks](const PeripheralPtr& linked, const OptionalError& error) {
             if (std::exchange(*answered, true))
                 return;
             // The facade names the new desk current only after this call returns.

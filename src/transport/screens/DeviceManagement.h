@@ -23,8 +23,9 @@ public:
 
     // What the session behind the pages must do when its desk changes or goes.
     struct SessionHooks {
-        // The current desk is about to be dropped for another: its loss is expected.
-        std::function<void()> changeStarting;
+        // The current desk is about to be dropped for another: its loss is expected. The hook
+        // calls its argument once the desk may be let go.
+        std::function<void(std::function<void()>)> changeStarting;
         // The other desk could not be connected: the session has no desk any more.
         std::function<void()> changeFailed;
         // The current desk was forgotten: the session ends.
@@ -68,6 +69,8 @@ private:
     void scanEvent(const PeripheralPtr& peripheral, int flags);
     void setScanning(bool scanning);
     PeripheralPtr peripheralInRange(const QString& bluetoothName) const;
+    static void switchTo(const QPointer<DeviceManagement>& self, const SessionHooks& hooks,
+                         const PeripheralPtr& peripheral);
     static void finishSwitch(const QPointer<DeviceManagement>& self, const SessionHooks& hooks,
                              const PeripheralPtr& peripheral, const OptionalError& error);
 

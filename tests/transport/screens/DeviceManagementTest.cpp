@@ -26,7 +26,10 @@ QString boundFile() {
 class DeviceManagementTest : public ScreenTest {
 protected:
     DeviceManagement::SessionHooks recordingHooks() {
-        return {[this] { hooks.append("changeStarting"); },
+        return {[this](const std::function<void()>& letGo) {
+                    hooks.append("changeStarting");
+                    letGo();
+                },
                 [this] { hooks.append("changeFailed"); }, [this] { hooks.append("endSession"); }};
     }
 

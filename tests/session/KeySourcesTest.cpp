@@ -1,0 +1,275 @@
+// Every source of keys cutting in on every other, on a virtual desk in virtual time, checked on
+// the desk's side: which key each of its polls was answered with, and that no key frame ever
+// came unasked.
+#include "SessionTestSupport.h"
+#include "protocol/BluetoothProtocol.h"
+#include "session/GlobalKeyDispatch.h"
+#include "session/HotKeyMovement.h"
+#include "settings/MemoryKeySequence.h"
+#include "widgets/HomeFunctionBtn.h"
+#include "widgets/OMHoverButton.h"
+#include "widgets/WidgetTestSupport.h"
+
+#include <algorithm>
+#include <functional>
+#include <ostream>
+
+namespace ostrel::test {
+namespace {
+
+using Ending = GoToHeight::Ending;
+
+// The command type a logged answer stands for.
+int typeOf(int keys) {
+    if (keys == VirtualDesk::kTargetCommand)
+        return command::kTargetHeight;
+    for (int type : {0, 1, 2, 9, 10, 11, 12, 13}) {
+        const Bytes frame = BluetoothProtocol::cmdForTableResponseType(type);
+        if ((frame[3] | frame[4] << 8) == keys)
+            return type;
+    }
+    return -1;
+}
+
+// The table's steps drive the fixture from outside: what they use is public.
+class KeySourcesTest : public SessionTest {
+public:
+    using SessionTest::advance;
+    using SessionTest::control;
+    using SessionTest::session;
+
+    void SetUp() override {
+        SessionTest::SetUp();
+        alertAnswer = 0; // a lost link leaves the session on screen
+        desk = &bindDesk({}, "70,110,0,0");
+        openControl();
+        QObject::connect(&session().goToHeight(), &GoToHeight::finished, control.get(),
+                         [this](Ending ending) { endings.push_back(ending); });
+        sequence = new MemoryKeySequence(&session());
+    }
+
+    void hotKey(const char* name) {
+        session().globalKeys().globalKeyPush(QString::fromLatin1(name));
+    }
+    void screenHold(HomeFunctionBtn* button, std::chrono::milliseconds length) {
+        press(button);
+        advance(length);
+        release(button);
+    }
+    void storeM1() {
+        sequence->start(command::presetKey(2), [this] { stored = true; });
+    }
+    // From here on, answers() reports what the desk is told.
+    void mark() { from = desk->keyFrames().size(); }
+    std::vector<int> answers() const {
+        std::vector<int> types;
+        const auto& frames = desk->keyFrames();
+        for (auto frame = frames.begin() + std::ptrdiff_t(from); frame != frames.end(); ++frame)
+            types.push_back(typeOf(frame->keys));
+        return types;
+    }
+    bool answered(int type) const {
+        const std::vector<int> all = answers();
+        return std::find(all.begin(), all.end(), type) != all.end();
+    }
+    bool sourcesIdle() {
+        return !session().hotKeyMovement().isMoving() && !session().goToHeight().isMoving() &&
+               !sequence->isRunning() && DeskSession::commandType() == command::kNoKey;
+    }
+
+    VirtualDesk* desk = nullptr;
+    MemoryKeySequence* sequence = nullptr;
+    bool stored = false;
+    std::size_t from = 0;
+    std::vector<Ending> endings;
+};
+
+using Step = std::function<void(KeySourcesTest&)>;
+
+struct Interleaving {
+    const char* name;
+    Step first;  // a source starts
+    Step second; // another cuts in, after which the answers are watched
+    Step check;
+};
+
+void PrintTo(const Interleaving& row, std::ostream* out) {
+    *out << row.name;
+}
+
+class KeySourcesTableTest : public KeySourcesTest,
+                            public ::testing::WithParamInterface<Interleaving> {};
+
+TEST_P(KeySourcesTableTest, TheLatestClaimDrivesTheDeskAndNoKeyComesUnasked) {
+    GetParam().first(*this);
+    mark();
+    GetParam().second(*this);
+    GetParam().check(*this);
+    for (const VirtualDesk::KeyFrame& frame : desk->keyFrames())
+        EXPECT_TRUE(frame.answeredPoll) << "key " << frame.keys << " at " << frame.at.count();
+}
+
+const Step hotKeyUp = [](KeySourcesTest& t) {
+    t.hotKey("GlobalKeyUp");
+    t.advance(500ms);
+};
+const Step moveUp = [](KeySourcesTest& t) {
+    ASSERT_EQ(t.session().moveTo(1100), GoToHeight::Refusal::None);
+    t.advance(1s);
+};
+const Step storing = [](KeySourcesTest& t) {
+    t.storeM1();
+    t.advance(300ms);
+};
+const Step screenUp = [](KeySourcesTest& t) {
+    press(t.control->upButton());
+    t.advance(500ms);
+};
+const Step dropLink = [](KeySourcesTest& t) {
+    t.desk->dropLink();
+    t.advance(100ms);
+};
+const Step nothing = [](KeySourcesTest&) {};
+const Step moveDown = [](KeySourcesTest& t) {
+    ASSERT_EQ(t.session().moveTo(620), GoToHeight::Refusal::None);
+    t.advance(1s);
+};
+const Step stop = [](KeySourcesTest& t) {
+    t.session().stopMoving();
+    t.advance(1s);
+};
+
+// Stopped, the desk on its own move hears the key of its own direction once, then no key: it
+// never dips or jumps the other way.
+Step heardOnceThenNoKey(int key) {
+    return [key](KeySourcesTest& t) {
+        const std::vector<int> keys = t.answers();
+        ASSERT_GE(keys.size(), 2u);
+        EXPECT_EQ(keys[0], key);
+        EXPECT_TRUE(std::all_of(keys.begin() + 1, keys.end(), [](int k) { return k == 0; }));
+        EXPECT_FALSE(t.desk->isMoving());
+    };
+}
+
+// A lost link ends whatever held the key, and nothing is left to answer the next link with.
+const Step allIdle = [](KeySourcesTest& t) {
+    EXPECT_TRUE(t.sourcesIdle());
+    EXPECT_FALSE(t.stored);
+    t.advance(3s);
+    EXPECT_TRUE(t.sourcesIdle());
+    EXPECT_TRUE(t.answers().empty());
+};
+
+const Interleaving kInterleavings[] = {
+    {"ScreenPressDuringHotKeyMovement", hotKeyUp,
+     [](KeySourcesTest& t) {
+         t.screenHold(t.control->downButton(), 300ms);
+         t.advance(200ms);
+     },
+     [](KeySourcesTest& t) {
+         EXPECT_FALSE(t.session().hotKeyMovement().isMoving()) << "told that the screen took over";
+         EXPECT_FALSE(t.desk->isMoving());
+         // The next arrow starts a movement rather than ending one that no longer runs.
+         const int before = t.desk->heightTenths();
+         t.mark();
+         t.hotKey("GlobalKeyUp");
+         t.advance(1s);
+         EXPECT_GT(t.desk->heightTenths(), before + 20);
+         EXPECT_EQ(t.answers().front(), command::kUpKey);
+     }},
+    {"HotKeyDuringGoToHeight", moveUp,
+     [](KeySourcesTest& t) {
+         t.hotKey("GlobalKeyDown");
+         t.advance(300ms);
+     },
+     [](KeySourcesTest& t) {
+         EXPECT_EQ(t.endings, std::vector{Ending::TookOver});
+         EXPECT_FALSE(t.answered(command::kTargetHeight));
+         EXPECT_FALSE(t.answered(command::kUpKey));
+         const int height = t.desk->heightTenths();
+         t.advance(3s);
+         EXPECT_LE(t.desk->heightTenths(), height) << "the desk's own move up is over";
+     }},
+    // A hot-key movement cut by a move to a height, itself replaced by a second one: no Up that
+    // nobody asked for, and the second move arrives.
+    {"MoveToTwiceAfterAHotKeyMovement",
+     [](KeySourcesTest& t) {
+         hotKeyUp(t);
+         ASSERT_EQ(t.session().moveTo(700), GoToHeight::Refusal::None);
+         t.advance(300ms);
+     },
+     [](KeySourcesTest& t) {
+         ASSERT_EQ(t.session().moveTo(1000), GoToHeight::Refusal::None);
+         for (int i = 0; i < 300 && t.session().goToHeight().isMoving(); ++i)
+             t.advance(100ms);
+     },
+     [](KeySourcesTest& t) {
+         EXPECT_FALSE(t.session().hotKeyMovement().isMoving());
+         EXPECT_EQ(t.endings, (std::vector{Ending::Stopped, Ending::Arrived}));
+         EXPECT_FALSE(t.answered(command::kUpKey));
+         EXPECT_FALSE(t.answered(command::kDownKey));
+         EXPECT_LE(std::abs(t.desk->heightTenths() - 1000), GoToHeight::kToleranceTenthsCm);
+     }},
+    // The desk's own move stops at the key; Down held on the screen never makes it dip.
+    {"ScreenDownDuringGoToHeight", moveUp,
+     [](KeySourcesTest& t) {
+         t.screenHold(t.control->downButton(), 300ms);
+         t.advance(200ms);
+     },
+     [](KeySourcesTest& t) {
+         EXPECT_EQ(t.endings, std::vector{Ending::TookOver});
+         EXPECT_EQ(t.answers().front(), command::kDownKey);
+         EXPECT_FALSE(t.answered(command::kUpKey));
+         EXPECT_FALSE(t.desk->isMoving());
+     }},
+    {"PresetDuringSettingsKeySequence", storing,
+     [](KeySourcesTest& t) {
+         t.session().presetKeys().holdPresetKey(0);
+         t.advance(200ms);
+         t.session().presetKeys().releasePresetKey();
+         t.advance(3s);
+     },
+     [](KeySourcesTest& t) {
+         EXPECT_FALSE(t.sequence->isRunning()) << "told that the preset took over";
+         EXPECT_FALSE(t.stored);
+         EXPECT_EQ(t.answers().front(), command::kSitKey);
+         EXPECT_FALSE(t.answered(command::kMemoryKey));
+         EXPECT_FALSE(t.answered(command::presetKey(2)));
+     }},
+    {"SettingsKeySequenceDuringScreenHold", screenUp,
+     [](KeySourcesTest& t) {
+         t.storeM1();
+         t.advance(3s);
+         release(t.control->upButton()); // the screen's claim is long gone
+         t.advance(100ms);
+     },
+     [](KeySourcesTest& t) {
+         EXPECT_TRUE(t.stored);
+         EXPECT_EQ(t.answers().front(), command::kMemoryKey);
+         EXPECT_FALSE(t.answered(command::kUpKey));
+     }},
+    {"StopDuringAMoveUp", moveUp, stop, heardOnceThenNoKey(command::kUpKey)},
+    {"StopDuringAMoveDown", moveDown, stop, heardOnceThenNoKey(command::kDownKey)},
+    // A tap shorter than a poll period still reaches the desk, twice.
+    {"PresetClickOf25ms", nothing,
+     [](KeySourcesTest& t) {
+         press(t.control->presetButton(1));
+         t.advance(25ms);
+         release(t.control->presetButton(1));
+         t.advance(1s);
+     },
+     [](KeySourcesTest& t) {
+         const std::vector<int> keys = t.answers();
+         EXPECT_GE(std::count(keys.begin(), keys.end(), command::kStandKey), 2);
+     }},
+    {"LinkLossDuringHotKeyMovement", hotKeyUp, dropLink, allIdle},
+    {"LinkLossDuringGoToHeight", moveUp, dropLink, allIdle},
+    {"LinkLossDuringSettingsKeySequence", storing, dropLink, allIdle},
+    {"LinkLossDuringScreenHold", screenUp, dropLink, allIdle},
+};
+
+INSTANTIATE_TEST_SUITE_P(EveryPair, KeySourcesTableTest, ::testing::ValuesIn(kInterleavings),
+                         [](const auto& testParam) { return std::string(testParam.param.name); });
+
+} // namespace
+} // namespace ostrel::test
