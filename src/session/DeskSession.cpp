@@ -13,6 +13,7 @@
 #include "session/LiveSession.h"
 #include "session/OMTimeManager.h"
 #include "session/PresetKeys.h"
+#include "session/SleepGuard.h"
 #include "store/CurrentDeskModel.h"
 #include "store/CurrentDeviceStore.h"
 #include "store/RecordDictionary.h"
@@ -49,7 +50,7 @@ DeskSession::DeskSession(QObject* parent)
       m_presetKeys(new PresetKeys([this] { return m_currentHeight; }, this)),
       m_hotKeyMovement(new HotKeyMovement(this)),
       m_globalKeys(new GlobalKeyDispatch(*m_hotKeyMovement, *m_presetKeys, this)),
-      m_goToHeight(new GoToHeight(this)) {
+      m_goToHeight(new GoToHeight(this)), m_sleepGuard(new SleepGuard(*this)) {
     wireParts();
 }
 
@@ -61,7 +62,7 @@ DeskSession::~DeskSession() {
 void DeskSession::wireParts() {
     // A new link starts with nothing held; there is no desk yet to stop.
     connect(m_link, &DeskLink::linkStarting, this, [] { keyOwner().releaseAll(); });
-    connect(m_link, &DeskLink::linked, this, &DeskSession::refreshDeviceInfo);
+    connect(m_link, &DeskLink::linked, this, &DeskSession::deskLinked);
     connect(m_link, &DeskLink::connectFailed, this, [this] {
         if (!m_changingDesk)
             emit breakTipRequested();
@@ -89,7 +90,7 @@ void DeskSession::setLoadViewAction() {
     initData();
     keyOwner().releaseAll(); // a new session never inherits a key held in an earlier one
     if (m_link->initBluetooth())
-        refreshDeviceInfo();
+        deskLinked();
     else
         requestBreakTip();
     initBluetoothResultHandle();
@@ -177,6 +178,11 @@ void DeskSession::initBluetoothResultHandle() {
     facade().setAutoConnectAfterDisconnect(false);
 }
 
+void DeskSession::deskLinked() {
+    m_sleepGuard->deskLinked();
+    refreshDeviceInfo();
+}
+
 void DeskSession::refreshDeviceInfo() {
     const OMBluetoothModel record = CurrentDeviceStore::load();
     m_sitOrStand = text(record.sitOrStand);
@@ -218,7 +224,7 @@ void DeskSession::actionDeviceChanged() {
     timeManager().setTime(0);
     timeManager().stop();
     m_link->followCurrentPeripheral();
-    refreshDeviceInfo();
+    deskLinked();
     initBluetoothResultHandle();
 }
 
@@ -234,7 +240,10 @@ void DeskSession::deskChangeFailed() {
 
 void DeskSession::bluetoothDisConnected() {
     keyOwner().releaseAll();
-    if (!m_changingDesk)
+    // Letting go before sleep is no lost link: no alert, the screen stays.
+    if (m_sleepGuard->isAsleep())
+        m_sleepGuard->linkGone();
+    else if (!m_changingDesk)
         requestBreakTip();
 }
 
