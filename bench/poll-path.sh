@@ -1,12 +1,14 @@
 #!/usr/bin/env bash
 # The poll path through BlueZ, side by side. One desk polls at 20 Hz through the project's BlueZ
 # stand-in on a private bus; in turn the application (over the sockets the stand-in offers, then
-# over WriteValue with none offered) and a generic BLE client (bleak) answer its polls. For each:
-# the client's CPU and resident memory, dbus-daemon's, the stand-in's and the X server's CPU, and
-# poll-to-answer as the stand-in sees it (from the poll leaving the desk to the answer arriving).
+# over WriteValue with none offered), the floor (bench/PollFloorClient.cpp: answers every poll
+# over the acquired sockets and does nothing else) and a generic BLE client (bleak) answer its
+# polls. For each: the client's CPU and resident memory, dbus-daemon's, the stand-in's and the X
+# server's CPU, and poll-to-answer as the stand-in sees it (from the poll leaving the desk to the
+# answer arriving). Last, each application run against the floor.
 #   bash bench/poll-path.sh
 # POLLS (default 1200: one minute) sets how many answered polls each run counts, after a
-# warm-up; PERF_DIR, when set, records a perf profile of each application run there;
+# warm-up; PERF_DIR, when set, records a perf profile of each client there;
 # COMPARE_WITH, an application binary (an older build), adds a run of it first.
 # Set BUILD_DIR to build elsewhere (default: build/ in the checkout).
 set -euo pipefail
@@ -21,8 +23,8 @@ write_uuid=00002a39-0000-1000-8000-00805f9b34fb
 
 if [ -z "${POLL_PATH_INSIDE_XVFB:-}" ]; then
     cmake -S "$root" -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-        -DOSTREL_WERROR=ON >/dev/null
-    cmake --build "$build_dir" --target ostrel-motion ostrel-bluez-standin >/dev/null
+        -DOSTREL_WERROR=ON -DOSTREL_BUILD_BENCH=ON >/dev/null
+    cmake --build "$build_dir" --target ostrel-motion ostrel-bluez-standin poll-floor >/dev/null
     exec env POLL_PATH_INSIDE_XVFB=1 xvfb-run -a -s "-screen 0 1280x900x24" "$0" "$@"
 fi
 
@@ -113,9 +115,9 @@ start_application() { # binary
     xdotool windowunmap "$window"
 }
 
-start_reference_client() {
-    DBUS_SYSTEM_BUS_ADDRESS="$bus" /usr/bin/python3 "$root/bench/poll_answerer.py" \
-        "$desk" "$notify_uuid" "$write_uuid" >"$scratch/client.log" 2>&1 &
+start_client() { # command...: a client that finds the desk by name itself
+    DBUS_SYSTEM_BUS_ADDRESS="$bus" "$@" "$desk" "$notify_uuid" "$write_uuid" \
+        >"$scratch/client.log" 2>&1 &
     client_pid=$!
     started+=("$client_pid")
 }
@@ -152,6 +154,7 @@ measure() { # label, perf profile name or empty
     local p50 p99
     p50=$(awk -v n="$polls" 'NR == int((n - 1) * 0.50) + 1 { print $1 }' "$scratch/sorted")
     p99=$(awk -v n="$polls" 'NR == int((n - 1) * 0.99) + 1 { print $1 }' "$scratch/sorted")
+    echo "$2 $p50 $p99 $client $seconds_ms" >>"$scratch/results"
     awk -v label="$1" -v p50="$p50" -v p99="$p99" -v ms="$seconds_ms" -v hz="$hz" \
         -v c="$client" -v b="$bus_cpu" -v s="$standin" -v x="$x_cpu" -v rss="$rss" 'BEGIN {
         pct = 100 / hz / (ms / 1000)
@@ -182,6 +185,18 @@ measure "application, WriteValue" app-writevalue
 stop_run
 
 start_standin
-start_reference_client
-measure "bleak client" ""
+start_client "$build_dir/bench/poll-floor"
+measure "floor (C++, sockets)" floor
 stop_run
+
+start_standin
+start_client /usr/bin/python3 "$root/bench/poll_answerer.py"
+measure "bleak client" bleak
+stop_run
+
+# The targets over sockets: p50 at most 1.25 times the floor's, p99 1.5 times, CPU under 0.3%.
+awk -v hz="$hz" '{ key[NR] = $1; p50[$1] = $2; p99[$1] = $3; cpu[$1] = 100 * $4 / hz / ($5 / 1000) }
+    END { for (i = 1; i <= NR; i++) if (key[i] ~ /^app/)
+        printf "%-16s / floor: p50 %.2fx, p99 %.2fx; CPU %.2f%% of a core\n", key[i],
+            p50[key[i]] / p50["floor"], p99[key[i]] / p99["floor"], cpu[key[i]] }' \
+    "$scratch/results"

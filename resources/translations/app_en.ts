@@ -2,6 +2,25 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US">
 <context>
+    <name>ostrel::ActivityService</name>
+    <message>
+        <source>Activity</source>
+        <translation>Activity</translation>
+    </message>
+    <message>
+        <source>The activity record could not be read. It was kept as %1 and a new record was started.</source>
+        <translation>The activity record could not be read. It was kept as %1 and a new record was started.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>The activity record %1 cannot be written. Standing time is shown but not kept.</source>
+        <translation>The activity record %1 cannot be written. Standing time is shown but not kept.</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::AppDelegate</name>
     <message>
         <source>Version %1</source>
@@ -108,6 +127,29 @@
     <message>
         <source>Start at login</source>
         <translation>Start at login</translation>
+    </message>
+    <message>
+        <source>Activity</source>
+        <translation>Activity</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::TrayDeskMenu</name>
+    <message>
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>No desk connected</source>
+        <translation>No desk connected</translation>
+    </message>
+    <message>
+        <source>Height: %1</source>
+        <translation>Height: %1</translation>
+    </message>
+    <message>
+        <source>Height not yet known</source>
+        <translation>Height not yet known</translation>
     </message>
 </context>
 </TS>

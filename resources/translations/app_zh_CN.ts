@@ -2,6 +2,25 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN">
 <context>
+    <name>ostrel::ActivityService</name>
+    <message>
+        <source>Activity</source>
+        <translation>活动</translation>
+    </message>
+    <message>
+        <source>The activity record could not be read. It was kept as %1 and a new record was started.</source>
+        <translation>无法读取活动记录。原文件已保留为 %1，并已开始新的记录。</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>好</translation>
+    </message>
+    <message>
+        <source>The activity record %1 cannot be written. Standing time is shown but not kept.</source>
+        <translation>无法写入活动记录 %1。站立时间会显示，但不会保存。</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::AppDelegate</name>
     <message>
         <source>Version %1</source>
@@ -108,6 +127,29 @@
     <message>
         <source>Start at login</source>
         <translation>登录时启动</translation>
+    </message>
+    <message>
+        <source>Activity</source>
+        <translation>活动</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::TrayDeskMenu</name>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>No desk connected</source>
+        <translation>未连接升降桌</translation>
+    </message>
+    <message>
+        <source>Height: %1</source>
+        <translation>高度：%1</translation>
+    </message>
+    <message>
+        <source>Height not yet known</source>
+        <translation>高度未知</translation>
     </message>
 </context>
 </TS>

@@ -54,6 +54,13 @@
     </message>
 </context>
 <context>
+    <name>ostrel::DeskTypeCell</name>
+    <message>
+        <source>In use</source>
+        <translation>In use</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::DeskTypeVC</name>
     <message>
         <source>Back</source>
@@ -169,6 +176,14 @@
     <message>
         <source>Cancel</source>
         <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>This desk is already connected</source>
+        <translation>This desk is already connected</translation>
+    </message>
+    <message>
+        <source>This desk is not in range</source>
+        <translation>This desk is not in range</translation>
     </message>
 </context>
 <context>

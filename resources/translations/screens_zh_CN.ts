@@ -54,6 +54,13 @@
     </message>
 </context>
 <context>
+    <name>ostrel::DeskTypeCell</name>
+    <message>
+        <source>In use</source>
+        <translation>使用中</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::DeskTypeVC</name>
     <message>
         <source>Back</source>
@@ -169,6 +176,14 @@
     <message>
         <source>Cancel</source>
         <translation>取消</translation>
+    </message>
+    <message>
+        <source>This desk is already connected</source>
+        <translation>此升降桌已连接</translation>
+    </message>
+    <message>
+        <source>This desk is not in range</source>
+        <translation>此升降桌不在范围内</translation>
     </message>
 </context>
 <context>

@@ -2,21 +2,18 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en">
 <context>
-    <name>GoToHeightSheet</name>
-    <message>
-        <source>Go to a height</source>
-        <translation>Go to a height</translation>
-    </message>
-    <message>
-        <source>Move the desk to (%1):</source>
-        <translation>Move the desk to (%1):</translation>
-    </message>
-</context>
-<context>
     <name>ostrel::CountdownView</name>
     <message>
         <source>Clear the reminder</source>
         <translation>Clear the reminder</translation>
+    </message>
+    <message>
+        <source>Reminder in</source>
+        <translation>Reminder in</translation>
+    </message>
+    <message>
+        <source>Time left until the next sit-stand reminder</source>
+        <translation>Time left until the next sit-stand reminder</translation>
     </message>
 </context>
 <context>
@@ -43,6 +40,41 @@
     </message>
 </context>
 <context>
+    <name>ostrel::DeskStatus</name>
+    <message>
+        <source>Child lock (LOC): the desk ignores its keys until it is unlocked on the desk.</source>
+        <translation>Child lock (LOC): the desk ignores its keys until it is unlocked on the desk.</translation>
+    </message>
+    <message>
+        <source>Reset needed (RST): hold Down until the desk reaches its lowest position.</source>
+        <translation>Reset needed (RST): hold Down until the desk reaches its lowest position.</translation>
+    </message>
+    <message>
+        <source>Slide-down warning (-0L): the desk is sinking by itself.</source>
+        <translation>Slide-down warning (-0L): the desk is sinking by itself.</translation>
+    </message>
+    <message>
+        <source>Error %1: the desk is overheated. Wait 18 minutes before using it.</source>
+        <translation>Error %1: the desk is overheated. Wait 18 minutes before using it.</translation>
+    </message>
+    <message>
+        <source>Error %1: the desk needs to back off automatically.</source>
+        <translation>Error %1: the desk needs to back off automatically.</translation>
+    </message>
+    <message>
+        <source>Error %1: the desk needs a reset. Hold Down until it reaches its lowest position.</source>
+        <translation>Error %1: the desk needs a reset. Hold Down until it reaches its lowest position.</translation>
+    </message>
+    <message>
+        <source>Error %1: the six-axis sensor has failed.</source>
+        <translation>Error %1: the six-axis sensor has failed.</translation>
+    </message>
+    <message>
+        <source>Error %1: the desk reports a fault.</source>
+        <translation>Error %1: the desk reports a fault.</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::DeskSession</name>
     <message>
         <source>Connected successful, move the table to synchronize the height.</source>
@@ -61,6 +93,37 @@
     </message>
 </context>
 <context>
+    <name>ostrel::GoToHeightDialog</name>
+    <message>
+        <source>Go to a height</source>
+        <translation>Go to a height</translation>
+    </message>
+    <message>
+        <source>Move the desk to (%1):</source>
+        <translation>Move the desk to (%1):</translation>
+    </message>
+    <message>
+        <source>Between %1 and %2 %3</source>
+        <translation>Between %1 and %2 %3</translation>
+    </message>
+    <message>
+        <source>Go</source>
+        <translation>Go</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>Moving the desk to %1 %2…</source>
+        <translation>Moving the desk to %1 %2…</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::HeightSaveHelpVC</name>
     <message>
         <source>How to Save Height Presets</source>
@@ -69,6 +132,10 @@
     <message>
         <source>Customize</source>
         <translation>Customize</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
     </message>
 </context>
 <context>
@@ -201,6 +268,17 @@
     <message>
         <source>Now</source>
         <translation>Now</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::StandingProgressView</name>
+    <message>
+        <source>Standing time today against your goal; click for your activity</source>
+        <translation>Standing time today against your goal; click for your activity</translation>
+    </message>
+    <message>
+        <source>Standing today %1</source>
+        <translation>Standing today %1</translation>
     </message>
 </context>
 </TS>

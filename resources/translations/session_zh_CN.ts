@@ -2,21 +2,18 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN">
 <context>
-    <name>GoToHeightSheet</name>
-    <message>
-        <source>Go to a height</source>
-        <translation>移动到指定高度</translation>
-    </message>
-    <message>
-        <source>Move the desk to (%1):</source>
-        <translation>将桌子移动到（%1）：</translation>
-    </message>
-</context>
-<context>
     <name>ostrel::CountdownView</name>
     <message>
         <source>Clear the reminder</source>
         <translation>清除提醒</translation>
+    </message>
+    <message>
+        <source>Reminder in</source>
+        <translation>距下次提醒</translation>
+    </message>
+    <message>
+        <source>Time left until the next sit-stand reminder</source>
+        <translation>距下次坐站提醒的剩余时间</translation>
     </message>
 </context>
 <context>
@@ -43,6 +40,41 @@
     </message>
 </context>
 <context>
+    <name>ostrel::DeskStatus</name>
+    <message>
+        <source>Child lock (LOC): the desk ignores its keys until it is unlocked on the desk.</source>
+        <translation>童锁（LOC）：升降桌不响应按键，需在桌子上解锁。</translation>
+    </message>
+    <message>
+        <source>Reset needed (RST): hold Down until the desk reaches its lowest position.</source>
+        <translation>需要复位（RST）：按住“下降”直到升降桌降到最低位置。</translation>
+    </message>
+    <message>
+        <source>Slide-down warning (-0L): the desk is sinking by itself.</source>
+        <translation>下滑警告（-0L）：升降桌正在自行下沉。</translation>
+    </message>
+    <message>
+        <source>Error %1: the desk is overheated. Wait 18 minutes before using it.</source>
+        <translation>错误 %1：设备温度过高，请等待 18 分钟后再使用。</translation>
+    </message>
+    <message>
+        <source>Error %1: the desk needs to back off automatically.</source>
+        <translation>错误 %1：升降桌需要进行“自动回退”。</translation>
+    </message>
+    <message>
+        <source>Error %1: the desk needs a reset. Hold Down until it reaches its lowest position.</source>
+        <translation>错误 %1：升降桌需要复位。请按住“下降”直到降到最低位置。</translation>
+    </message>
+    <message>
+        <source>Error %1: the six-axis sensor has failed.</source>
+        <translation>错误 %1：六轴传感器故障。</translation>
+    </message>
+    <message>
+        <source>Error %1: the desk reports a fault.</source>
+        <translation>错误 %1：升降桌报告故障。</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::DeskSession</name>
     <message>
         <source>Connected successful, move the table to synchronize the height.</source>
@@ -61,6 +93,37 @@
     </message>
 </context>
 <context>
+    <name>ostrel::GoToHeightDialog</name>
+    <message>
+        <source>Go to a height</source>
+        <translation>移动到指定高度</translation>
+    </message>
+    <message>
+        <source>Move the desk to (%1):</source>
+        <translation>将桌子移动到（%1）：</translation>
+    </message>
+    <message>
+        <source>Between %1 and %2 %3</source>
+        <translation>范围：%1 至 %2 %3</translation>
+    </message>
+    <message>
+        <source>Go</source>
+        <translation>移动</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Moving the desk to %1 %2…</source>
+        <translation>正在将升降桌移动到 %1 %2…</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::HeightSaveHelpVC</name>
     <message>
         <source>How to Save Height Presets</source>
@@ -69,6 +132,10 @@
     <message>
         <source>Customize</source>
         <translation>自定义</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
     </message>
 </context>
 <context>
@@ -201,6 +268,17 @@
     <message>
         <source>Now</source>
         <translation>现在</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::StandingProgressView</name>
+    <message>
+        <source>Standing time today against your goal; click for your activity</source>
+        <translation>今日站立时间与目标对比；点击查看活动</translation>
+    </message>
+    <message>
+        <source>Standing today %1</source>
+        <translation>今日站立 %1</translation>
     </message>
 </context>
 </TS>

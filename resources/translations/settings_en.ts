@@ -2,6 +2,87 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en">
 <context>
+    <name>ostrel::ActivityPage</name>
+    <message>
+        <source>Activity</source>
+        <translation>Activity</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ActivityView</name>
+    <message>
+        <source>Export</source>
+        <translation>Export</translation>
+    </message>
+    <message>
+        <source>CSV files (*.csv)</source>
+        <translation>CSV files (*.csv)</translation>
+    </message>
+    <message>
+        <source>Last 7 days</source>
+        <translation>Last 7 days</translation>
+    </message>
+    <message>
+        <source>Last 30 days</source>
+        <translation>Last 30 days</translation>
+    </message>
+    <message>
+        <source> min</source>
+        <translation> min</translation>
+    </message>
+    <message>
+        <source> cm</source>
+        <translation> cm</translation>
+    </message>
+    <message>
+        <source>Automatic</source>
+        <translation>Automatic</translation>
+    </message>
+    <message>
+        <source>Daily standing goal</source>
+        <translation>Daily standing goal</translation>
+    </message>
+    <message>
+        <source>Standing from</source>
+        <translation>Standing from</translation>
+    </message>
+    <message>
+        <source>Export days...</source>
+        <translation>Export days...</translation>
+    </message>
+    <message>
+        <source>Export intervals...</source>
+        <translation>Export intervals...</translation>
+    </message>
+    <message>
+        <source>Standing today: %1 of your %2 goal</source>
+        <translation>Standing today: %1 of your %2 goal</translation>
+    </message>
+    <message numerus="yes">
+        <source>Streak: %n day(s)</source>
+        <translation>
+            <numerusform>Streak: %n day</numerusform>
+            <numerusform>Streak: %n days</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Average transitions per day: %1</source>
+        <translation>Average transitions per day: %1</translation>
+    </message>
+    <message>
+        <source>Sitting</source>
+        <translation>Sitting</translation>
+    </message>
+    <message>
+        <source>Standing</source>
+        <translation>Standing</translation>
+    </message>
+    <message>
+        <source>Away</source>
+        <translation>Away</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::AntiCollisionHelpVC</name>
     <message>
         <source>Anti-collision function</source>
@@ -107,11 +188,105 @@ A reset also clears the height presets stored on the desk.</translation>
     </message>
     <message>
         <source>Alt + Cmd</source>
-        <translation>Alt + Cmd</translation>
+        <translation>Alt + Super</translation>
     </message>
     <message>
         <source>Ctrl + Cmd</source>
-        <translation>Ctrl + Cmd</translation>
+        <translation>Ctrl + Super</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ShortcutCommandsView</name>
+    <message>
+        <source>Bind these commands to keys in your desktop&apos;s keyboard settings; each acts as the shortcut would.</source>
+        <translation>Bind these commands to keys in your desktop&apos;s keyboard settings; each acts as the shortcut would.</translation>
+    </message>
+    <message>
+        <source>Up</source>
+        <translation>Up</translation>
+    </message>
+    <message>
+        <source>Down</source>
+        <translation>Down</translation>
+    </message>
+    <message>
+        <source>Sitting</source>
+        <translation>Sitting</translation>
+    </message>
+    <message>
+        <source>Standing</source>
+        <translation>Standing</translation>
+    </message>
+    <message>
+        <source>M1</source>
+        <translation>M1</translation>
+    </message>
+    <message>
+        <source>M2</source>
+        <translation>M2</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>Move to 110 cm</source>
+        <translation>Move to 110 cm</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Copy</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewHomeAutomation</name>
+    <message>
+        <source>Home automation</source>
+        <translation>Home automation</translation>
+    </message>
+    <message>
+        <source>Publish the desk to Home Assistant over MQTT</source>
+        <translation>Publish the desk to Home Assistant over MQTT</translation>
+    </message>
+    <message>
+        <source>Use TLS</source>
+        <translation>Use TLS</translation>
+    </message>
+    <message>
+        <source>Allow control from Home Assistant</source>
+        <translation>Allow control from Home Assistant</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Unchanged</source>
+        <translation>Unchanged</translation>
+    </message>
+    <message>
+        <source>The system&apos;s certificates</source>
+        <translation>The system&apos;s certificates</translation>
+    </message>
+    <message>
+        <source>Broker</source>
+        <translation>Broker</translation>
+    </message>
+    <message>
+        <source>Port</source>
+        <translation>Port</translation>
+    </message>
+    <message>
+        <source>User name</source>
+        <translation>User name</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Password</translation>
+    </message>
+    <message>
+        <source>CA file</source>
+        <translation>CA file</translation>
     </message>
 </context>
 <context>
@@ -247,33 +422,6 @@ A reset also clears the height presets stored on the desk.</translation>
     </message>
 </context>
 <context>
-    <name>ostrel::ViewSitStand</name>
-    <message>
-        <source>Sit-stand alternation</source>
-        <translation>Sit-stand alternation</translation>
-    </message>
-    <message>
-        <source>Sit-stand reminder</source>
-        <translation>Sit-stand reminder</translation>
-    </message>
-    <message>
-        <source>Reminder interval</source>
-        <translation>Reminder interval</translation>
-    </message>
-    <message>
-        <source>Notification sound</source>
-        <translation>Notification sound</translation>
-    </message>
-    <message>
-        <source>%1min</source>
-        <translation>%1min</translation>
-    </message>
-    <message>
-        <source>%1h</source>
-        <translation>%1h</translation>
-    </message>
-</context>
-<context>
     <name>ostrel::ViewShortcutKeys</name>
     <message>
         <source>Up</source>
@@ -305,11 +453,11 @@ A reset also clears the height presets stored on the desk.</translation>
     </message>
     <message>
         <source>Alt + Cmd +</source>
-        <translation>Alt + Cmd +</translation>
+        <translation>Alt + Super +</translation>
     </message>
     <message>
         <source>Ctrl + Cmd +</source>
-        <translation>Ctrl + Cmd +</translation>
+        <translation>Ctrl + Super +</translation>
     </message>
     <message>
         <source>Shift +</source>
@@ -322,6 +470,57 @@ A reset also clears the height presets stored on the desk.</translation>
     <message>
         <source>Another application already uses %1: these keys do nothing here.</source>
         <translation>Another application already uses %1: these keys do nothing here.</translation>
+    </message>
+    <message>
+        <source>Shift is how text is selected</source>
+        <translation>Shift is how text is selected</translation>
+    </message>
+    <message>
+        <source>Shift + arrows and Shift + digits select and type text in every other application: with Shift, selecting lines in an editor moves the desk. Ctrl + Super keeps them apart.</source>
+        <translation>Shift + arrows and Shift + digits select and type text in every other application: with Shift, selecting lines in an editor moves the desk. Ctrl + Super keeps them apart.</translation>
+    </message>
+    <message>
+        <source>Use Ctrl + Super</source>
+        <translation>Use Ctrl + Super</translation>
+    </message>
+    <message>
+        <source>Use Shift anyway</source>
+        <translation>Use Shift anyway</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewSitStand</name>
+    <message>
+        <source>Sit-stand alternation</source>
+        <translation>Sit-stand alternation</translation>
+    </message>
+    <message>
+        <source>Sit-stand reminder</source>
+        <translation>Sit-stand reminder</translation>
+    </message>
+    <message>
+        <source>Reminder interval</source>
+        <translation>Reminder interval</translation>
+    </message>
+    <message>
+        <source>Notification sound</source>
+        <translation>Notification sound</translation>
+    </message>
+    <message>
+        <source>%1min</source>
+        <translation>%1min</translation>
+    </message>
+    <message>
+        <source>%1h</source>
+        <translation>%1h</translation>
+    </message>
+    <message>
+        <source>Turn on the sit-stand reminder first</source>
+        <translation>Turn on the sit-stand reminder first</translation>
     </message>
 </context>
 <context>
@@ -365,6 +564,10 @@ A reset also clears the height presets stored on the desk.</translation>
     <message>
         <source>Centimeters</source>
         <translation>Centimeters</translation>
+    </message>
+    <message>
+        <source>Home automation</source>
+        <translation>Home automation</translation>
     </message>
 </context>
 <context>

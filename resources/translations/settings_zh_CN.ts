@@ -2,6 +2,86 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN">
 <context>
+    <name>ostrel::ActivityPage</name>
+    <message>
+        <source>Activity</source>
+        <translation>活动</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ActivityView</name>
+    <message>
+        <source>Export</source>
+        <translation>导出</translation>
+    </message>
+    <message>
+        <source>CSV files (*.csv)</source>
+        <translation>CSV 文件 (*.csv)</translation>
+    </message>
+    <message>
+        <source>Last 7 days</source>
+        <translation>最近 7 天</translation>
+    </message>
+    <message>
+        <source>Last 30 days</source>
+        <translation>最近 30 天</translation>
+    </message>
+    <message>
+        <source> min</source>
+        <translation> 分钟</translation>
+    </message>
+    <message>
+        <source> cm</source>
+        <translation> 厘米</translation>
+    </message>
+    <message>
+        <source>Automatic</source>
+        <translation>自动</translation>
+    </message>
+    <message>
+        <source>Daily standing goal</source>
+        <translation>每日站立目标</translation>
+    </message>
+    <message>
+        <source>Standing from</source>
+        <translation>站立高度起点</translation>
+    </message>
+    <message>
+        <source>Export days...</source>
+        <translation>按天导出...</translation>
+    </message>
+    <message>
+        <source>Export intervals...</source>
+        <translation>按时段导出...</translation>
+    </message>
+    <message>
+        <source>Standing today: %1 of your %2 goal</source>
+        <translation>今日站立：%1，目标 %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>Streak: %n day(s)</source>
+        <translation>
+            <numerusform>连续达标：%n 天</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Average transitions per day: %1</source>
+        <translation>每日平均坐站切换：%1 次</translation>
+    </message>
+    <message>
+        <source>Sitting</source>
+        <translation>坐姿</translation>
+    </message>
+    <message>
+        <source>Standing</source>
+        <translation>站姿</translation>
+    </message>
+    <message>
+        <source>Away</source>
+        <translation>离开</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::AntiCollisionHelpVC</name>
     <message>
         <source>Anti-collision function</source>
@@ -107,11 +187,105 @@ A reset also clears the height presets stored on the desk.</source>
     </message>
     <message>
         <source>Alt + Cmd</source>
-        <translation>Alt + Cmd</translation>
+        <translation>Alt + Super</translation>
     </message>
     <message>
         <source>Ctrl + Cmd</source>
-        <translation>Ctrl + Cmd</translation>
+        <translation>Ctrl + Super</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ShortcutCommandsView</name>
+    <message>
+        <source>Bind these commands to keys in your desktop&apos;s keyboard settings; each acts as the shortcut would.</source>
+        <translation>在桌面的键盘设置中将这些命令绑定到按键，每条命令的作用与对应的快捷键相同。</translation>
+    </message>
+    <message>
+        <source>Up</source>
+        <translation>上升</translation>
+    </message>
+    <message>
+        <source>Down</source>
+        <translation>下降</translation>
+    </message>
+    <message>
+        <source>Sitting</source>
+        <translation>坐姿</translation>
+    </message>
+    <message>
+        <source>Standing</source>
+        <translation>站姿</translation>
+    </message>
+    <message>
+        <source>M1</source>
+        <translation>M1</translation>
+    </message>
+    <message>
+        <source>M2</source>
+        <translation>M2</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Move to 110 cm</source>
+        <translation>移动到 110 cm</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>复制</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewHomeAutomation</name>
+    <message>
+        <source>Home automation</source>
+        <translation>家庭自动化</translation>
+    </message>
+    <message>
+        <source>Publish the desk to Home Assistant over MQTT</source>
+        <translation>通过 MQTT 将升降桌发布到 Home Assistant</translation>
+    </message>
+    <message>
+        <source>Use TLS</source>
+        <translation>使用 TLS</translation>
+    </message>
+    <message>
+        <source>Allow control from Home Assistant</source>
+        <translation>允许 Home Assistant 控制</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Unchanged</source>
+        <translation>未更改</translation>
+    </message>
+    <message>
+        <source>The system&apos;s certificates</source>
+        <translation>系统证书</translation>
+    </message>
+    <message>
+        <source>Broker</source>
+        <translation>代理服务器</translation>
+    </message>
+    <message>
+        <source>Port</source>
+        <translation>端口</translation>
+    </message>
+    <message>
+        <source>User name</source>
+        <translation>用户名</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>密码</translation>
+    </message>
+    <message>
+        <source>CA file</source>
+        <translation>CA 文件</translation>
     </message>
 </context>
 <context>
@@ -247,33 +421,6 @@ A reset also clears the height presets stored on the desk.</source>
     </message>
 </context>
 <context>
-    <name>ostrel::ViewSitStand</name>
-    <message>
-        <source>Sit-stand alternation</source>
-        <translation>坐站交替</translation>
-    </message>
-    <message>
-        <source>Sit-stand reminder</source>
-        <translation>坐站提醒</translation>
-    </message>
-    <message>
-        <source>Reminder interval</source>
-        <translation>提醒间隔</translation>
-    </message>
-    <message>
-        <source>Notification sound</source>
-        <translation>提醒声音</translation>
-    </message>
-    <message>
-        <source>%1min</source>
-        <translation>%1分钟</translation>
-    </message>
-    <message>
-        <source>%1h</source>
-        <translation>%1小时</translation>
-    </message>
-</context>
-<context>
     <name>ostrel::ViewShortcutKeys</name>
     <message>
         <source>Up</source>
@@ -305,11 +452,11 @@ A reset also clears the height presets stored on the desk.</source>
     </message>
     <message>
         <source>Alt + Cmd +</source>
-        <translation>Alt + Cmd +</translation>
+        <translation>Alt + Super +</translation>
     </message>
     <message>
         <source>Ctrl + Cmd +</source>
-        <translation>Ctrl + Cmd +</translation>
+        <translation>Ctrl + Super +</translation>
     </message>
     <message>
         <source>Shift +</source>
@@ -322,6 +469,57 @@ A reset also clears the height presets stored on the desk.</source>
     <message>
         <source>Another application already uses %1: these keys do nothing here.</source>
         <translation>其他应用已占用 %1：这些按键在本应用中无效。</translation>
+    </message>
+    <message>
+        <source>Shift is how text is selected</source>
+        <translation>Shift 是选择文本用的按键</translation>
+    </message>
+    <message>
+        <source>Shift + arrows and Shift + digits select and type text in every other application: with Shift, selecting lines in an editor moves the desk. Ctrl + Super keeps them apart.</source>
+        <translation>在其他所有应用中，Shift + 方向键和 Shift + 数字用于选择和输入文本：使用 Shift 时，在编辑器中选择几行文字就会移动桌子。Ctrl + Super 可以避免冲突。</translation>
+    </message>
+    <message>
+        <source>Use Ctrl + Super</source>
+        <translation>使用 Ctrl + Super</translation>
+    </message>
+    <message>
+        <source>Use Shift anyway</source>
+        <translation>仍然使用 Shift</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+</context>
+<context>
+    <name>ostrel::ViewSitStand</name>
+    <message>
+        <source>Sit-stand alternation</source>
+        <translation>坐站交替</translation>
+    </message>
+    <message>
+        <source>Sit-stand reminder</source>
+        <translation>坐站提醒</translation>
+    </message>
+    <message>
+        <source>Reminder interval</source>
+        <translation>提醒间隔</translation>
+    </message>
+    <message>
+        <source>Notification sound</source>
+        <translation>提醒声音</translation>
+    </message>
+    <message>
+        <source>%1min</source>
+        <translation>%1分钟</translation>
+    </message>
+    <message>
+        <source>%1h</source>
+        <translation>%1小时</translation>
+    </message>
+    <message>
+        <source>Turn on the sit-stand reminder first</source>
+        <translation>请先打开坐站提醒</translation>
     </message>
 </context>
 <context>
@@ -344,7 +542,7 @@ A reset also clears the height presets stored on the desk.</source>
     </message>
     <message>
         <source>English</source>
-        <translation>English</translation>
+        <translation>简体中文</translation>
     </message>
     <message>
         <source>Clear cache</source>
@@ -365,6 +563,10 @@ A reset also clears the height presets stored on the desk.</source>
     <message>
         <source>Centimeters</source>
         <translation>厘米</translation>
+    </message>
+    <message>
+        <source>Home automation</source>
+        <translation>家庭自动化</translation>
     </message>
 </context>
 <context>

@@ -2,8 +2,6 @@
 
 namespace ostrel::config {
 
-// Opened by the error screen's help button.
-inline constexpr char kSupportUrl[] = "https://ostrel.example.com/support";
 // The single-instance service on the session bus; a second launch asks it to show the window.
 inline constexpr char kDBusService[] = "com.ostrel.motion";
 inline constexpr char kDBusPath[] = "/com/ostrel/motion";

@@ -1,10 +1,12 @@
 #include "AppDelegate.h"
 
 #include "CacheRule.h"
+#include "DesktopTrayPresence.h"
 #include "OMBaseModalWindow.h"
 #include "OMPersistentContainer.h"
 #include "StatusMenu.h"
 #include "SystemServices.h"
+#include "TrayDeskMenu.h"
 #include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
 #include "platform/Autostart.h"
@@ -21,11 +23,14 @@
 #include "transport/BluetoothTool.h"
 #include "transport/RBBluetoothManager.h"
 #include "widgets/OMAlert.h"
+#include "widgets/OMAppStyle.h"
 #include "widgets/OMImage.h"
 #include "widgets/OMScreenRouter.h"
 #include "widgets/OMWindowIdentifier.h"
 
 #include <QApplication>
+#include <QCloseEvent>
+#include <QCursor>
 #include <QDir>
 #include <QSystemTrayIcon>
 
@@ -64,6 +69,7 @@ AppDelegate::~AppDelegate() {
 
 void AppDelegate::applicationDidFinishLaunching() {
     QApplication::setQuitOnLastWindowClosed(false);
+    OMAppStyle::install();
     m_isMoving = false;
     createStatusItem();
     actionSetSystomSetting();
@@ -73,21 +79,76 @@ void AppDelegate::applicationDidFinishLaunching() {
     goHome();
 }
 
+void AppDelegate::setTrayPresence(std::unique_ptr<TrayPresence> tray) {
+    m_tray = std::move(tray);
+}
+
+bool AppDelegate::hasTray() const {
+    return m_tray && m_tray->isAvailable();
+}
+
 void AppDelegate::createStatusItem() {
     m_menu = std::make_unique<StatusMenu>();
     connectMenu();
-    m_statusItem = new QSystemTrayIcon(OMImage::icon(QStringLiteral("common_toolbarlogo")), this);
-    m_statusItem->setToolTip(QStringLiteral("Ostrel Motion"));
-    m_statusItem->setContextMenu(m_menu.get());
-    connect(m_statusItem, &QSystemTrayIcon::activated, this,
-            [this](QSystemTrayIcon::ActivationReason reason) {
-                if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
-                    statusOnClick();
-            });
-    m_statusItem->show();
     // The same menu on the window itself: desktops without a tray still reach Quit.
     modalWindow()->addActions(m_menu->actions());
     modalWindow()->setContextMenuPolicy(Qt::ActionsContextMenu);
+    modalWindow()->installEventFilter(this);
+    qApp->installEventFilter(this);
+    if (!m_tray)
+        m_tray = std::make_unique<DesktopTrayPresence>(QDBusConnection::sessionBus());
+    connect(m_tray.get(), &TrayPresence::availabilityChanged, this, &AppDelegate::trayChanged);
+    if (m_tray->isAvailable())
+        showStatusItem();
+}
+
+// Made only once a tray is there: see DesktopTrayPresence.
+void AppDelegate::showStatusItem() {
+    if (!m_statusItem) {
+        m_statusItem =
+            new QSystemTrayIcon(OMImage::icon(QStringLiteral("common_toolbarlogo")), this);
+        m_statusItem->setToolTip(QStringLiteral("Ostrel Motion"));
+        m_statusItem->setContextMenu(m_menu.get());
+        connect(m_statusItem, &QSystemTrayIcon::activated, this,
+                [this](QSystemTrayIcon::ActivationReason reason) {
+                    if (reason == QSystemTrayIcon::Trigger)
+                        modalWindow()->toggleFromTray();
+                    else if (reason == QSystemTrayIcon::DoubleClick)
+                        statusOnClick();
+                    // A StatusNotifierItem host that draws no menu of its own (swaybar) asks
+                    // the application to show it; an XEmbed tray has already opened it.
+                    else if (reason == QSystemTrayIcon::Context && !m_menu->isVisible())
+                        m_menu->popup(QCursor::pos());
+                });
+        m_deskMenu = new TrayDeskMenu(m_statusItem, m_menu.get(), this);
+    }
+    m_statusItem->show();
+}
+
+// A tray that goes away must not take a hidden window with it.
+void AppDelegate::trayChanged(bool available) {
+    if (available) {
+        showStatusItem();
+        return;
+    }
+    OMBaseModalWindow* window = modalWindow();
+    if (window->content() && !window->isVisible())
+        window->showMinimized();
+}
+
+// Quitting closes every window, and refusing that close would cancel the quit: the close is
+// refused only until the application hears the quit (the filter on the application object
+// sees its events first).
+bool AppDelegate::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == qApp && event->type() == QEvent::Quit)
+        m_quitting = true;
+    if (watched == m_modalWindow.get() && event->type() == QEvent::Close && !m_quitting &&
+        !hasTray()) {
+        event->ignore();
+        clickMainMenuMiniSoftware();
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 void AppDelegate::connectMenu() {
@@ -152,6 +213,8 @@ void AppDelegate::showFirstScreen(bool bluetoothOpen) {
     window->centerOnScreen();
     if (!m_startHidden)
         window->bringToFront();
+    else if (!hasTray())
+        window->showMinimized();
     emit homeScreenShown(screen);
 }
 
@@ -171,6 +234,10 @@ void AppDelegate::clickMainMenuMiniSoftware() {
 }
 
 void AppDelegate::hideApplication() {
+    if (!hasTray()) {
+        clickMainMenuMiniSoftware();
+        return;
+    }
     const auto windows = QApplication::topLevelWidgets();
     for (QWidget* window : windows) {
         if (window->isWindow() && window->isVisible())

@@ -16,6 +16,8 @@ namespace ostrel {
 class OMBaseModalWindow;
 class OMPersistentContainer;
 class StatusMenu;
+class TrayDeskMenu;
+class TrayPresence;
 
 // The application object: starts the tray utility and its one window, decides the first screen,
 // applies the stored settings, answers the tray icon and its menu, and shuts down.
@@ -33,7 +35,12 @@ public:
     ~AppDelegate() override;
 
     // Started at login: only the tray icon shows; the window waits for the tray or a relaunch.
+    // Without a tray the window starts minimised instead.
     void setStartHidden(bool hidden) { m_startHidden = hidden; }
+    // Where the tray's presence comes from; by default the desktop's. Set before launching.
+    void setTrayPresence(std::unique_ptr<TrayPresence> tray);
+    // Whether a tray shows the icon: without one, nothing hides the window, it minimises.
+    bool hasTray() const;
     void applicationDidFinishLaunching();
     void actionSetSystomSetting();
     void actionPushToSearchVC();
@@ -55,8 +62,10 @@ public:
     QString foldName() const;
     void setFoldName(const QString& name);
     bool isMoving() const { return m_isMoving; }
+    // Null until a tray exists to show it.
     QSystemTrayIcon* statusItem() const { return m_statusItem; }
     StatusMenu* menu() const { return m_menu.get(); }
+    TrayDeskMenu* deskMenu() const { return m_deskMenu; }
     OMBaseModalWindow* modalWindow(); // created on first use
     OMPersistentContainer& persistentContainer();
     void setPersistentContainer(std::unique_ptr<OMPersistentContainer> container);
@@ -67,8 +76,13 @@ signals:
     // Termination was agreed; the event loop should end.
     void terminated();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void createStatusItem();
+    void showStatusItem();
+    void trayChanged(bool available);
     void connectMenu();
     void deleteLegacyFiles();
     void initPlist();
@@ -77,8 +91,11 @@ private:
 
     bool m_isMoving = false;
     bool m_startHidden = false;
+    bool m_quitting = false;
     QSystemTrayIcon* m_statusItem = nullptr;
     std::unique_ptr<StatusMenu> m_menu;
+    std::unique_ptr<TrayPresence> m_tray;
+    TrayDeskMenu* m_deskMenu = nullptr;
     std::unique_ptr<OMBaseModalWindow> m_modalWindow;
     std::unique_ptr<OMPersistentContainer> m_persistentContainer;
     TimerHandle m_settlePause;

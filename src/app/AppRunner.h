@@ -5,12 +5,14 @@
 
 namespace ostrel {
 
+class ActivityService;
 class AppDelegate;
 class DemoDesks;
+class HomeAutomationBridge;
 
 // The application between its QApplication and the end of its event loop: the shell, the demo
-// desks when asked for, termination from the menu or by a signal, and the orderly release of the
-// desk link once the loop has ended.
+// desks when asked for, the Home Assistant bridge, termination from the menu or by a signal, and
+// the orderly release of the desk link once the loop has ended.
 class AppRunner {
 public:
     // How long quitting waits for the desk to hear "no key" before the link goes.
@@ -21,6 +23,8 @@ public:
 
     AppDelegate& delegate() const { return *m_delegate; }
     DemoDesks* demo() const { return m_demo.get(); }
+    // The standing-time record, from launch until the loop ends.
+    ActivityService* activity() const { return m_activity.get(); }
 
     // Launches the shell and runs the event loop; returns its exit status.
     int exec();
@@ -34,6 +38,8 @@ private:
 
     std::unique_ptr<DemoDesks> m_demo;
     std::unique_ptr<AppDelegate> m_delegate;
+    std::unique_ptr<ActivityService> m_activity;
+    std::unique_ptr<HomeAutomationBridge> m_homeAutomation;
 };
 
 } // namespace ostrel

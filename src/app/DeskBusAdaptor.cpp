@@ -1,11 +1,15 @@
 #include "app/DeskBusAdaptor.h"
 
 #include "app/AppConfig.h"
+#include "session/ActivityRecorder.h"
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskLink.h"
 #include "session/DeskSession.h"
+#include "session/GlobalKeyDispatch.h"
+#include "session/HotKeyMovement.h"
 #include "session/LiveSession.h"
 #include "session/PresetKeys.h"
+#include "store/ActivityStore.h"
 
 #include <QDBusMessage>
 #include <QDBusMetaType>
@@ -29,6 +33,7 @@ const QString kInvalidArgs = QStringLiteral("org.freedesktop.DBus.Error.InvalidA
 DeskBusAdaptor::DeskBusAdaptor(QDBusConnection connection, QObject* host)
     : QDBusAbstractAdaptor(host), m_connection(std::move(connection)) {
     qDBusRegisterMetaType<PresetHeights>();
+    qDBusRegisterMetaType<ActivityDays>();
     LiveSession& live = LiveSession::instance();
     connect(&live, &LiveSession::currentChanged, this, &DeskBusAdaptor::follow);
     follow(live.current());
@@ -59,7 +64,8 @@ QString DeskBusAdaptor::unit() const {
 }
 
 bool DeskBusAdaptor::moving() const {
-    return connected() && (m_heightChanging || m_session->goToHeight().isMoving());
+    return connected() && (m_heightChanging || m_session->goToHeight().isMoving() ||
+                           m_session->hotKeyMovement().isMoving());
 }
 
 PresetHeights DeskBusAdaptor::presets() const {
@@ -108,6 +114,24 @@ void DeskBusAdaptor::Stop(const QDBusMessage& call) {
         session->stopMoving();
 }
 
+bool DeskBusAdaptor::Up(const QDBusMessage& call) {
+    return pressHotKey(QStringLiteral("GlobalKeyUp"), call);
+}
+
+bool DeskBusAdaptor::Down(const QDBusMessage& call) {
+    return pressHotKey(QStringLiteral("GlobalKeyDown"), call);
+}
+
+// The hot key's own path, so the movement has the hot keys' watchdogs and stops.
+bool DeskBusAdaptor::pressHotKey(const QString& name, const QDBusMessage& call) {
+    DeskSession* session = drivableSession(call);
+    if (!session)
+        return false;
+    session->globalKeys().globalKeyPush(name);
+    refresh();
+    return session->hotKeyMovement().isMoving();
+}
+
 DeskSession* DeskBusAdaptor::drivableSession(const QDBusMessage& call) {
     if (connected())
         return m_session;
@@ -131,6 +155,55 @@ void DeskBusAdaptor::moveTo(DeskSession& session, double cm, const QDBusMessage&
     else if (refusal == GoToHeight::Refusal::HeightUnknown)
         refuse(call, name(config::kHeightUnknownError), why);
     refresh();
+}
+
+// ---- Standing time ----
+
+namespace {
+
+uint todaySeconds(Posture posture) {
+    const ActivityRecorder* recorder = ActivityRecorder::current();
+    return recorder ? uint(recorder->report(1).today().of(posture) / 1000) : 0u;
+}
+
+} // namespace
+
+uint DeskBusAdaptor::standingToday() const {
+    return todaySeconds(Posture::Standing);
+}
+
+uint DeskBusAdaptor::sittingToday() const {
+    return todaySeconds(Posture::Sitting);
+}
+
+uint DeskBusAdaptor::standingGoal() const {
+    const ActivityRecorder* recorder = ActivityRecorder::current();
+    return recorder ? uint(recorder->goalMs() / 1000) : 0u;
+}
+
+void DeskBusAdaptor::setStandingGoal(uint seconds) {
+    if (ActivityRecorder* recorder = ActivityRecorder::current())
+        recorder->setGoalMs(qint64(seconds) * 1000);
+}
+
+uint DeskBusAdaptor::standingStreak() const {
+    const ActivityRecorder* recorder = ActivityRecorder::current();
+    return recorder ? uint(recorder->report(1).streakDays) : 0u;
+}
+
+double DeskBusAdaptor::standingThreshold() const {
+    const ActivityRecorder* recorder = ActivityRecorder::current();
+    return recorder ? recorder->thresholdCm() : ActivityReport::kDefaultThresholdCm;
+}
+
+ActivityDays DeskBusAdaptor::History(uint days) {
+    ActivityDays result;
+    if (const ActivityRecorder* recorder = ActivityRecorder::current()) {
+        for (const DayTotals& day :
+             recorder->report(int(std::min(days, uint(ActivityStore::kKeptDays)))).days)
+            result.append(ActivityReport::dayToJson(day).toVariantMap());
+    }
+    return result;
 }
 
 // ---- Change announcements ----

@@ -17,6 +17,9 @@ class DeskSession;
 
 // Preset name (sit, stand, m1, m2) to whole centimetres, 0 = not set.
 using PresetHeights = QMap<QString, uint>;
+// Days of the standing-time record, oldest first: date, sitting_s, standing_s, away_s,
+// transitions.
+using ActivityDays = QList<QVariantMap>;
 
 // The desk on the session bus, for scripts: its state as properties and moves as methods
 // (resources/dbus/com.ostrel.Motion.Desk1.xml). It drives the session of the control screen
@@ -31,6 +34,11 @@ class DeskBusAdaptor : public QDBusAbstractAdaptor {
     Q_PROPERTY(QString Unit READ unit)
     Q_PROPERTY(bool Moving READ moving)
     Q_PROPERTY(ostrel::PresetHeights Presets READ presets)
+    Q_PROPERTY(uint StandingToday READ standingToday)
+    Q_PROPERTY(uint SittingToday READ sittingToday)
+    Q_PROPERTY(uint StandingGoal READ standingGoal WRITE setStandingGoal)
+    Q_PROPERTY(uint StandingStreak READ standingStreak)
+    Q_PROPERTY(double StandingThreshold READ standingThreshold)
 public:
     // Property changes go out at most this often; a moving desk changes height every poll.
     static constexpr Scheduler::Duration kChangeInterval{250};
@@ -46,12 +54,24 @@ public:
     QString unit() const;
     bool moving() const;
     PresetHeights presets() const;
+    // The standing-time record, the open interval included; 0 while no record is kept.
+    uint standingToday() const;
+    uint sittingToday() const;
+    uint standingGoal() const;
+    void setStandingGoal(uint seconds);
+    uint standingStreak() const;
+    double standingThreshold() const;
 
     // Each call carries its message, so that a refusal can answer it with an error.
 public slots:
     void MoveTo(double cm, const QDBusMessage& call);
     void RecallPreset(const QString& name, const QDBusMessage& call);
     void Stop(const QDBusMessage& call);
+    ostrel::ActivityDays History(uint days);
+    // As the Up and Down hot keys: start a movement, or stop the one in progress. Answers
+    // whether the desk now moves.
+    bool Up(const QDBusMessage& call);
+    bool Down(const QDBusMessage& call);
 
 private:
     void follow(DeskSession* session);
@@ -59,6 +79,7 @@ private:
     // The session to drive, or an error reply and null.
     DeskSession* drivableSession(const QDBusMessage& call);
     void moveTo(DeskSession& session, double cm, const QDBusMessage& call);
+    bool pressHotKey(const QString& name, const QDBusMessage& call);
     void refuse(const QDBusMessage& call, const QString& error, const QString& text);
     QVariantMap snapshot() const;
     void refresh();

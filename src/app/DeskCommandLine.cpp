@@ -1,5 +1,6 @@
 #include "app/DeskCommandLine.h"
 
+#include "app/ActivityStatsCommand.h"
 #include "app/AppConfig.h"
 #include "app/DeskBusAdaptor.h"
 
@@ -29,7 +30,12 @@ constexpr std::array kVerbs{
     Verb{"move-to", "cm", "Move the connected desk to a height in centimetres, then exit."},
     Verb{"preset", "name", "Move the connected desk to a preset (sit, stand, m1, m2), then exit."},
     Verb{"stop", "", "Stop the connected desk, then exit."},
+    Verb{"stats", "", "Print standing time: today, the goal, the streak and recent days."},
+    Verb{"up", "", "As the Up shortcut: move the desk up, or stop it if it moves, then exit."},
+    Verb{"down", "",
+         "As the Down shortcut: move the desk down, or stop it if it moves, then exit."},
 };
+constexpr char kDays[] = "days";
 constexpr char kJson[] = "json";
 constexpr char kDBusProperties[] = "org.freedesktop.DBus.Properties";
 
@@ -68,14 +74,24 @@ QJsonObject json(const QVariantMap& properties) {
             {QStringLiteral("presets"), presets}};
 }
 
+// A verb's value, or for --stats the number of days.
+QString argumentOf(const QCommandLineParser& parser, const Verb& verb) {
+    if (std::strcmp(verb.name, "stats") == 0)
+        return parser.value(text(kDays));
+    return *verb.valueName ? parser.value(text(verb.name)) : QString();
+}
+
 } // namespace
 
 void DeskCommandLine::addOptions(QCommandLineParser& parser) {
     for (const Verb& verb : kVerbs)
         parser.addOption(
             QCommandLineOption(text(verb.name), text(verb.description), text(verb.valueName)));
-    parser.addOption(
-        QCommandLineOption(text(kJson), QStringLiteral("With --status: print one JSON object.")));
+    parser.addOption(QCommandLineOption(
+        text(kJson), QStringLiteral("With --status or --stats: print one JSON object.")));
+    parser.addOption(QCommandLineOption(
+        text(kDays), QStringLiteral("With --stats: how many days to list (default 7)."),
+        QStringLiteral("n")));
 }
 
 std::optional<DeskCommandLine::Request>
@@ -83,8 +99,7 @@ DeskCommandLine::requestFrom(const QCommandLineParser& parser) {
     for (const Verb& verb : kVerbs) {
         const QString name = text(verb.name);
         if (parser.isSet(name))
-            return Request{name, *verb.valueName ? parser.value(name) : QString(),
-                           parser.isSet(text(kJson))};
+            return Request{name, argumentOf(parser, verb), parser.isSet(text(kJson))};
     }
     return std::nullopt;
 }
@@ -114,12 +129,27 @@ DeskCommandLine::DeskCommandLine(QDBusConnection connection, QTextStream& out, Q
 int DeskCommandLine::run(const Request& request) {
     if (request.verb == u"status")
         return status(request.json);
+    if (request.verb == u"stats")
+        return ActivityStatsCommand(m_connection, m_out, m_err).run(request.argument, request.json);
     if (request.verb == u"move-to")
         return moveTo(request.argument);
     if (request.verb == u"preset")
         return call(QStringLiteral("RecallPreset"), {request.argument},
                     QStringLiteral("Moving to the %1 preset").arg(request.argument.toLower()));
+    if (request.verb == u"up" || request.verb == u"down")
+        return toggle(request.verb);
     return call(QStringLiteral("Stop"), {}, QStringLiteral("Stopped"));
+}
+
+int DeskCommandLine::toggle(const QString& direction) {
+    const QString method = direction == u"up" ? QStringLiteral("Up") : QStringLiteral("Down");
+    const QDBusMessage reply = send(text(config::kDeskInterface), method, {});
+    if (reply.type() != QDBusMessage::ReplyMessage)
+        return failed(QDBusError(reply));
+    m_out << (reply.arguments().value(0).toBool() ? QStringLiteral("Moving %1").arg(direction)
+                                                  : QStringLiteral("Stopped"))
+          << Qt::endl;
+    return kOk;
 }
 
 int DeskCommandLine::status(bool asJson) {

@@ -13,8 +13,10 @@ class QTextStream;
 namespace ostrel {
 
 // The command-line verbs that drive the desk of a running instance over the session bus:
-// --status (with --json), --move-to CM, --preset NAME and --stop. Each prints one line and
-// ends with an exit code that tells scripts what went wrong.
+// --status (with --json), --move-to CM, --preset NAME, --stop, and --up and --down, which act as
+// the hot keys of that direction (start a movement or stop the one in progress); and --stats,
+// which also works without a running instance. Each prints one line and ends with an exit code
+// that tells scripts what went wrong.
 class DeskCommandLine {
 public:
     enum ExitCode : int {
@@ -28,7 +30,7 @@ public:
     static constexpr int kCallTimeoutMs = 5000;
 
     struct Request {
-        QString verb; // "status", "move-to", "preset" or "stop"
+        QString verb; // "status", "move-to", "preset", "stop", "up", "down" or "stats"
         QString argument;
         bool json = false;
     };
@@ -47,6 +49,7 @@ public:
 private:
     int status(bool json);
     int moveTo(const QString& argument);
+    int toggle(const QString& direction);
     int call(const QString& method, const QVariantList& arguments, const QString& done);
     QDBusMessage send(const QString& interface, const QString& method,
                       const QVariantList& arguments) const;

@@ -1,6 +1,6 @@
 #include "HomeErrorVC.h"
 
-#include "AppConfig.h"
+#include "LocalPreference.h"
 #include "OMBaseModalWindow.h"
 #include "platform/DesktopNotifications.h"
 #include "platform/Platform.h"
@@ -8,9 +8,12 @@
 #include "widgets/OMWindowIdentifier.h"
 
 #include <QDesktopServices>
+#include <QDir>
+#include <QFile>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QUrl>
 
 namespace ostrel {
@@ -79,7 +82,7 @@ QString HomeErrorVC::errorCodeText(long code) {
 }
 
 bool HomeErrorVC::isResetCode(long code) {
-    return code >= 0 && code <= 37 && ((kResetCodeMask >> code) & 1U) != 0;
+    return DeskStatus::needsReset(code);
 }
 
 QString HomeErrorVC::titleText(long code) {
@@ -102,17 +105,25 @@ QString HomeErrorVC::windowIdentifier() {
     return OMWindowIdentifier::prefix() + QStringLiteral(".HomeErrorWindowIdentifier");
 }
 
-HomeErrorVC* HomeErrorVC::showError(long errorCode) {
-    auto* window = qobject_cast<OMBaseModalWindow*>(OMWindowIdentifier::find(windowIdentifier()));
-    if (!window) {
-        window = new OMBaseModalWindow(QSize());
-        window->setAttribute(Qt::WA_DeleteOnClose);
-        OMWindowIdentifier::assign(window, windowIdentifier());
-        window->setContent(new HomeErrorVC(errorCode));
-        window->centerOnScreen();
-    }
-    window->bringToFront();
-    return qobject_cast<HomeErrorVC*>(window->content());
+QWidget* HomeErrorVC::makeWindow(long errorCode) {
+    auto* window = new OMBaseModalWindow(QSize());
+    OMWindowIdentifier::assign(window, windowIdentifier());
+    window->setContent(new HomeErrorVC(errorCode));
+    window->centerOnScreen();
+    return window;
+}
+
+QUrl HomeErrorVC::helpPage() {
+    const QString suffix =
+        LocalPreference::translationSuffix(LocalPreference::getCurrentBundleWithLocalizeString());
+    const QString shipped = QStringLiteral(":/help/desk-faults_%1.html").arg(suffix);
+    // A browser cannot read the application's resources: the page goes to a file first.
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+    const QString path = folder + QStringLiteral("/desk-faults_%1.html").arg(suffix);
+    QDir().mkpath(folder);
+    QFile::remove(path);
+    QFile::copy(shipped, path);
+    return QUrl::fromLocalFile(path);
 }
 
 void HomeErrorVC::showEvent(QShowEvent* event) {
@@ -121,7 +132,7 @@ void HomeErrorVC::showEvent(QShowEvent* event) {
 }
 
 void HomeErrorVC::actionHelp() {
-    QDesktopServices::openUrl(QUrl(QLatin1String(config::kSupportUrl)));
+    QDesktopServices::openUrl(helpPage());
 }
 
 void HomeErrorVC::actionUnderstood() {

@@ -1,22 +1,22 @@
 #pragma once
 
+#include "session/DeskStatus.h"
+
 #include <QWidget>
-#include <cstdint>
 
 class QLabel;
+class QUrl;
 
 namespace ostrel {
 
-// What the desk's fault means to the user, in a window of its own. Created once for the first
-// fault; later faults only bring that window back with its first texts.
+// What the desk's fault means to the user, in a window of its own. The control screen makes it
+// once, for the first fault; later faults only bring that window back with its first texts.
 class HomeErrorVC : public QWidget {
     Q_OBJECT
 public:
-    // The codes 0-37 that a reset of the desk clears.
-    static constexpr std::uint64_t kResetCodeMask = 0x3F07F0FB80;
-    static constexpr long kCodeChildLock = 0xCCCC;
-    static constexpr long kCodeReset = 0xFFFF;
-    static constexpr long kCodeSlideDown = 0xEEEE;
+    static constexpr long kCodeChildLock = DeskStatus::kCodeChildLock;
+    static constexpr long kCodeReset = DeskStatus::kCodeReset;
+    static constexpr long kCodeSlideDown = DeskStatus::kCodeSlideDown;
 
     explicit HomeErrorVC(long errorCode, QWidget* parent = nullptr);
 
@@ -25,8 +25,11 @@ public:
     static QString titleText(long code);
     static bool isResetCode(long code);
 
-    // Opens the error window for `errorCode`, or brings the one already open to the front.
-    static HomeErrorVC* showError(long errorCode);
+    // A new error window for `errorCode`, centred and not yet shown. Closing it only hides it:
+    // whoever made it shows it again for later faults, and deletes it.
+    static QWidget* makeWindow(long errorCode);
+    // The help page shipped with the application, in the language in use, as a local file.
+    static QUrl helpPage();
     static QString windowIdentifier();
 
 protected:

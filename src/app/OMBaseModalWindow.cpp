@@ -1,54 +1,107 @@
 #include "OMBaseModalWindow.h"
 
 #include "widgets/OMImage.h"
+#include "widgets/OMWindowIdentifier.h"
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <QScreen>
+#include <QScrollArea>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace ostrel {
 
 OMBaseModalWindow::OMBaseModalWindow(QSize size, QWidget* parent)
-    : QWidget(parent, Qt::Window), m_layout(new QVBoxLayout(this)) {
-    m_layout->setContentsMargins(0, 0, 0, 0);
-    // The home window keeps one size for every screen, so it does not jump as they change.
-    if (size.isEmpty())
-        m_layout->setSizeConstraint(QLayout::SetFixedSize);
-    else
-        setFixedSize(size);
+    : QWidget(parent, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                          Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
+                          Qt::WindowCloseButtonHint),
+      m_size(size), m_scroll(new QScrollArea(this)) {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_scroll);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setWindowTitle(QStringLiteral("Ostrel Motion"));
     setWindowIcon(OMImage::icon(QStringLiteral("common_toolbarlogo")));
+    fitToScreen();
 }
 
 void OMBaseModalWindow::setContent(QWidget* screen) {
     if (m_content) {
-        m_layout->removeWidget(m_content);
+        m_scroll->takeWidget();
         m_content->hide();
         m_content->deleteLater();
     }
     m_content = screen;
     if (screen) {
-        m_layout->addWidget(screen);
+        m_scroll->setWidget(screen);
         screen->show();
     }
+    fitToScreen();
+}
+
+QSize OMBaseModalWindow::fittedSize() const {
+    // Without a size of its own the window is as large as its screen wants to be.
+    QSize wanted = m_size;
+    if (wanted.isEmpty())
+        wanted = m_content ? m_content->sizeHint().expandedTo(m_content->minimumSizeHint())
+                           : QSize(1, 1);
+    const QScreen* target = screen() ? screen() : QGuiApplication::primaryScreen();
+    if (!target)
+        return wanted;
+    const QSize available = target->availableGeometry().size() - QSize(0, kFrameAllowance);
+    return wanted.boundedTo(available);
+}
+
+void OMBaseModalWindow::fitToScreen() {
+    setFixedSize(fittedSize());
+}
+
+void OMBaseModalWindow::showEvent(QShowEvent* event) {
+    // The window's screen is known for sure once it shows; it may move to another later.
+    if (QWindow* handle = windowHandle())
+        connect(handle, &QWindow::screenChanged, this, &OMBaseModalWindow::fitToScreen,
+                Qt::UniqueConnection);
+    fitToScreen();
+    QWidget::showEvent(event);
+}
+
+void OMBaseModalWindow::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::ActivationChange && !isActiveWindow())
+        m_deactivatedAt = Scheduler::instance().now();
+    QWidget::changeEvent(event);
+}
+
+bool OMBaseModalWindow::isInFront() const {
+    if (!isVisible() || isMinimized())
+        return false;
+    return isActiveWindow() || Scheduler::instance().now() - m_deactivatedAt < kRecentlyActive;
+}
+
+void OMBaseModalWindow::toggleFromTray() {
+    if (isInFront())
+        hide();
+    else
+        bringToFront();
 }
 
 void OMBaseModalWindow::centerOnScreen() {
     const QScreen* target = screen() ? screen() : QGuiApplication::primaryScreen();
     if (!target)
         return;
-    adjustSize();
+    fitToScreen();
+    const QRect available = target->availableGeometry();
     QRect frame = frameGeometry();
-    frame.moveCenter(target->availableGeometry().center());
+    frame.moveCenter(available.center());
+    // The title bar stays on the screen, so the window can always be moved.
+    frame.moveTop(qMax(frame.top(), available.top()));
     move(frame.topLeft());
 }
 
 void OMBaseModalWindow::bringToFront() {
-    if (isMinimized())
-        showNormal();
-    show();
-    raise();
-    activateWindow();
+    OMWindowIdentifier::bringToFront(this);
 }
 
 } // namespace ostrel

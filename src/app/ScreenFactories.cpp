@@ -1,5 +1,6 @@
 #include "ScreenFactories.h"
 
+#include "app/HomeErrorVC.h"
 #include "app/SystemServices.h"
 #include "session/DeskControlVC.h"
 #include "settings/DevicePages.h"
@@ -28,6 +29,7 @@ void ScreenFactories::registerAll() {
     router.registerScreen(QLatin1String(screens::kDeskType), factory<DeskTypeVC>());
     router.registerScreen(QLatin1String(screens::kBluetoothSearch), factory<BluetoothSearchVC>());
     router.registerScreen(QLatin1String(screens::kNoBluetooth), factory<NoBluetoothVC>());
+    DeskControlVC::setErrorScreenFactory(&HomeErrorVC::makeWindow);
     router.registerScreen(QLatin1String(screens::kDeskControl), [] {
         auto* control = new DeskControlVC;
         SettingsNavigation::attach(*control);

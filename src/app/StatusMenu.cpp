@@ -4,6 +4,7 @@ namespace ostrel {
 
 StatusMenu::StatusMenu(QWidget* parent) : QMenu(parent) {
     aboutOstrel = addAction(QString());
+    activity = addAction(QString());
     HideOstrelMotion = addAction(QString());
     addSeparator();
     windowMenu = addMenu(QString());
@@ -23,6 +24,7 @@ StatusMenu::StatusMenu(QWidget* parent) : QMenu(parent) {
 
 void StatusMenu::setTitles() {
     aboutOstrel->setText(tr("关于Sorvix"));
+    activity->setText(tr("Activity"));
     HideOstrelMotion->setText(tr("隐藏Sorvix"));
     QuitOstrelMotion->setText(tr("退出Sorvix"));
     mainMenuWindow->setText(tr("窗口"));

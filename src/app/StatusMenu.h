@@ -5,9 +5,9 @@
 
 namespace ostrel {
 
-// The application menu, opened from the tray icon: About, Hide, the Window submenu with
-// Minimise, Start at login, and Quit. Titles are set from the translations when the application
-// starts.
+// The application menu, opened from the tray icon: About, Activity, Hide, the Window submenu
+// with Minimise, Start at login, and Quit. Titles are set from the translations when the
+// application starts.
 class StatusMenu : public QMenu {
     Q_OBJECT
 public:
@@ -16,6 +16,7 @@ public:
     void setTitles();
 
     QPointer<QAction> aboutOstrel;
+    QPointer<QAction> activity;
     QPointer<QAction> HideOstrelMotion;
     QPointer<QAction> QuitOstrelMotion;
     QPointer<QAction> mainMenuWindow;

@@ -24,6 +24,9 @@ public:
     void advance(Duration delta);
     // Runs the jobs due now without moving time (e.g. zero-delay hops).
     void runDue() { advance(Duration::zero()); }
+    // Sets the wall clock forward or back without steady time passing (a time zone change, an
+    // NTP correction).
+    void shiftWall(Duration delta) { m_wallStart = m_wallStart.addMSecs(delta.count()); }
     std::size_t pendingCount() const { return m_jobs.size(); }
 
 private:

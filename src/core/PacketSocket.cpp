@@ -44,10 +44,9 @@ void PacketSocket::drop(QPointer<PacketSocket>& socket, const QObject* holder) {
     socket = nullptr;
 }
 
-int PacketSocket::send(const QByteArray& packet) {
-    const ssize_t sent = ::send(m_descriptor, packet.constData(),
-                                static_cast<size_t>(packet.size()), MSG_NOSIGNAL | MSG_DONTWAIT);
-    return sent == packet.size() ? 0 : (sent < 0 ? errno : EMSGSIZE);
+int PacketSocket::send(const void* data, std::size_t size) {
+    const ssize_t sent = ::send(m_descriptor, data, size, MSG_NOSIGNAL | MSG_DONTWAIT);
+    return sent == static_cast<ssize_t>(size) ? 0 : (sent < 0 ? errno : EMSGSIZE);
 }
 
 void PacketSocket::setReading(bool reading) {
@@ -67,7 +66,11 @@ void PacketSocket::readable() {
             emit hungUp();
             return;
         }
-        emit received(QByteArray(buffer, size));
+        if (const std::shared_ptr<PacketSink> sink = m_sink)
+            sink->received(
+                {reinterpret_cast<const std::uint8_t*>(buffer), static_cast<std::size_t>(size)});
+        else
+            emit received(QByteArray(buffer, size));
     }
 }
 

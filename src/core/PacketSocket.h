@@ -1,8 +1,11 @@
 #pragma once
 
+#include "PacketSink.h"
+
 #include <QByteArray>
 #include <QObject>
 #include <QPointer>
+#include <memory>
 #include <utility>
 
 class QSocketNotifier;
@@ -28,7 +31,12 @@ public:
 
     int descriptor() const { return m_descriptor; }
     // Sends one packet without blocking; 0, or the errno of the failure.
-    int send(const QByteArray& packet);
+    int send(const void* data, std::size_t size);
+    int send(const QByteArray& packet) {
+        return send(packet.constData(), static_cast<std::size_t>(packet.size()));
+    }
+    // While a sink is set, packets go to it instead of `received`.
+    void setSink(std::shared_ptr<PacketSink> sink) { m_sink = std::move(sink); }
     // Stops or resumes taking packets. While stopped, they queue up and the other end's sends
     // fail with EAGAIN once the queue is full; a hang-up goes unnoticed until reading resumes.
     void setReading(bool reading);
@@ -43,6 +51,7 @@ private:
 
     int m_descriptor;
     QSocketNotifier* m_notifier;
+    std::shared_ptr<PacketSink> m_sink;
 };
 
 } // namespace ostrel

@@ -14,14 +14,17 @@
 
 namespace ostrel {
 
-// On a Wayland session an X11 grab sees only the keys typed into X11 windows, so the portal
-// comes first there; X11 grabs serve X11 sessions (and Wayland sessions without the portal).
+// On a Wayland session an X11 grab would see only the keys typed into X11 windows, which looks
+// like shortcuts that work now and then: there the portal or none (the shortcut page then offers
+// commands to bind in the desktop's settings). X11 grabs serve X11 sessions.
 std::unique_ptr<GlobalKeyBackend> GlobalKeyBackend::forDesktop() {
     const bool waylandSession = qEnvironmentVariable("XDG_SESSION_TYPE") == u"wayland" ||
                                 QGuiApplication::platformName() == u"wayland";
-    if (waylandSession)
+    if (waylandSession) {
         if (auto portal = PortalGlobalKeys::create())
             return portal;
+        return std::make_unique<NoGlobalKeys>();
+    }
     if (auto x11 = X11GlobalKeys::create())
         return x11;
     return std::make_unique<NoGlobalKeys>();

@@ -28,7 +28,7 @@ constexpr std::size_t minimumSize(std::size_t lastPositionRead) {
 using command::kAnswerCount;
 
 // Poll answers are written while the notification is handled, so the constant ones are built
-// once; target height and thickness depend on values the screens set and are built on demand.
+// once; target height and thickness depend on values the screens set (see valueAnswer).
 const std::array<Bytes, kAnswerCount>& constantAnswers() {
     static const std::array<Bytes, kAnswerCount> answers = [] {
         std::array<Bytes, kAnswerCount> built;
@@ -99,13 +99,18 @@ bool BluetoothResultHandle::crcCheck(const Bytes& frame) {
     return CRC16::crc16(std::span(frame).subspan(1, frame.size() - 4)) == sent;
 }
 
+bool BluetoothResultHandle::isPoll(const Bytes& frame) {
+    return frame.size() >= minimumSize(2) && frame[2] == kPollFrame && crcCheck(frame);
+}
+
 void BluetoothResultHandle::handleTableData(const Bytes& frame) {
     // The type byte must lie before the CRC, or the CRC would not cover it.
     if (frame.size() < minimumSize(2) || !crcCheck(frame))
         return;
     switch (frame[2]) {
     case kPollFrame:
-        answerPoll();
+        if (const Bytes* answer = m_writer ? answerPoll() : nullptr)
+            m_writer(*answer);
         break;
     case kDisplayFrame:
         if (frame.size() >= minimumSize(5))
@@ -124,19 +129,29 @@ void BluetoothResultHandle::handleTableData(const Bytes& frame) {
     }
 }
 
-void BluetoothResultHandle::answerPoll() {
-    if (!m_writer)
-        return;
+const Bytes* BluetoothResultHandle::answerPoll() {
     const int type = currentCommandType();
+    const Bytes* answer = nullptr;
     if (type == command::kTargetHeight)
-        m_writer(BluetoothProtocol::cmdForTableTargetHeight(targetHeight()));
+        answer = &valueAnswer(m_targetHeightAnswer, targetHeight(),
+                              &BluetoothProtocol::cmdForTableTargetHeight);
     else if (type == command::kTabletopThickness)
-        m_writer(BluetoothProtocol::cmdForTableEditTabletopThickness(thicknessHeight()));
+        answer = &valueAnswer(m_thicknessAnswer, thicknessHeight(),
+                              &BluetoothProtocol::cmdForTableEditTabletopThickness);
     else if (type >= 0 && type < kAnswerCount)
-        m_writer(constantAnswers()[static_cast<std::size_t>(type)]);
-    else
-        return;
-    m_answeredPolls.fetch_add(1, std::memory_order_relaxed);
+        answer = &constantAnswers()[static_cast<std::size_t>(type)];
+    if (answer)
+        m_answeredPolls.fetch_add(1, std::memory_order_relaxed);
+    return answer;
+}
+
+const Bytes& BluetoothResultHandle::valueAnswer(ValueAnswer& cache, int value,
+                                                Bytes (*build)(int)) {
+    if (cache.value != value) {
+        cache.frame = build(value);
+        cache.value = value;
+    }
+    return cache.frame;
 }
 
 void BluetoothResultHandle::handleDisplay(int d1, int d2, int d3) {

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace ostrel {
@@ -42,13 +43,20 @@ public:
     static std::unique_ptr<BluetoothResultHandle>
     replaceSharedInstance(std::unique_ptr<BluetoothResultHandle> instance);
 
-    // The transport installs it; poll answers go through it synchronously.
+    // Where handleTableData writes its poll answers, synchronously. A link's channel answers
+    // the polls it carries itself (answerPoll), so the application installs none.
     void setWriter(Writer writer);
     // One complete frame, as cut by FrameSplitter. Frames failing crcCheck are ignored.
     void handleTableData(const Bytes& frame);
     // Head 0x9B, foot 0x9D and a CRC over the bytes between head and CRC that matches. The
     // length byte is not compared with the frame's size.
     static bool crcCheck(const Bytes& frame);
+    // A keypad poll that passes crcCheck.
+    static bool isPoll(const Bytes& frame);
+    // The frame that answers a keypad poll now, null when the current type has none. The
+    // caller writes it at once; the poll counts as answered. Nothing is built or allocated
+    // unless a target height or thickness changed since it was last answered.
+    const Bytes* answerPoll();
 
     // The held key answered to every poll: 0 none, 1 up, 2 down, 4 device information,
     // 5 target height, 6 tabletop thickness, 9-12 presets, 13 memory set; others per the
@@ -90,7 +98,12 @@ public:
     TextCallback bluetoothResultHandle_Other;
 
 private:
-    void answerPoll();
+    // An answer carrying a value the screens set, built again only when the value changes.
+    struct ValueAnswer {
+        std::optional<int> value;
+        Bytes frame;
+    };
+    static const Bytes& valueAnswer(ValueAnswer& cache, int value, Bytes (*build)(int));
     void handleDisplay(int d1, int d2, int d3);
     void classifyDisplay(int d1, int d2, int d3);
     void dispatchDisplay(int d1);
@@ -103,6 +116,8 @@ private:
     std::atomic<std::uint64_t> m_answeredPolls{0};
     std::atomic<int> m_targetHeight{0};
     std::atomic<int> m_thicknessHeight{0};
+    ValueAnswer m_targetHeightAnswer;
+    ValueAnswer m_thicknessAnswer;
     int m_state = 0;
     bool m_lock = false;
     std::string m_result;

@@ -27,24 +27,33 @@ bool canStillStartFrame(const Bytes& buffer, std::size_t at) {
 FrameSplitter::FrameSplitter(std::size_t maxBuffered)
     : m_maxBuffered(std::max(maxBuffered, kMaxFrameSize)) {}
 
-void FrameSplitter::append(const Bytes& chunk,
+void FrameSplitter::append(std::span<const std::uint8_t> chunk,
                            const std::function<void(const Bytes& frame)>& onFrame) {
+    push(chunk);
+    while (const Bytes* frame = nextFrame())
+        onFrame(*frame);
+}
+
+void FrameSplitter::push(std::span<const std::uint8_t> chunk) {
     m_buffer.insert(m_buffer.end(), chunk.begin(), chunk.end());
-    std::size_t consumed = 0;
-    std::size_t i = 0;
-    while (i < m_buffer.size()) {
-        const std::size_t end = frameEnd(m_buffer, i);
+}
+
+const Bytes* FrameSplitter::nextFrame() {
+    while (m_scanned < m_buffer.size()) {
+        const std::size_t end = frameEnd(m_buffer, m_scanned);
         if (end == 0) {
-            ++i;
+            ++m_scanned;
             continue;
         }
-        m_frame.assign(m_buffer.begin() + static_cast<std::ptrdiff_t>(i),
+        m_frame.assign(m_buffer.begin() + static_cast<std::ptrdiff_t>(m_scanned),
                        m_buffer.begin() + static_cast<std::ptrdiff_t>(end));
-        onFrame(m_frame);
-        consumed = i = end;
+        m_consumed = m_scanned = end;
+        return &m_frame;
     }
-    m_buffer.erase(m_buffer.begin(), m_buffer.begin() + static_cast<std::ptrdiff_t>(consumed));
+    m_buffer.erase(m_buffer.begin(), m_buffer.begin() + static_cast<std::ptrdiff_t>(m_consumed));
+    m_scanned = m_consumed = 0;
     dropOverflow();
+    return nullptr;
 }
 
 void FrameSplitter::dropOverflow() {
@@ -59,6 +68,7 @@ void FrameSplitter::dropOverflow() {
 
 void FrameSplitter::clear() {
     m_buffer.clear();
+    m_scanned = m_consumed = 0;
 }
 
 std::size_t FrameSplitter::bufferedSize() const {

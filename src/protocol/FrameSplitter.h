@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <span>
 
 namespace ostrel {
 
@@ -25,7 +26,13 @@ public:
     explicit FrameSplitter(std::size_t maxBuffered = 4096);
 
     // Appends one notification's bytes and calls onFrame for each complete frame, in order.
-    void append(const Bytes& chunk, const std::function<void(const Bytes& frame)>& onFrame);
+    void append(std::span<const std::uint8_t> chunk,
+                const std::function<void(const Bytes& frame)>& onFrame);
+    // The same in two steps, for a caller that must not wrap itself in a function object:
+    // push the bytes, then take frames until there is none (which ends the pass).
+    void push(std::span<const std::uint8_t> chunk);
+    // The next complete frame, valid until the next call; null at the end of the pass.
+    const Bytes* nextFrame();
     void clear();
     std::size_t bufferedSize() const;
 
@@ -34,6 +41,8 @@ private:
 
     std::size_t m_maxBuffered;
     Bytes m_buffer;
+    std::size_t m_scanned = 0;  // where this pass looks next
+    std::size_t m_consumed = 0; // end of the last frame this pass found
     Bytes m_frame; // reused for every delivered frame, so steady traffic does not allocate
 };
 

@@ -30,11 +30,15 @@ CountdownView::CountdownView(QWidget* parent)
     m_clear->setFixedSize(kIconSize, kIconSize);
     m_clear->setToolTip(tr("Clear the reminder"));
     m_clear->hide();
+    // The time alone does not say what comes when it runs out.
+    auto* caption = new QLabel(tr("Reminder in"), this);
+    setToolTip(tr("Time left until the next sit-stand reminder"));
 
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(10, 4, 6, 4);
     row->setSpacing(6);
     row->addWidget(icon);
+    row->addWidget(caption);
     row->addWidget(m_label);
     row->addWidget(m_clear);
     connect(m_clear, &QAbstractButton::clicked, this, &CountdownView::clearClicked);

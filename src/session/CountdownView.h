@@ -8,7 +8,8 @@ namespace ostrel {
 
 class OMImageButton;
 
-// The sit-stand countdown on the control screen: a clock, the time left, on a rounded backing.
+// The sit-stand countdown on the control screen: a clock, what it counts down to and the time
+// left, on a rounded backing.
 // Pointing at it reveals the clear button.
 class CountdownView : public QFrame {
     Q_OBJECT

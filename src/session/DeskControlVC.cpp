@@ -2,25 +2,32 @@
 
 #include "platform/DesktopNotifications.h"
 #include "platform/Platform.h"
+#include "session/ActivityRecorder.h"
 #include "session/CountdownView.h"
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskSession.h"
+#include "session/DeskStatus.h"
+#include "session/DeskStatusLine.h"
 #include "session/GoToHeightSheet.h"
 #include "session/HeightSaveHelpVC.h"
+#include "session/HeldKeyOwner.h"
 #include "session/HotKeyMovement.h"
 #include "session/NotificationAlert.h"
 #include "session/PresetKeys.h"
 #include "session/ShortcutsHeightSetVC.h"
 #include "session/SitStandReminder.h"
+#include "session/StandingProgressView.h"
 #include "store/CurrentDeskModel.h"
 #include "widgets/HomeFunctionBtn.h"
 #include "widgets/OMAlert.h"
 #include "widgets/OMDeskPicture.h"
 #include "widgets/OMHoverButton.h"
+#include "widgets/OMWindowIdentifier.h"
 #include "widgets/SJHUD.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPointer>
 #include <QShortcut>
@@ -39,6 +46,17 @@ constexpr Scheduler::Duration kSettingsTurnDuration{300};
 const QColor kHoverBackground = QColor::fromRgbF(0.945f, 0.945f, 0.945f);
 constexpr int kUnitLength = 2; // "cm" / "in"
 
+DeskControlVC::ErrorScreenFactory& errorScreenFactory() {
+    static DeskControlVC::ErrorScreenFactory factory;
+    return factory;
+}
+
+bool isActivationKey(const QKeyEvent* event) {
+    return !event->isAutoRepeat() &&
+           (event->key() == Qt::Key_Space || event->key() == Qt::Key_Enter ||
+            event->key() == Qt::Key_Return);
+}
+
 } // namespace
 
 DeskControlVC::DeskControlVC(QWidget* parent)
@@ -53,6 +71,26 @@ DeskControlVC::DeskControlVC(QWidget* parent)
     connectReminder(); // before start-up, which starts the countdown of a desk that has it on
     m_session->setLoadViewAction();
     m_session->registerObservers();
+    setTabOrderTopToBottom();
+}
+
+// The screen read from top to bottom, left to right.
+void DeskControlVC::setTabOrderTopToBottom() {
+    QList<QWidget*> order{
+        m_help, m_countdown->clearButton(), m_lightStrip, m_settings, m_height, m_up, m_down};
+    for (OMHoverButton* preset : m_presets)
+        order.append(preset);
+    for (qsizetype i = 1; i < order.size(); ++i)
+        setTabOrder(order[i - 1], order[i]);
+}
+
+// The error window is a window of its own: it goes with the screen whose desk it was about.
+DeskControlVC::~DeskControlVC() {
+    delete m_errorWindow.data();
+}
+
+void DeskControlVC::setErrorScreenFactory(ErrorScreenFactory factory) {
+    errorScreenFactory() = std::move(factory);
 }
 
 QWidget* DeskControlVC::buildControlView() {
@@ -61,7 +99,13 @@ QWidget* DeskControlVC::buildControlView() {
     layout->setContentsMargins(24, 16, 24, 24);
     layout->setSpacing(12);
     layout->addWidget(buildHeader());
+    m_standing = new StandingProgressView(view);
+    m_standing->follow(ActivityRecorder::current());
+    connect(m_standing, &QAbstractButton::clicked, this, &DeskControlVC::activityRequested);
+    layout->addWidget(m_standing, 0, Qt::AlignHCenter);
     layout->addWidget(buildHeight());
+    m_status = new DeskStatusLine(m_session->status(), view);
+    layout->addWidget(m_status);
     m_picture = new OMDeskPicture(CurrentDeskModel::name(), view);
     m_picture->setMinimumSize(220, 150);
     layout->addWidget(m_picture, 1);
@@ -112,6 +156,10 @@ QWidget* DeskControlVC::buildHeight() {
     m_height->setAlignment(Qt::AlignCenter);
     m_height->setCursor(Qt::PointingHandCursor);
     m_height->setToolTip(tr("Click to move the desk to a height"));
+    m_height->setFocusPolicy(Qt::TabFocus); // Enter or Space asks for a height too
+    m_height->setObjectName(QStringLiteral("height"));
+    m_height->setStyleSheet(QStringLiteral(
+        "#height:focus { border: 2px solid palette(highlight); border-radius: 6px; }"));
     m_height->installEventFilter(this);
     return m_height;
 }
@@ -126,6 +174,7 @@ QWidget* DeskControlVC::buildMoveButtons() {
     row->addStretch();
     for (HomeFunctionBtn* button : {m_up, m_down}) {
         button->setFixedSize(kMoveButtonSize);
+        button->setRound(true);
         row->addWidget(button);
         connect(button, &HomeFunctionBtn::touchDwon, this, &DeskControlVC::touchDwon);
         connect(button, &HomeFunctionBtn::touchUp, this, &DeskControlVC::touchUp);
@@ -143,6 +192,7 @@ QWidget* DeskControlVC::buildPresetButtons() {
     for (int slot = 0; slot < kPresetCount; ++slot) {
         auto* button = new OMHoverButton(PresetKeys::presetImageName(slot, false), box);
         button->setFixedSize(kPresetButtonSize);
+        button->setRound(true);
         m_presets[std::size_t(slot)] = button;
         row->addWidget(button);
         connect(button, &OMHoverButton::touchHoverDwon, this, &DeskControlVC::touchHoverDwon);
@@ -169,6 +219,15 @@ void DeskControlVC::connectSession() {
     connect(&s->presetKeys(), &PresetKeys::heightToastRequested, this,
             [this](const QString& text) { SJHUD::showHeightMessage(text, this); });
     connect(s, &DeskSession::breakTipRequested, this, &DeskControlVC::bluetoothBreakTip);
+    // Never from inside the frame that reported the fault.
+    connect(&s->status(), &DeskStatus::faultAppeared, this, [this] {
+        Scheduler::instance().after(Scheduler::Duration::zero(), this, [this] { jumpErrorVC(); });
+    });
+    // A preset looks pressed for as long as its key goes out, whoever ends it.
+    connect(&HeldKeyOwner::instance(), &HeldKeyOwner::keyChanged, this, [this](int type) {
+        if (command::presetSlot(type) < 0)
+            showPresetsReleased();
+    });
 }
 
 void DeskControlVC::connectReminder() {
@@ -240,14 +299,22 @@ void DeskControlVC::touchUp(HomeFunctionBtn*) {
 }
 
 void DeskControlVC::touchHoverDwon(OMHoverButton* button) {
-    if (const int slot = slotOf(button); slot >= 0)
+    if (const int slot = slotOf(button); slot >= 0) {
         m_session->presetKeys().holdPresetKey(slot);
-    else if (button == m_settings)
+        // Pressed for as long as its key goes out; an unset preset sends none.
+        button->setActive(m_session->presetKeys().memory(slot) >= 1);
+    } else if (button == m_settings) {
         emit settingsRequested();
+    }
 }
 
 void DeskControlVC::touchHoverUp(OMHoverButton*) {
     m_session->presetKeys().releasePresetKey();
+}
+
+void DeskControlVC::showPresetsReleased() {
+    for (OMHoverButton* preset : m_presets)
+        preset->setActive(false);
 }
 
 void DeskControlVC::longHoverPress(OMHoverButton* button) {
@@ -328,7 +395,9 @@ int DeskControlVC::pageCount() const {
 }
 
 bool DeskControlVC::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == m_height && event->type() == QEvent::MouseButtonRelease)
+    if (watched == m_height &&
+        (event->type() == QEvent::MouseButtonRelease ||
+         (event->type() == QEvent::KeyPress && isActivationKey(static_cast<QKeyEvent*>(event)))))
         actionGoToHeight();
     // A sheet now covers the screen: the user looks at it, not at a desk moving by itself.
     if (watched == window() && event->type() == QEvent::WindowBlocked)
@@ -347,14 +416,26 @@ void DeskControlVC::actionGoToHeight() {
     const double current =
         DeskHeightDisplay::normalisedHeight(QString::number(m_session->currentHeight())).toDouble();
     GoToHeightSheet::present(
-        this, m_session->limits(), inches, current, [this, session, inches](int tenths) {
+        this, m_session->limits(), inches, current, m_session->goToHeight(),
+        [this, session, inches](int tenths) {
             if (!session)
-                return;
+                return false;
             const GoToHeight::Refusal refusal = session->moveTo(tenths);
             if (refusal != GoToHeight::Refusal::None)
                 SJHUD::showMessage(GoToHeight::refusalText(refusal, session->limits(), inches),
                                    this);
+            return session->goToHeight().isMoving();
+        },
+        [session] {
+            if (session)
+                session->stopMoving();
         });
+}
+
+void DeskControlVC::jumpErrorVC() {
+    if (!m_errorWindow && errorScreenFactory())
+        m_errorWindow = errorScreenFactory()(m_session->status().errorCode());
+    OMWindowIdentifier::bringToFront(m_errorWindow);
 }
 
 void DeskControlVC::bluetoothBreakTip() {

@@ -2,8 +2,10 @@
 
 #include "protocol/CommandType.h"
 
+#include <QPointer>
 #include <QWidget>
 #include <array>
+#include <functional>
 
 class QLabel;
 class QStackedLayout;
@@ -12,11 +14,13 @@ namespace ostrel {
 
 class CountdownView;
 class DeskSession;
+class DeskStatusLine;
 class HomeFunctionBtn;
 class OMDeskPicture;
 class OMHoverButton;
 class OMImageButton;
 class SitStandReminder;
+class StandingProgressView;
 
 // The desk control screen: the live height, the desk picture, Up and Down held to move, the four
 // presets (click to recall, long press to save) and the settings entry. All behaviour is the
@@ -29,11 +33,18 @@ public:
     static constexpr int kUnitPointSize = 24;
     static constexpr QSize kPreferredSize{420, 640};
 
+    // Makes the error screen's window for a fault code; the shell installs it.
+    using ErrorScreenFactory = std::function<QWidget*(long errorCode)>;
+
     explicit DeskControlVC(QWidget* parent = nullptr);
+    ~DeskControlVC() override;
+
+    static void setErrorScreenFactory(ErrorScreenFactory factory);
 
     DeskSession& session() const { return *m_session; }
     SitStandReminder& reminder() const { return *m_reminder; }
     CountdownView* countdownView() const { return m_countdown; }
+    StandingProgressView* standingProgress() const { return m_standing; }
     HomeFunctionBtn* upButton() const { return m_up; }
     HomeFunctionBtn* downButton() const { return m_down; }
     OMHoverButton* presetButton(int slot) const { return m_presets[std::size_t(slot)]; }
@@ -46,6 +57,10 @@ public:
     // The height as shown: number and unit are drawn in two sizes.
     QString heightText() const;
     QString tipText() const;
+    // What the desk reports beyond its height, in words; hidden while there is nothing.
+    DeskStatusLine* statusLine() const { return m_status; }
+    // The error screen this screen opened, if any.
+    QWidget* errorWindow() const { return m_errorWindow; }
 
     QSize sizeHint() const override { return kPreferredSize.expandedTo(QWidget::sizeHint()); }
 
@@ -58,6 +73,9 @@ public:
     void hoverEnd(OMHoverButton* button);
     void actionShowHelp();
     void bluetoothBreakTip();
+    // Shows the error screen: made once, for the first fault's code, and afterwards only
+    // brought back to the front, whatever the code.
+    void jumpErrorVC();
     // Asks for a height and moves the desk there.
     void actionGoToHeight();
 
@@ -76,6 +94,8 @@ signals:
     void lightStripRequested();
     // The presets help sheet asked to customise the presets.
     void intelligentControlRequested();
+    // Today's standing time was clicked: the activity page.
+    void activityRequested();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -89,6 +109,8 @@ private:
     QWidget* buildPresetButtons();
     void connectSession();
     void connectReminder();
+    void setTabOrderTopToBottom();
+    void showPresetsReleased();
     // The reminder's alert; a key held from the screen cannot outlast it opening.
     void actionAlarmNotificationAlert(bool isRepeat);
     void showHeight(const QString& text);
@@ -100,10 +122,13 @@ private:
     DeskSession* m_session;
     SitStandReminder* m_reminder;
     CountdownView* m_countdown = nullptr;
+    StandingProgressView* m_standing = nullptr;
     QStackedLayout* m_stack = nullptr;
     QLabel* m_height = nullptr;
     QString m_heightText;
     QLabel* m_tip = nullptr;
+    DeskStatusLine* m_status = nullptr;
+    QPointer<QWidget> m_errorWindow;
     OMDeskPicture* m_picture = nullptr;
     HomeFunctionBtn* m_up = nullptr;
     HomeFunctionBtn* m_down = nullptr;

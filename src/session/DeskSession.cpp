@@ -7,6 +7,7 @@
 #include "session/DQGlobalKeyHelper.h"
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskLink.h"
+#include "session/DeskStatus.h"
 #include "session/GlobalKeyDispatch.h"
 #include "session/HeldKeyOwner.h"
 #include "session/HotKeyMovement.h"
@@ -19,6 +20,7 @@
 #include "store/RecordDictionary.h"
 #include "transport/RBBluetoothManager.h"
 #include "widgets/OMScreenRouter.h"
+#include "widgets/OMWindowIdentifier.h"
 
 #include <QCoreApplication>
 #include <QPointer>
@@ -50,7 +52,8 @@ DeskSession::DeskSession(QObject* parent)
       m_presetKeys(new PresetKeys([this] { return m_currentHeight; }, this)),
       m_hotKeyMovement(new HotKeyMovement(this)),
       m_globalKeys(new GlobalKeyDispatch(*m_hotKeyMovement, *m_presetKeys, this)),
-      m_goToHeight(new GoToHeight(this)), m_sleepGuard(new SleepGuard(*this)) {
+      m_goToHeight(new GoToHeight(this)), m_sleepGuard(new SleepGuard(*this)),
+      m_status(new DeskStatus(this)) {
     wireParts();
 }
 
@@ -89,10 +92,11 @@ void DeskSession::later(Scheduler::Duration delay, Task task) {
 void DeskSession::setLoadViewAction() {
     initData();
     keyOwner().releaseAll(); // a new session never inherits a key held in an earlier one
-    if (m_link->initBluetooth())
+    if (m_link->initBluetooth()) {
         deskLinked();
-    else
+    } else {
         requestBreakTip();
+    }
     initBluetoothResultHandle();
     DQGlobalKeyHelper::shareInstance().actionAddGlobalKey();
     LiveSession::instance().setCurrent(this);
@@ -147,7 +151,9 @@ void DeskSession::initBluetoothResultHandle() {
         weakly([](DeskSession& s, const std::string&) { s.stopUnattendedMoves(); });
 
     BluetoothResultHandle& h = handle();
+    // Called with every display frame, once the frame is classified.
     h.bluetoothResultHandle_ChildLock = weakly([](DeskSession& s, bool locked) {
+        s.m_status->displayShown(locked, handle().result());
         if (locked)
             s.stopUnattendedMoves();
     });
@@ -168,6 +174,8 @@ void DeskSession::initBluetoothResultHandle() {
     h.bluetoothResultHandle_DeviceInfo = weakly([](DeskSession& s, const DeviceModel& model) {
         s.m_maxHeight = model.maxHeight;
         s.m_minHeight = model.minHeight;
+        if (s.m_currentHeight > 0) // the picture again, within the new limits
+            s.setTableViewHeight(QString::number(double(s.m_currentHeight)));
     });
     h.bluetoothResultHandle_LightColorInfo =
         weakly([](DeskSession& s, int open, int mode, int red, int green, int blue) {
@@ -179,6 +187,7 @@ void DeskSession::initBluetoothResultHandle() {
 }
 
 void DeskSession::deskLinked() {
+    emit deskLinkChanged(m_link->blutoothName());
     m_sleepGuard->deskLinked();
     refreshDeviceInfo();
 }
@@ -240,6 +249,7 @@ void DeskSession::deskChangeFailed() {
 
 void DeskSession::bluetoothDisConnected() {
     keyOwner().releaseAll();
+    emit deskLinkChanged({});
     // Letting go before sleep is no lost link: no alert, the screen stays.
     if (m_sleepGuard->isAsleep())
         m_sleepGuard->linkGone();
@@ -265,14 +275,17 @@ void DeskSession::actionDeleteCurrentDeviceSetting() {
 void DeskSession::actionPushToTypeVC() {
     NotificationCenter::defaultCenter().post(
         QString::fromLatin1(notifications::kDeleteCurrentDevice));
-    // The router replaces the screen, which may delete this session: nothing may follow.
+    // The router replaces the screen, which may delete this session: only what needs no session
+    // may follow. The user sees the end, however hidden the window was.
     OMScreenRouter::instance().show(QString::fromLatin1(
         facade().blueToothIsOpen() ? screens::kBluetoothSearch : screens::kNoBluetooth));
+    OMWindowIdentifier::bringToFront(OMWindowIdentifier::find(OMWindowIdentifier::home()));
 }
 
 void DeskSession::actionDeleteCurrentDevice() {
     NotificationCenter::defaultCenter().removeObserver(this);
     releaseHeldKeys();
+    emit deskLinkChanged({});
     // Every end of a session comes here, whoever ends it: the global keys go with it.
     DQGlobalKeyHelper::shareInstance().removeDeskGlobalHotKey();
 }
@@ -282,9 +295,13 @@ void DeskSession::actionDeleteCurrentDevice() {
 void DeskSession::showHeight(int height) {
     if (height < 1)
         return;
-    setTableViewHeight(QString::number(height));
+    // A desk at rest repeats its height with every poll: only a change is drawn again.
+    const QString reported = QString::number(height);
+    if (DeskHeightDisplay::normalisedHeight(reported) != m_previousHeight)
+        setTableViewHeight(reported);
     m_currentHeight = static_cast<float>(height);
     keyOwner().heightReported(height);
+    emit heightReported(m_previousHeight.toDouble());
     m_hotKeyMovement->globalKeyMoving(m_currentHeight);
     m_goToHeight->heightReported(height);
 }

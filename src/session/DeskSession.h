@@ -14,6 +14,7 @@
 namespace ostrel {
 
 class DeskLink;
+class DeskStatus;
 class GlobalKeyDispatch;
 class HotKeyMovement;
 class OMTimeManager;
@@ -47,6 +48,7 @@ public:
     HotKeyMovement& hotKeyMovement() const { return *m_hotKeyMovement; }
     GlobalKeyDispatch& globalKeys() const { return *m_globalKeys; }
     GoToHeight& goToHeight() const { return *m_goToHeight; }
+    DeskStatus& status() const { return *m_status; }
 
     // ---- State ----
     float currentHeight() const { return m_currentHeight; }
@@ -101,6 +103,10 @@ signals:
     void toastRequested(const QString& text);
     // The link is gone: the screen asks the user, whose confirmation ends the session.
     void breakTipRequested();
+    // For the standing-time record: every height the desk reports, in tenths of a centimetre,
+    // and the desk now linked ("" while none is).
+    void heightReported(double tenthsCm);
+    void deskLinkChanged(const QString& desk);
 
 private:
     using Task = std::function<void(DeskSession&)>;
@@ -124,6 +130,7 @@ private:
     GlobalKeyDispatch* m_globalKeys;
     GoToHeight* m_goToHeight;
     SleepGuard* m_sleepGuard;
+    DeskStatus* m_status;
     float m_currentHeight = 0.0f;
     QString m_previousHeight;
     QString m_shownText;

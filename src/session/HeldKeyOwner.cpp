@@ -132,6 +132,8 @@ void HeldKeyOwner::write(int type, int direction) {
     } else if (type == command::kUpKey || type == command::kDownKey) {
         m_selfMoving = false; // a held key ends any move of the desk's own
     }
+    if (type != previous)
+        emit keyChanged(type);
 }
 
 void HeldKeyOwner::endCurrent(Ending why) {

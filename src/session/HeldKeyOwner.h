@@ -75,6 +75,10 @@ public:
     // Every height the desk reports: tells whether and which way it moves.
     void heightReported(int reported);
 
+signals:
+    // The key the desk's polls are answered with changed (0: none), whoever claimed it.
+    void keyChanged(int type);
+
 private:
     struct Current {
         std::uint64_t id = 0;

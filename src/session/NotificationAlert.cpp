@@ -1,6 +1,5 @@
 #include "session/NotificationAlert.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -20,17 +19,10 @@ NotificationAlert::NotificationAlert(QWidget* parent)
     QFont font = m_text->font();
     font.setBold(true);
     m_text->setFont(font);
-    m_confirm->setDefault(true);
-
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(m_cancel);
-    buttons->addWidget(m_confirm);
-    buttons->addStretch();
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(20, 16, 20, 16);
     layout->addWidget(m_text, 1);
-    layout->addLayout(buttons);
+    layout->addWidget(buttonRow(m_confirm, m_cancel));
 
     connect(m_confirm, &QPushButton::clicked, this, &NotificationAlert::actionConfirm);
     connect(m_cancel, &QPushButton::clicked, this, &NotificationAlert::actionCancel);

@@ -36,6 +36,9 @@ public:
     QPushButton* confirmButton() const { return m_confirm; }
     QPushButton* cancelButton() const { return m_cancel; }
 
+protected:
+    void cancelSheet() override { actionCancel(); }
+
 private:
     QLabel* m_text;
     QPushButton* m_cancel;

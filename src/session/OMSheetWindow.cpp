@@ -1,6 +1,10 @@
 #include "session/OMSheetWindow.h"
 
+#include <QDialogButtonBox>
+#include <QKeyEvent>
 #include <QPainter>
+#include <QPushButton>
+#include <algorithm>
 
 namespace ostrel {
 
@@ -19,6 +23,46 @@ void OMSheetWindow::presentCentred() {
     show();
     raise();
     activateWindow();
+}
+
+void OMSheetWindow::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+    case Qt::Key_Escape:
+        cancelSheet();
+        return;
+    case Qt::Key_Enter:
+    case Qt::Key_Return: {
+        auto* button = qobject_cast<QPushButton*>(focusWidget());
+        if (!button) {
+            const auto buttons = findChildren<QPushButton*>();
+            const auto found = std::find_if(buttons.begin(), buttons.end(), [](QPushButton* b) {
+                return b->isDefault() && b->isVisible() && b->isEnabled();
+            });
+            button = found == buttons.end() ? nullptr : *found;
+        }
+        if (button && !event->isAutoRepeat())
+            button->animateClick();
+        return;
+    }
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void OMSheetWindow::cancelSheet() {
+    hide();
+}
+
+QWidget* OMSheetWindow::buttonRow(QPushButton* accept, QPushButton* reject) {
+    auto* box = new QDialogButtonBox(this);
+    box->setCenterButtons(true);
+    if (accept) {
+        accept->setDefault(true);
+        box->addButton(accept, QDialogButtonBox::AcceptRole);
+    }
+    if (reject)
+        box->addButton(reject, QDialogButtonBox::RejectRole);
+    return box;
 }
 
 // Without a platform frame the sheet draws its own edge, so it stands out from the screen below.

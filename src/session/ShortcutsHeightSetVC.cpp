@@ -34,21 +34,17 @@ ShortcutsHeightSetVC::ShortcutsHeightSetVC(QWidget* parent)
     QFont tipFont = m_tip->font();
     tipFont.setBold(true);
     m_tip->setFont(tipFont);
-    m_confirm->setDefault(true);
 
     auto* subject = new QHBoxLayout;
     subject->addStretch();
     subject->addWidget(m_icon);
     subject->addWidget(m_tip);
     subject->addStretch();
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(m_cancel);
-    buttons->addWidget(m_confirm);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(20, 16, 20, 16);
     layout->addWidget(lead);
     layout->addLayout(subject);
-    layout->addLayout(buttons);
+    layout->addWidget(buttonRow(m_confirm, m_cancel));
 
     connect(m_confirm, &QPushButton::clicked, this, &ShortcutsHeightSetVC::actionConfirm);
     connect(m_cancel, &QPushButton::clicked, this, &ShortcutsHeightSetVC::actionCancel);

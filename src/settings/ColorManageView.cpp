@@ -189,6 +189,8 @@ void ColorManageView::refreshBackgroundColor() {
                     : effect ? kSchemeColors[std::size_t(m_light.mode - 1)]
                              : QColor(Qt::transparent);
     m_swatch->setStyleSheet(swatchStyle(m_swatchColor, false));
+    if (!custom)
+        m_well->clearMark();
     for (int mode = 1; mode <= kSchemeCount; ++mode)
         m_schemes[std::size_t(mode - 1)]->setStyleSheet(
             swatchStyle(kSchemeColors[std::size_t(mode - 1)], mode == m_light.mode));

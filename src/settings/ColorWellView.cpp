@@ -31,13 +31,30 @@ const QImage& ColorWellView::colorField(const QSize& size) const {
 void ColorWellView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.drawImage(0, 0, colorField(size()));
+    if (!m_mark || m_grabbing)
+        return;
+    constexpr qreal kMarkRadius = 7.0;
+    const QPointF centre(m_mark->x() * width(), m_mark->y() * height());
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(Qt::white, 3));
+    painter.drawEllipse(centre, kMarkRadius, kMarkRadius);
+    painter.setPen(QPen(QColor(0x20, 0x24, 0x2A), 1));
+    painter.drawEllipse(centre, kMarkRadius + 2, kMarkRadius + 2);
+}
+
+void ColorWellView::clearMark() {
+    m_mark.reset();
+    update();
 }
 
 // What is on screen decides, so the pick matches whatever the view draws.
 QColor ColorWellView::colorAt(const QPoint& point) {
     if (!rect().contains(point))
         return {};
+    m_grabbing = true;
     const QImage drawn = grab().toImage();
+    m_grabbing = false;
     const QPoint pixel = (QPointF(point) * drawn.devicePixelRatio()).toPoint();
     return drawn.valid(pixel) ? drawn.pixelColor(pixel) : QColor();
 }
@@ -45,8 +62,12 @@ QColor ColorWellView::colorAt(const QPoint& point) {
 void ColorWellView::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return QWidget::mousePressEvent(event);
-    if (const QColor color = colorAt(event->position().toPoint()); color.isValid())
+    const QPoint point = event->position().toPoint();
+    if (const QColor color = colorAt(point); color.isValid()) {
+        m_mark = QPointF(qreal(point.x()) / width(), qreal(point.y()) / height());
+        update();
         emit colorSelected(color);
+    }
 }
 
 } // namespace ostrel

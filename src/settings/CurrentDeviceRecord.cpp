@@ -15,4 +15,11 @@ OMBluetoothModel CurrentDeviceRecord::load() {
     return record;
 }
 
+OMBluetoothModel CurrentDeviceRecord::change(const std::function<void(OMBluetoothModel&)>& apply) {
+    OMBluetoothModel record = load();
+    apply(record);
+    CurrentDeviceStore::save(record);
+    return record;
+}
+
 } // namespace ostrel

@@ -2,6 +2,8 @@
 
 #include "store/OMBluetoothModel.h"
 
+#include <functional>
+
 namespace ostrel {
 
 // The current desk's record as the preset and anti-collision pages read it. Without a readable
@@ -10,6 +12,10 @@ namespace ostrel {
 class CurrentDeviceRecord {
 public:
     static OMBluetoothModel load();
+    // Applies one change to the record as stored now and saves the whole record to both stores,
+    // so that a page never writes back fields changed elsewhere since it opened (the reminder
+    // switching itself off, another page). Returns what was saved.
+    static OMBluetoothModel change(const std::function<void(OMBluetoothModel&)>& apply);
 };
 
 } // namespace ostrel

@@ -1,5 +1,6 @@
 #include "settings/SettingRowView.h"
 
+#include "widgets/OMAppStyle.h"
 #include "widgets/OMImage.h"
 
 #include <QHBoxLayout>
@@ -80,6 +81,12 @@ void SettingRowView::paintEvent(QPaintEvent*) {
     }
     painter.setPen(palette().color(QPalette::Midlight));
     painter.drawLine(rect().bottomLeft() + QPoint(12, 0), rect().bottomRight() - QPoint(12, 0));
+    OMAppStyle::drawFocusRing(painter, this, rect(), 8);
+}
+
+void SettingRowView::keyPressEvent(QKeyEvent* event) {
+    if (!OMAppStyle::clickOnEnter(this, event))
+        QAbstractButton::keyPressEvent(event);
 }
 
 void SettingRowView::enterEvent(QEnterEvent* event) {

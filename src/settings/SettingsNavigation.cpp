@@ -1,7 +1,9 @@
 #include "settings/SettingsNavigation.h"
 
+#include "session/ActivityRecorder.h"
 #include "session/DeskControlVC.h"
 #include "session/DeskSession.h"
+#include "settings/ActivityPage.h"
 #include "settings/ColorManageView.h"
 #include "settings/ViewIntelligentControl.h"
 #include "settings/ViewSetting.h"
@@ -19,6 +21,10 @@ void SettingsNavigation::attach(DeskControlVC& control) {
     });
     QObject::connect(screen, &DeskControlVC::intelligentControlRequested, screen, [screen] {
         screen->pushViewControlWithView(new ViewIntelligentControl(screen));
+    });
+    QObject::connect(screen, &DeskControlVC::activityRequested, screen, [screen] {
+        if (ActivityRecorder* recorder = ActivityRecorder::current())
+            screen->pushViewControlWithView(new ActivityPage(screen, *recorder));
     });
 }
 

@@ -16,6 +16,8 @@ QString placeholderTitle(SettingsPages::Page page) {
         return QCoreApplication::translate("ostrel::ViewSetting", "Device");
     case SettingsPages::Page::Shortcuts:
         return QCoreApplication::translate("ostrel::ViewSystemSetting", "Shortcut keys");
+    case SettingsPages::Page::HomeAutomation:
+        return QCoreApplication::translate("ostrel::ViewSystemSetting", "Home automation");
     }
     return {};
 }

@@ -14,7 +14,7 @@ class DeskControlVC;
 // their own.
 class SettingsPages {
 public:
-    enum class Page { SitStand, Device, Shortcuts };
+    enum class Page { SitStand, Device, Shortcuts, HomeAutomation };
     using Factory = std::function<QWidget*(DeskControlVC* fatherVC)>;
 
     static SettingsPages& instance();

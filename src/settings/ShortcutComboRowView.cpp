@@ -33,8 +33,12 @@ ShortcutComboRowView::ShortcutComboRowView(QWidget* parent) : QWidget(parent) {
 
 void ShortcutComboRowView::setViewContentWithcombinationkey(const QString& combinationkey,
                                                             SelectFn selectFn) {
-    m_combinationkey = combinationkey;
     m_selectFn = std::move(selectFn);
+    setCombinationkey(combinationkey);
+}
+
+void ShortcutComboRowView::setCombinationkey(const QString& combinationkey) {
+    m_combinationkey = combinationkey;
     refreshMenu();
 }
 

@@ -19,6 +19,8 @@ public:
     explicit ShortcutComboRowView(QWidget* parent = nullptr);
 
     void setViewContentWithcombinationkey(const QString& combinationkey, SelectFn selectFn);
+    // Highlights `combinationkey` without telling anyone.
+    void setCombinationkey(const QString& combinationkey);
     // The button of tag 1000 + i.
     QPushButton* button(int index) const { return m_buttons.at(index); }
     QString combinationkey() const { return m_combinationkey; }

@@ -23,8 +23,12 @@ ShortcutSwitchRowView::ShortcutSwitchRowView(QWidget* parent)
 void ShortcutSwitchRowView::setRowViewWithTitle(const QString& title, const QString& status,
                                                 ChangeFn changeFn) {
     m_title->setText(title);
-    m_status = status;
     m_changeFn = std::move(changeFn);
+    setStatus(status);
+}
+
+void ShortcutSwitchRowView::setStatus(const QString& status) {
+    m_status = status;
     m_switch->setChecked(m_status == u"1");
 }
 

@@ -19,6 +19,8 @@ public:
 
     // `status` "1" shows the switch on; `changeFn` hears the new status after each flip.
     void setRowViewWithTitle(const QString& title, const QString& status, ChangeFn changeFn);
+    // Shows `status` without telling anyone.
+    void setStatus(const QString& status);
     OMSwitchButton* switchButton() const { return m_switch; }
     QString status() const { return m_status; }
 

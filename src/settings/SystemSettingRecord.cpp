@@ -11,6 +11,13 @@ Object_SystemSetting SystemSettingRecord::load() {
                             : fromPropertyForm<Object_SystemSetting>(stored);
 }
 
+Object_SystemSetting SystemSettingRecord::change(Field field, std::string value) {
+    Object_SystemSetting setting = load();
+    setting.*field = std::move(value);
+    save(setting);
+    return setting;
+}
+
 void SystemSettingRecord::save(const Object_SystemSetting& setting) {
     DQDataSessionHelper::userSaveSystemSetting(toPropertyForm(setting));
 }

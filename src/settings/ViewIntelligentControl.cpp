@@ -244,11 +244,11 @@ double ViewIntelligentControl::barFraction(float preset) const {
 // ---- Anti-collision ----
 
 void ViewIntelligentControl::actionAntiSwitch() {
-    m_objectBluetooth.encounterResistanceGoBack.emplace(
-        AntiCollisionSetting::isOn(m_objectBluetooth) ? "0" : "1");
+    m_objectBluetooth = CurrentDeviceRecord::change([](OMBluetoothModel& record) {
+        record.encounterResistanceGoBack.emplace(AntiCollisionSetting::isOn(record) ? "0" : "1");
+    });
     m_antiSwitch->setImageName(
         OMSwitchButton::imageNameFor(AntiCollisionSetting::isOn(m_objectBluetooth)));
-    CurrentDeviceStore::save(m_objectBluetooth);
     AntiCollisionSetting::actionSetResistanceGoBack(m_objectBluetooth);
 }
 

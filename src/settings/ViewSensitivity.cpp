@@ -5,7 +5,6 @@
 #include "settings/AntiCollisionSetting.h"
 #include "settings/CurrentDeviceRecord.h"
 #include "settings/SettingRowView.h"
-#include "store/CurrentDeviceStore.h"
 
 #include <QVBoxLayout>
 
@@ -26,8 +25,9 @@ ViewSensitivity::ViewSensitivity(DeskControlVC* fatherVC)
 }
 
 void ViewSensitivity::actionSelectSensitivity(int tag) {
-    m_objectBluetooth.resistanceSensitivity = std::to_string(tag - 1000);
-    CurrentDeviceStore::save(m_objectBluetooth);
+    m_objectBluetooth = CurrentDeviceRecord::change([tag](OMBluetoothModel& record) {
+        record.resistanceSensitivity = std::to_string(tag - 1000);
+    });
     refreshSensitivity();
     AntiCollisionSetting::actionSetResistanceGoBack(m_objectBluetooth);
     NotificationCenter::defaultCenter().post(

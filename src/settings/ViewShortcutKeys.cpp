@@ -2,11 +2,14 @@
 
 #include "session/DQGlobalKeyHelper.h"
 #include "settings/ShortcutComboRowView.h"
+#include "settings/ShortcutCommandsView.h"
 #include "settings/ShortcutItemRowView.h"
 #include "settings/ShortcutSwitchRowView.h"
 #include "settings/SystemSettingRecord.h"
+#include "widgets/OMAlert.h"
 
 #include <QLabel>
+#include <QPointer>
 #include <QScrollArea>
 #include <QStringList>
 #include <QVBoxLayout>
@@ -32,6 +35,9 @@ constexpr Item kItems[] = {
 };
 static_assert(std::size(kItems) + 2 == ViewShortcutKeys::kRowCount);
 
+// The stored value of Ctrl + Super.
+const std::string kCtrlSuperKey{"2"};
+
 DQGlobalKeyHelper& helper() {
     return DQGlobalKeyHelper::shareInstance();
 }
@@ -44,13 +50,15 @@ QString text(const Object_SystemSetting::Text& value) {
 
 ViewShortcutKeys::ViewShortcutKeys(DeskControlVC* fatherVC)
     : OMSettingPage(fatherVC, tr("Shortcut keys")), m_switchRow(new ShortcutSwitchRowView),
-      m_comboRow(new ShortcutComboRowView), m_notice(new QLabel(this)) {
+      m_comboRow(new ShortcutComboRowView), m_commands(new ShortcutCommandsView),
+      m_notice(new QLabel(this)) {
     auto* rows = new QWidget;
     auto* column = new QVBoxLayout(rows);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     m_switchRow->setFixedHeight(kRowHeights[0]);
     m_comboRow->setFixedHeight(kRowHeights[1]);
+    column->addWidget(m_commands);
     column->addWidget(m_switchRow);
     column->addWidget(m_comboRow);
     for (std::size_t i = 0; i < std::size(kItems); ++i) {
@@ -76,19 +84,58 @@ void ViewShortcutKeys::initData() {
     m_setting = SystemSettingRecord::load();
     m_switchRow->setRowViewWithTitle(tr("Shortcut keys"), text(m_setting.combinationopen),
                                      [this](const QString& status) {
-                                         m_setting.combinationopen = status.toStdString();
-                                         SystemSettingRecord::save(m_setting);
-                                         actionChangeShortcutKeys();
+                                         Object_SystemSetting wanted = m_setting;
+                                         wanted.combinationopen = status.toStdString();
+                                         change(wanted);
                                      });
     m_comboRow->setViewContentWithcombinationkey(
         text(m_setting.combinationkey), [this](const QString& combinationkey) {
-            m_setting.combinationkey = combinationkey.toStdString();
-            SystemSettingRecord::save(m_setting);
-            actionChangeShortcutKeys();
-            reloadData();
+            Object_SystemSetting wanted = m_setting;
+            wanted.combinationkey = combinationkey.toStdString();
+            change(wanted);
         });
     reloadData();
     refreshNotice();
+}
+
+void ViewShortcutKeys::change(Object_SystemSetting wanted) {
+    const bool takesShift = wanted.combinationopen == "1" &&
+                            DQGlobalKeyHelper::combineKeyType(wanted.combinationkey.value_or("")) ==
+                                GlobalKeyBackend::kShift;
+    if (!takesShift) {
+        commit(wanted);
+        return;
+    }
+    const OMAlertContent question{
+        tr("Shift is how text is selected"),
+        tr("Shift + arrows and Shift + digits select and type text in every other application: "
+           "with Shift, selecting lines in an editor moves the desk. Ctrl + Super keeps them "
+           "apart."),
+        {tr("Use Ctrl + Super"), tr("Use Shift anyway"), tr("Cancel")},
+        true};
+    OMAlert::show(this, question, [page = QPointer(this), wanted](int response) mutable {
+        if (!page)
+            return;
+        if (response == OMAlert::kFirstButton)
+            wanted.combinationkey = kCtrlSuperKey;
+        else if (response != OMAlert::kFirstButton + 1)
+            wanted = page->m_setting; // cancelled: the rows show what is stored again
+        page->commit(wanted);
+    });
+}
+
+void ViewShortcutKeys::commit(const Object_SystemSetting& setting) {
+    const bool changed = setting.combinationopen != m_setting.combinationopen ||
+                         setting.combinationkey != m_setting.combinationkey;
+    if (changed) {
+        // Only the two fields of this page go to the stored record.
+        SystemSettingRecord::change(&Object_SystemSetting::combinationopen,
+                                    setting.combinationopen.value_or("0"));
+        m_setting = SystemSettingRecord::change(&Object_SystemSetting::combinationkey,
+                                                setting.combinationkey.value_or("0"));
+        actionChangeShortcutKeys();
+    }
+    reloadData();
 }
 
 void ViewShortcutKeys::actionChangeShortcutKeys() {
@@ -107,6 +154,8 @@ QString ViewShortcutKeys::prefix(const QString& combinationkey) {
 }
 
 void ViewShortcutKeys::reloadData() {
+    m_switchRow->setStatus(text(m_setting.combinationopen));
+    m_comboRow->setCombinationkey(text(m_setting.combinationkey));
     const QString keys = prefix(text(m_setting.combinationkey));
     for (std::size_t i = 0; i < std::size(kItems); ++i)
         m_itemRows[qsizetype(i)]->setViewContentWithImageName(
@@ -131,6 +180,7 @@ void ViewShortcutKeys::refreshNotice() {
             message = tr("Another application already uses %1: these keys do nothing here.")
                           .arg(taken.join(QStringLiteral(", ")));
     }
+    m_commands->setVisible(!helper().isAvailable());
     m_notice->setText(message);
     m_notice->setVisible(!message.isEmpty());
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "settings/OMSettingPage.h"
-#include "store/Object_SystemSetting.h"
+#include "settings/SystemSettingRecord.h"
 
 #include <QList>
 
@@ -9,13 +9,15 @@ class QLabel;
 
 namespace ostrel {
 
+class ShortcutCommandsView;
 class ShortcutComboRowView;
 class ShortcutItemRowView;
 class ShortcutSwitchRowView;
 
 // The global shortcut page: the on/off switch, the modifier combination, and the six keys with
 // what each does. It also says when the desktop offers no global shortcuts or another
-// application holds some of the keys, instead of leaving the user to find out.
+// application holds some of the keys, instead of leaving the user to find out; without global
+// shortcuts it lists the commands to bind in the desktop's own keyboard settings instead.
 class ViewShortcutKeys : public OMSettingPage {
     Q_OBJECT
 public:
@@ -27,6 +29,7 @@ public:
     ShortcutSwitchRowView* switchRow() const { return m_switchRow; }
     ShortcutComboRowView* comboRow() const { return m_comboRow; }
     const QList<ShortcutItemRowView*>& itemRows() const { return m_itemRows; }
+    ShortcutCommandsView* commandsView() const { return m_commands; }
     // Empty while the keys work as they should.
     QString notice() const;
 
@@ -40,11 +43,15 @@ public:
 private:
     void reloadData();
     void refreshNotice();
+    // Stores and applies `wanted`, after a confirmation when it would take Shift.
+    void change(Object_SystemSetting wanted);
+    void commit(const Object_SystemSetting& setting);
 
-    Object_SystemSetting m_setting;
+    Object_SystemSetting m_setting; // as last stored; shown, never saved whole
     ShortcutSwitchRowView* m_switchRow;
     ShortcutComboRowView* m_comboRow;
     QList<ShortcutItemRowView*> m_itemRows;
+    ShortcutCommandsView* m_commands;
     QLabel* m_notice;
 };
 

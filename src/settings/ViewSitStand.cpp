@@ -1,11 +1,12 @@
 #include "settings/ViewSitStand.h"
 
+#include "core/NotificationCenter.h"
+#include "core/NotificationNames.h"
 #include "core/Scheduler.h"
 #include "session/OMTimeManager.h"
 #include "settings/CurrentDeviceRecord.h"
 #include "settings/SettingRowView.h"
 #include "settings/ViewReminderInterval.h"
-#include "store/CurrentDeviceStore.h"
 #include "widgets/OMSwitchButton.h"
 
 #include <QHBoxLayout>
@@ -47,6 +48,12 @@ ViewSitStand::ViewSitStand(DeskControlVC* fatherVC)
     initData();
     initView();
     refreshContentView();
+    // A single reminder switches itself off when its countdown ends.
+    NotificationCenter::defaultCenter().addObserver(
+        this, QString::fromLatin1(notifications::kTimeManagerStop), [this](const QVariant&) {
+            initData();
+            refreshContentView();
+        });
 }
 
 void ViewSitStand::initData() {
@@ -78,15 +85,17 @@ bool ViewSitStand::isOn() const {
     return m_record.sitOrStand == "1";
 }
 
-void ViewSitStand::save() {
-    CurrentDeviceStore::save(m_record);
+void ViewSitStand::change(const std::function<void(OMBluetoothModel&)>& apply) {
+    m_record = CurrentDeviceRecord::change(apply);
 }
 
 void ViewSitStand::actionSitStandSwitch() {
-    const bool on = !isOn();
-    m_record.sitOrStand = flag(on);
-    m_record.notificationsound = flag(on);
-    if (!on) {
+    change([](OMBluetoothModel& record) {
+        const bool on = record.sitOrStand != "1";
+        record.sitOrStand = flag(on);
+        record.notificationsound = flag(on);
+    });
+    if (!isOn()) {
         counter().stop();
         counter().setTime(0);
     } else {
@@ -103,13 +112,15 @@ void ViewSitStand::actionSitStandSwitch() {
                 counter().setTotal(OMTimeManager::kFixedMinutes[std::size_t(type)]);
         }
     }
-    save();
     refreshContentView();
 }
 
 void ViewSitStand::actionSelectInterval() {
-    if (!isOn())
+    initData(); // the reminder may have ended since the page showed it
+    if (!isOn()) {
+        refreshContentView();
         return;
+    }
     auto* chooser = new ViewReminderInterval(fatherVC());
     QPointer<ViewSitStand> self(this);
     chooser->setViewWithTime(text(m_record.remindInterval), text(m_record.isCustom),
@@ -122,19 +133,19 @@ void ViewSitStand::actionSelectInterval() {
 }
 
 void ViewSitStand::intervalChosen(int selection, int minutes, bool repeat) {
-    m_record.remindInterval = std::to_string(selection);
-    m_record.isCustom = "0";
-    if (OMTimeManager::isFixedType(selection)) {
+    const bool fixed = OMTimeManager::isFixedType(selection);
+    change([=](OMBluetoothModel& record) {
+        record.isCustom = flag(!fixed);
+        record.remindInterval = std::to_string(fixed ? selection : minutes);
+        record.isRepeat = repeat ? 1 : 0;
+    });
+    if (fixed) {
         counter().setType(selection);
         counter().setTotal(OMTimeManager::kFixedMinutes[std::size_t(selection)]);
     } else {
         counter().setType(kCustomType);
         counter().setTotal(minutes);
-        m_record.isCustom = "1";
-        m_record.remindInterval = std::to_string(minutes);
     }
-    m_record.isRepeat = repeat ? 1 : 0;
-    save();
     // A countdown already past the new length starts over; a stopped one starts.
     if (counter().time() != 0) {
         if (counter().time() >= counter().total() * 60)
@@ -147,10 +158,11 @@ void ViewSitStand::intervalChosen(int selection, int minutes, bool repeat) {
 }
 
 void ViewSitStand::actionSoundSwitch() {
-    if (!isOn())
-        return;
-    m_record.notificationsound = flag(m_record.notificationsound != "1");
-    save();
+    initData(); // the reminder may have ended since the page showed it
+    if (isOn())
+        change([](OMBluetoothModel& record) {
+            record.notificationsound = flag(record.notificationsound != "1");
+        });
     refreshContentView();
 }
 
@@ -167,6 +179,12 @@ void ViewSitStand::refreshContentView() {
     else if (interval == u"1" || interval == u"2")
         shown = tr("%1h").arg(interval);
     m_interval->setValueText(shown);
+    // Both only matter while the reminder runs; greyed, they say so.
+    const QString why = isOn() ? QString() : tr("Turn on the sit-stand reminder first");
+    for (QWidget* control : {static_cast<QWidget*>(m_interval), static_cast<QWidget*>(m_sound)}) {
+        control->setEnabled(isOn());
+        control->setToolTip(why);
+    }
 }
 
 } // namespace ostrel

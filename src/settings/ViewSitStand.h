@@ -3,6 +3,8 @@
 #include "settings/OMSettingPage.h"
 #include "store/OMBluetoothModel.h"
 
+#include <functional>
+
 namespace ostrel {
 
 class OMSwitchButton;
@@ -34,7 +36,8 @@ private:
     void initData();
     void initView();
     bool isOn() const;
-    void save();
+    // Applies one change to the stored record and keeps what was saved.
+    void change(const std::function<void(OMBluetoothModel&)>& apply);
 
     OMBluetoothModel m_record;
     OMSwitchButton* m_sitStand = nullptr;

@@ -24,14 +24,11 @@ std::function<void()>& hotKeyRemover() {
 
 ViewSystemSetting::ViewSystemSetting(DeskControlVC* fatherVC)
     : OMSettingPage(fatherVC, tr("Settings")) {
-    initData();
     initView();
     refreshContentView();
     NotificationCenter::defaultCenter().addObserver(
-        this, QString::fromLatin1(notifications::kUnitChange), [this](const QVariant&) {
-            initData();
-            refreshContentView();
-        });
+        this, QString::fromLatin1(notifications::kUnitChange),
+        [this](const QVariant&) { refreshContentView(); });
 }
 
 ViewSystemSetting::~ViewSystemSetting() {
@@ -40,10 +37,6 @@ ViewSystemSetting::~ViewSystemSetting() {
 
 void ViewSystemSetting::setHotKeyRemover(std::function<void()> remover) {
     hotKeyRemover() = std::move(remover);
-}
-
-void ViewSystemSetting::initData() {
-    m_setting = SystemSettingRecord::load();
 }
 
 void ViewSystemSetting::initView() {
@@ -62,7 +55,12 @@ void ViewSystemSetting::initView() {
     connect(m_shortcutRow, &QAbstractButton::clicked, this,
             &ViewSystemSetting::actionSelectShortcut);
 
-    for (QWidget* row : {m_unitRow, m_languageRow, m_shortcutRow})
+    m_homeAutomationRow = new SettingRowView({}, tr("Home automation"), this);
+    m_homeAutomationRow->setAccessoryImage(arrow);
+    connect(m_homeAutomationRow, &QAbstractButton::clicked, this,
+            &ViewSystemSetting::actionSelectHomeAutomation);
+
+    for (QWidget* row : {m_unitRow, m_languageRow, m_shortcutRow, m_homeAutomationRow})
         contentLayout()->addWidget(row);
     contentLayout()->addSpacing(12);
     addHeading(tr("Clear cache"));
@@ -75,9 +73,11 @@ void ViewSystemSetting::initView() {
     contentLayout()->addWidget(m_reset, 0, Qt::AlignHCenter);
 }
 
+// Shows what is stored now: pages opened on top of this one change the same record.
 void ViewSystemSetting::refreshContentView() {
-    m_unitRow->setValueText(m_setting.unit == "1" ? tr("Inches") : tr("Centimeters"));
-    m_autoClean->setChecked(m_setting.autocatchclean == "1");
+    const Object_SystemSetting setting = SystemSettingRecord::load();
+    m_unitRow->setValueText(setting.unit == "1" ? tr("Inches") : tr("Centimeters"));
+    m_autoClean->setChecked(setting.autocatchclean == "1");
 }
 
 void ViewSystemSetting::actionSelectUnit() {
@@ -88,18 +88,20 @@ void ViewSystemSetting::actionSelectShortcut() {
     push(SettingsPages::instance().create(SettingsPages::Page::Shortcuts, fatherVC()));
 }
 
+void ViewSystemSetting::actionSelectHomeAutomation() {
+    push(SettingsPages::instance().create(SettingsPages::Page::HomeAutomation, fatherVC()));
+}
+
 // Cleaning itself waits for the next launch.
 void ViewSystemSetting::actionOpenAutoClear(bool on) {
-    m_setting.autocatchclean.emplace(on ? "1" : "0");
-    SystemSettingRecord::save(m_setting);
+    SystemSettingRecord::change(&Object_SystemSetting::autocatchclean, on ? "1" : "0");
     refreshContentView();
 }
 
 // Deliberately no unit notification: the control screen keeps its unit until the next unit
 // confirmation or launch.
 void ViewSystemSetting::actionReset() {
-    m_setting = Object_SystemSetting{};
-    SystemSettingRecord::save(m_setting);
+    SystemSettingRecord::save(Object_SystemSetting{});
     if (hotKeyRemover())
         hotKeyRemover()();
     refreshContentView();

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "settings/OMSettingPage.h"
-#include "store/Object_SystemSetting.h"
 
 #include <functional>
 
@@ -12,8 +11,9 @@ namespace ostrel {
 
 class SettingRowView;
 
-// The system settings: the height unit, the language (shown, not chosen), the shortcut keys, the
-// automatic cache cleaning and the reset to defaults. Follows unit changes made on the unit page.
+// The system settings: the height unit, the language (shown, not chosen), the shortcut keys, home
+// automation, the automatic cache cleaning and the reset to defaults. Follows unit changes made on
+// the unit page.
 class ViewSystemSetting : public OMSettingPage {
     Q_OBJECT
 public:
@@ -23,27 +23,27 @@ public:
     // What the reset calls to take the desk's global hot keys away; the shell installs it.
     static void setHotKeyRemover(std::function<void()> remover);
 
-    const Object_SystemSetting& setting() const { return m_setting; }
     SettingRowView* unitRow() const { return m_unitRow; }
     SettingRowView* languageRow() const { return m_languageRow; }
     SettingRowView* shortcutRow() const { return m_shortcutRow; }
+    SettingRowView* homeAutomationRow() const { return m_homeAutomationRow; }
     QCheckBox* autoCleanBox() const { return m_autoClean; }
     QPushButton* resetButton() const { return m_reset; }
 
     void actionSelectUnit();
     void actionSelectShortcut();
+    void actionSelectHomeAutomation();
     void actionOpenAutoClear(bool on);
     void actionReset();
     void refreshContentView();
 
 private:
-    void initData();
     void initView();
 
-    Object_SystemSetting m_setting;
     SettingRowView* m_unitRow = nullptr;
     SettingRowView* m_languageRow = nullptr;
     SettingRowView* m_shortcutRow = nullptr;
+    SettingRowView* m_homeAutomationRow = nullptr;
     QCheckBox* m_autoClean = nullptr;
     QPushButton* m_reset = nullptr;
 };

@@ -11,7 +11,7 @@
 namespace ostrel {
 
 ViewUnit::ViewUnit(DeskControlVC* fatherVC)
-    : OMSettingPage(fatherVC, tr("Unit")), m_setting(SystemSettingRecord::load()),
+    : OMSettingPage(fatherVC, tr("Unit")), m_unit(SystemSettingRecord::load().unit.value_or("")),
       m_inches(new SettingRowView({}, tr("Inches"), this)),
       m_centimeters(new SettingRowView({}, tr("Centimeters"), this)),
       m_confirm(new QPushButton(tr("Confirm"), this)) {
@@ -29,19 +29,19 @@ ViewUnit::ViewUnit(DeskControlVC* fatherVC)
 }
 
 void ViewUnit::actionSelectUnit(int tag) {
-    m_setting.unit = std::to_string(tag - kCentimetersTag);
+    m_unit = std::to_string(tag - kCentimetersTag);
     refreshSelection();
 }
 
 void ViewUnit::actionConfirm() {
-    SystemSettingRecord::save(m_setting);
+    SystemSettingRecord::change(&Object_SystemSetting::unit, m_unit);
     NotificationCenter::defaultCenter().post(QString::fromLatin1(notifications::kUnitChange));
     actionBack();
 }
 
 void ViewUnit::refreshSelection() {
     const QString tick = QStringLiteral("setting_select");
-    const bool inches = m_setting.unit == "1";
+    const bool inches = m_unit == "1";
     m_inches->setAccessoryImage(inches ? tick : QString());
     m_centimeters->setAccessoryImage(inches ? QString() : tick);
 }

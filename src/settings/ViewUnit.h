@@ -1,7 +1,8 @@
 #pragma once
 
 #include "settings/OMSettingPage.h"
-#include "store/Object_SystemSetting.h"
+
+#include <string>
 
 class QPushButton;
 
@@ -29,7 +30,7 @@ public:
 private:
     void refreshSelection();
 
-    Object_SystemSetting m_setting;
+    std::string m_unit; // the choice shown, stored only on "Confirm"
     SettingRowView* m_inches;
     SettingRowView* m_centimeters;
     QPushButton* m_confirm;

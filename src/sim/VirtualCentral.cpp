@@ -235,9 +235,7 @@ void VirtualCentral::cancelPeripheralConnection(const QString& identifier) {
         link->state = PeripheralDisconnected;
         return;
     }
-    link->desk->setSubscribed(false);
-    link->state = PeripheralDisconnected;
-    link->notifying = false;
+    unlink(*link);
     later([identifier](PlatformCentralDelegate& d) {
         d.centralDidDisconnectPeripheral(identifier, std::nullopt);
     });
@@ -247,11 +245,16 @@ void VirtualCentral::endLink(const QString& identifier, const OptionalError& err
     Link* link = linkFor(identifier);
     if (!link || link->state != PeripheralConnected)
         return;
-    link->desk->setSubscribed(false);
-    link->state = PeripheralDisconnected;
-    link->notifying = false;
+    unlink(*link);
     if (delegate())
         delegate()->centralDidDisconnectPeripheral(identifier, error);
+}
+
+void VirtualCentral::unlink(Link& link) {
+    link.desk->setSubscribed(false);
+    link.state = PeripheralDisconnected;
+    link.notifying = false;
+    link.sink = nullptr;
 }
 
 // ---- GATT ----
@@ -357,11 +360,26 @@ void VirtualCentral::deskNotified(const QString& identifier, const Bytes& value)
     if (!link || link->state != PeripheralConnected || !link->notifying)
         return;
     link->lastValue = value;
-    if (delegate())
+    if (const std::shared_ptr<PacketSink> sink = link->sink)
+        sink->received(value);
+    else if (delegate())
         delegate()->peripheralDidNotifyValue(
             GattPath{identifier, BluetoothUuid::normalized(link->desk->serviceUuid()),
                      BluetoothUuid::normalized(link->desk->notifyUuid())},
             value);
+}
+
+void VirtualCentral::setNotifySink(const GattPath& path, std::shared_ptr<PacketSink> sink) {
+    Link* link = linkFor(path.peripheral);
+    if (link && link->state == PeripheralConnected && isNotifyCharacteristic(*link, path))
+        link->sink = std::move(sink);
+}
+
+PlatformCentral::ChannelWriter VirtualCentral::channelWriter(const GattPath& path) {
+    if (!connectedLink(path.peripheral))
+        return {};
+    // Through the ordinary write, so write observers and refusals see channel frames too.
+    return [this, path](const Bytes& frame) { return !writeValueWithoutResponse(path, frame); };
 }
 
 void VirtualCentral::injectNotification(const VirtualDesk* desk, const Bytes& value) {

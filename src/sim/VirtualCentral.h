@@ -74,6 +74,8 @@ public:
     void writeDescriptor(const GattPath& path, const QString& descriptor,
                          const Bytes& value) override;
     void readRSSI(const QString& identifier) override;
+    void setNotifySink(const GattPath& path, std::shared_ptr<PacketSink> sink) override;
+    ChannelWriter channelWriter(const GattPath& path) override;
 
 private:
     int m_stackProblem = StackUsable;
@@ -84,6 +86,7 @@ private:
         QString connectFailure;
         QString writeRefusal;
         Bytes lastValue;
+        std::shared_ptr<PacketSink> sink;
     };
 
     Link* linkFor(const QString& identifier);
@@ -94,6 +97,7 @@ private:
     void updateAdvertising();
     void tryConnect(const QString& identifier);
     void endLink(const QString& identifier, const OptionalError& error);
+    static void unlink(Link& link);
     void deskNotified(const QString& identifier, const Bytes& value);
     void setNotifying(const QString& identifier, bool enabled);
     // Reports after the radio's latency, if the central still exists.

@@ -1,5 +1,6 @@
 #include "BluetoothTool.h"
 
+#include "LinkChannel.h"
 #include "QtPlatformCentral.h"
 #include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
@@ -356,6 +357,39 @@ void BluetoothTool::notifyDataWithPeripheral(const PeripheralPtr& peripheral,
                         setBluetoothState(StateNotified, weak.lock());
                     m_bluethoothData.deliver(value, mapped, callback);
                 });
+        });
+}
+
+void BluetoothTool::openChannelWithPeripheral(const PeripheralPtr& peripheral,
+                                              const QString& serviceUUID, const QString& notifyUUID,
+                                              const QString& writeUUID, DataCallback callback) {
+    searchCharacteristicWithPeripheral(
+        peripheral, serviceUUID, writeUUID,
+        [=, this](const CharacteristicPtr& write, const OptionalError& failure) {
+            if (failure)
+                return callback(std::nullopt, failure);
+            if (!write)
+                return;
+            searchCharacteristicWithPeripheral(
+                peripheral, serviceUUID, notifyUUID,
+                [=, this](const CharacteristicPtr& notify, const OptionalError& notifyFailure) {
+                    if (notifyFailure)
+                        return callback(std::nullopt, notifyFailure);
+                    if (notify && m_central)
+                        openChannel(write, notify, callback);
+                });
+        });
+}
+
+void BluetoothTool::openChannel(const CharacteristicPtr& write, const CharacteristicPtr& notify,
+                                const DataCallback& callback) {
+    auto channel = std::make_shared<LinkChannel>(m_central->channelWriter(write->path()), callback);
+    m_central->setNotifySink(notify->path(), channel);
+    // The values take the channel's way; only a failed subscription comes this way.
+    notify->notifyWithValue(
+        true, [channel](const CharacteristicPtr&, const Bytes&, const OptionalError& failure) {
+            if (failure)
+                channel->failed(failure->withCode(ErrorNotify));
         });
 }
 

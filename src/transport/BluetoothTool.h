@@ -131,6 +131,12 @@ public:
     void notifyDataWithPeripheral(const PeripheralPtr& peripheral, const QString& serviceUUID,
                                   const QString& notifyUUID, bool notifyValue,
                                   DataCallback callback);
+    // Subscribes to `notifyUUID` over a channel of the link (LinkChannel) that knows both
+    // characteristics from now on: the desk's keypad polls are answered in it, and every other
+    // frame reaches `callback` as notifyDataWithPeripheral delivers them. For each new link.
+    void openChannelWithPeripheral(const PeripheralPtr& peripheral, const QString& serviceUUID,
+                                   const QString& notifyUUID, const QString& writeUUID,
+                                   DataCallback callback);
 
 private:
     // The operations the application does not use report their steps here too.
@@ -145,6 +151,8 @@ private:
                              const PeripheralCallback& callback);
     // An unset time-out becomes the default, in the options too.
     static int settleTimeOut(int& seconds);
+    void openChannel(const CharacteristicPtr& write, const CharacteristicPtr& notify,
+                     const DataCallback& callback);
 
     QPointer<PlatformCentral> m_central;
     std::unique_ptr<BluetoothCenterManager> m_centerManager;

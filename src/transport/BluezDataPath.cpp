@@ -31,6 +31,12 @@ QDBusMessage bluezCall(const QString& path, const char* interface, const char* m
     return QDBusMessage::createMethodCall(text(kService), path, text(interface), text(method));
 }
 
+QDBusMessage writeValueCall(const QString& path, const QByteArray& value) {
+    QDBusMessage call = bluezCall(path, kCharacteristic, "WriteValue");
+    call << value << QVariantMap{{QStringLiteral("type"), QStringLiteral("command")}};
+    return call;
+}
+
 QString devicePathOf(const Objects& objects, const QString& address) {
     for (auto it = objects.begin(); it != objects.end(); ++it) {
         const QVariantMap device = it.value().value(text(kDevice));
@@ -165,6 +171,7 @@ void BluezDataPath::acquired(const QString& characteristic, bool notify,
         return;
     }
     route.notifySocket = socket;
+    socket->setSink(route.sink);
     if (!route.notifyWanted) {
         PacketSocket::drop(route.notifySocket, this); // given up while it was being acquired
         return;
@@ -189,13 +196,36 @@ OptionalError BluezDataPath::write(const QString& characteristic, const QByteArr
             return BluetoothError{0, QStringLiteral("the characteristic write failed")};
         return std::nullopt;
     }
-    QDBusMessage call = bluezCall(found->objectPath, kCharacteristic, "WriteValue");
-    call << value << QVariantMap{{QStringLiteral("type"), QStringLiteral("command")}};
-    callWithReply(call, [this, path = found->gatt](const QDBusMessage& reply) {
-        if (reply.type() == QDBusMessage::ErrorMessage)
-            emit writeRefused(path, reply.errorMessage());
-    });
+    callWithReply(writeValueCall(found->objectPath, value),
+                  [this, path = found->gatt](const QDBusMessage& reply) {
+                      if (reply.type() == QDBusMessage::ErrorMessage)
+                          emit writeRefused(path, reply.errorMessage());
+                  });
     return std::nullopt;
+}
+
+PlatformCentral::ChannelWriter BluezDataPath::channelWriter(const QString& characteristic) const {
+    const auto found = m_routes.constFind(characteristic);
+    if (found == m_routes.constEnd())
+        return {};
+    if (found->writeSocket)
+        return [socket = found->writeSocket](const Bytes& frame) {
+            return socket && socket->send(frame.data(), frame.size()) == 0;
+        };
+    // A refused answer is as good as a lost one: the desk polls again.
+    return [bus = m_bus, path = found->objectPath](const Bytes& frame) {
+        return bus.send(writeValueCall(path, QByteArray(reinterpret_cast<const char*>(frame.data()),
+                                                        static_cast<qsizetype>(frame.size()))));
+    };
+}
+
+void BluezDataPath::setNotifySink(const QString& characteristic, std::shared_ptr<PacketSink> sink) {
+    const auto found = m_routes.find(characteristic);
+    if (found == m_routes.end())
+        return;
+    found->sink = std::move(sink);
+    if (found->notifySocket)
+        found->notifySocket->setSink(found->sink);
 }
 
 bool BluezDataPath::setNotifying(const QString& characteristic, bool enabled) {

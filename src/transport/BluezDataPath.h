@@ -1,7 +1,7 @@
 #pragma once
 
 #include "BluetoothError.h"
-#include "PlatformCentralDelegate.h"
+#include "PlatformCentral.h"
 
 #include <QDBusConnection>
 #include <QHash>
@@ -35,6 +35,12 @@ public:
     bool handlesWrite(const QString& characteristic) const;
     // An error when the bytes did not go out; a later refusal arrives as writeRefused.
     OptionalError write(const QString& characteristic, const QByteArray& value);
+    // A link channel's writer: the acquired socket, else WriteValue on the known object path
+    // without waiting for the reply. Empty when `characteristic` does not go through here.
+    PlatformCentral::ChannelWriter channelWriter(const QString& characteristic) const;
+    // A link channel's sink: what `characteristic` notifies over its socket goes there rather
+    // than to `notified`.
+    void setNotifySink(const QString& characteristic, std::shared_ptr<PacketSink> sink);
     // False when BlueZ offers no socket for these notifications: the caller's own path takes
     // them. Otherwise the outcome arrives as notifyingChanged, or notifyRefused when BlueZ
     // would not hand the socket out after all.
@@ -57,6 +63,7 @@ private:
         bool notifyAcquiring = false;
         QPointer<PacketSocket> notifySocket;
         QPointer<PacketSocket> writeSocket;
+        std::shared_ptr<PacketSink> sink;
     };
     enum class Resolution { Pending, Running, Done };
 

@@ -2,7 +2,7 @@
 
 namespace ostrel {
 
-void NotificationFrames::deliver(const Bytes& value, const OptionalError& error,
+void NotificationFrames::deliver(std::span<const std::uint8_t> value, const OptionalError& error,
                                  const FrameCallback& callback) {
     if (value.empty()) {
         if (error)
@@ -10,7 +10,9 @@ void NotificationFrames::deliver(const Bytes& value, const OptionalError& error,
         return;
     }
     if (m_delivering) {
-        m_waiting.push_back([this, value, error, callback] { cut(value, error, callback); });
+        m_waiting.push_back([this, value = Bytes(value.begin(), value.end()), error, callback] {
+            cut(value, error, callback);
+        });
         return;
     }
     m_delivering = true;
@@ -23,9 +25,15 @@ void NotificationFrames::deliver(const Bytes& value, const OptionalError& error,
     m_delivering = false;
 }
 
-void NotificationFrames::cut(const Bytes& value, const OptionalError& error,
+void NotificationFrames::cut(std::span<const std::uint8_t> value, const OptionalError& error,
                              const FrameCallback& callback) {
-    m_splitter.append(value, [&](const Bytes& frame) { callback(frame, error); });
+    m_splitter.push(value);
+    while (const Bytes* frame = m_splitter.nextFrame()) {
+        if (!m_frame)
+            m_frame.emplace();
+        m_frame->assign(frame->begin(), frame->end());
+        callback(m_frame, error);
+    }
 }
 
 } // namespace ostrel

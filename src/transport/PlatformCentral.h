@@ -2,12 +2,15 @@
 
 #include "BluetoothError.h"
 #include "PlatformCentralDelegate.h"
+#include "core/PacketSink.h"
 #include "protocol/Bytes.h"
 
 #include <QList>
 #include <QObject>
 #include <QStringList>
 #include <QVariantMap>
+#include <functional>
+#include <memory>
 
 namespace ostrel {
 
@@ -84,6 +87,16 @@ public:
     virtual void writeDescriptor(const GattPath& path, const QString& descriptor,
                                  const Bytes& value) = 0;
     virtual void readRSSI(const QString& identifier) = 0;
+
+    // A link's frame channel (LinkChannel), resolved once when it opens. From now on what
+    // `path` notifies goes to `sink` as it arrives instead of to the delegate, until the link
+    // ends or another sink takes the place of this one.
+    virtual void setNotifySink(const GattPath& path, std::shared_ptr<PacketSink> sink) = 0;
+    // Writes one frame without response to `path` with nothing left to look up; false when it
+    // did not go out (a refusal afterwards may go unreported). Empty when the link has no such
+    // characteristic. Valid while the link lasts.
+    using ChannelWriter = std::function<bool(const Bytes& frame)>;
+    virtual ChannelWriter channelWriter(const GattPath& path) = 0;
 
 protected:
     PlatformCentralDelegate* delegate() const { return m_delegate; }

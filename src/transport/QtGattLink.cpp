@@ -61,6 +61,8 @@ QString QtGattLink::uuidText(const QBluetoothUuid& uuid) {
 
 void QtGattLink::silence() {
     m_delegate = [] { return nullptr; };
+    if (m_sink)
+        setNotifySink(m_sinkPath, nullptr);
 }
 
 PlatformCentralDelegate* QtGattLink::delegate() const {
@@ -162,6 +164,12 @@ void QtGattLink::watchValues(QLowEnergyService* service, const QString& serviceU
     };
     connect(service, &QLowEnergyService::characteristicChanged, this,
             [this, pathOf](const QLowEnergyCharacteristic& c, const QByteArray& value) {
+                if (const std::shared_ptr<PacketSink> sink = m_sink;
+                    sink && c.uuid() == m_sinkCharacteristic) {
+                    sink->received({reinterpret_cast<const std::uint8_t*>(value.constData()),
+                                    static_cast<std::size_t>(value.size())});
+                    return;
+                }
                 report([&](auto& d) { d.peripheralDidNotifyValue(pathOf(c), toBytes(value)); });
             });
     connect(service, &QLowEnergyService::characteristicRead, this,
@@ -264,6 +272,22 @@ void QtGattLink::setNotifyValue(const GattPath& path, bool enabled) {
     object->writeDescriptor(configuration, enabled
                                                ? QLowEnergyCharacteristic::CCCDEnableNotification
                                                : QLowEnergyCharacteristic::CCCDDisable);
+}
+
+void QtGattLink::setNotifySink(const GattPath& path, std::shared_ptr<PacketSink> sink) {
+    m_dataPath->setNotifySink(path.characteristic, sink);
+    m_sink = std::move(sink);
+    m_sinkPath = path;
+    m_sinkCharacteristic = toQtUuid(path.characteristic);
+}
+
+PlatformCentral::ChannelWriter QtGattLink::channelWriter(const GattPath& path) {
+    if (PlatformCentral::ChannelWriter writer = m_dataPath->channelWriter(path.characteristic))
+        return writer;
+    if (!serviceAt(path.service))
+        return {};
+    // A stack other than BlueZ: QtBluetooth finds the characteristic for every frame.
+    return [this, path](const Bytes& frame) { return !writeValueWithoutResponse(path, frame); };
 }
 
 void QtGattLink::readDescriptor(const GattPath& path, const QString& descriptor) {

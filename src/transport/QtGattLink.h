@@ -42,6 +42,8 @@ public:
     void setNotifyValue(const GattPath& path, bool enabled);
     void readDescriptor(const GattPath& path, const QString& descriptor);
     void writeDescriptor(const GattPath& path, const QString& descriptor, const Bytes& value);
+    void setNotifySink(const GattPath& path, std::shared_ptr<PacketSink> sink);
+    PlatformCentral::ChannelWriter channelWriter(const GattPath& path);
 
 signals:
     // An acquired socket hung up: the link is gone, whatever the controller says yet.
@@ -67,6 +69,10 @@ private:
     QHash<QString, QLowEnergyService*> m_services; // by normalized UUID, children of the controller
     // The characteristic last written on each service, to pin a late write refusal on it.
     QHash<const QLowEnergyService*, QString> m_lastWritten;
+    // The link channel's sink, for values that come through QtBluetooth rather than a socket.
+    std::shared_ptr<PacketSink> m_sink;
+    GattPath m_sinkPath;
+    QBluetoothUuid m_sinkCharacteristic;
 };
 
 } // namespace ostrel

@@ -331,6 +331,16 @@ void QtPlatformCentral::writeDescriptor(const GattPath& path, const QString& des
         gatt->writeDescriptor(path, descriptor, value);
 }
 
+void QtPlatformCentral::setNotifySink(const GattPath& path, std::shared_ptr<PacketSink> sink) {
+    if (QtGattLink* gatt = gattOf(path.peripheral))
+        gatt->setNotifySink(path, std::move(sink));
+}
+
+PlatformCentral::ChannelWriter QtPlatformCentral::channelWriter(const GattPath& path) {
+    QtGattLink* gatt = gattOf(path.peripheral);
+    return gatt ? gatt->channelWriter(path) : ChannelWriter();
+}
+
 void QtPlatformCentral::readRSSI(const QString& identifier) {
     // Qt 6.4 has no RSSI read on a live link; the last advertised value is the best known.
     const int rssi = m_links.value(identifier).info.rssi();

@@ -49,6 +49,8 @@ public:
     void writeDescriptor(const GattPath& path, const QString& descriptor,
                          const Bytes& value) override;
     void readRSSI(const QString& identifier) override;
+    void setNotifySink(const GattPath& path, std::shared_ptr<PacketSink> sink) override;
+    ChannelWriter channelWriter(const GattPath& path) override;
 
 private:
     struct Link {

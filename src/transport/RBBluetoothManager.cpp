@@ -30,27 +30,14 @@ RBBluetoothManager::~RBBluetoothManager() {
 
 RBBluetoothManager& RBBluetoothManager::sharedInstance() {
     std::unique_ptr<RBBluetoothManager>& manager = sharedManager();
-    if (!manager) {
+    if (!manager)
         manager = std::make_unique<RBBluetoothManager>();
-        installResultWriter();
-    }
     return *manager;
 }
 
 std::unique_ptr<RBBluetoothManager>
 RBBluetoothManager::replaceSharedInstance(std::unique_ptr<RBBluetoothManager> manager) {
-    auto previous = std::exchange(sharedManager(), std::move(manager));
-    if (sharedManager())
-        installResultWriter();
-    return previous;
-}
-
-void RBBluetoothManager::installResultWriter() {
-    // Written at once while the poll is handled: a late answer reads as a released key.
-    BluetoothResultHandle::sharedInstance().setWriter([](const Bytes& frame) {
-        if (RBBluetoothManager* manager = sharedManager().get())
-            manager->writeDataWithCurrentperipheral(frame, nullptr);
-    });
+    return std::exchange(sharedManager(), std::move(manager));
 }
 
 const BluetoothToolOptions& RBBluetoothManager::toolOptions() {
@@ -173,13 +160,14 @@ BluetoothModel RBBluetoothManager::modelFor(const PeripheralPtr& peripheral) {
 
 void RBBluetoothManager::setNotifyDataWithPeripheral(const PeripheralPtr& peripheral,
                                                      FrameCallback operationCallback) {
+    // The desk's type, once for the link; it is done again for the next one.
     const BluetoothModel model = modelFor(peripheral);
     // Families without identifiers exchange no frames.
     if (model.serviceUUID().isEmpty() && model.readCharacteristicUUID().isEmpty())
         return;
-    bluetoothTool().notifyDataWithPeripheral(peripheral, model.serviceUUID(),
-                                             model.readCharacteristicUUID(), true,
-                                             std::move(operationCallback));
+    bluetoothTool().openChannelWithPeripheral(
+        peripheral, model.serviceUUID(), model.readCharacteristicUUID(),
+        model.writeCharacteristicUUID(), std::move(operationCallback));
 }
 
 void RBBluetoothManager::writeData(const Bytes& data, const PeripheralPtr& peripheral,

@@ -34,14 +34,9 @@ public:
     ~RBBluetoothManager() override;
 
     static RBBluetoothManager& sharedInstance();
-    // Installs `manager` as the shared instance (tests, demo mode) and returns the previous
-    // one. The shared instance is the classifier's writer: poll answers go to its
-    // currentPeripheral.
+    // Installs `manager` as the shared instance (tests, demo mode) and returns the previous one.
     static std::unique_ptr<RBBluetoothManager>
     replaceSharedInstance(std::unique_ptr<RBBluetoothManager> manager);
-    // Points the classifier's answers at the shared instance; done whenever one is made or
-    // installed, and needed again after replacing the classifier.
-    static void installResultWriter();
 
     bool isConnect() const { return m_isConnect; }
     BluetoothTool& bluetoothTool();
@@ -73,7 +68,9 @@ public:
     void connectDeviceWithPeripheralName(const QString& name, ConnectCallback connectCallback,
                                          FrameCallback operationCallback);
 
-    // Frames and writes; both do nothing for a desk whose type has no identifiers.
+    // Frames and writes; both do nothing for a desk whose type has no identifiers. The desk's
+    // keypad polls are answered on the link itself (BluetoothTool::openChannelWithPeripheral):
+    // the frame callback hears every other frame.
     void setNotifyDataWithPeripheral(const PeripheralPtr& peripheral,
                                      FrameCallback operationCallback);
     void writeData(const Bytes& data, const PeripheralPtr& peripheral, WriteCallback callback);

@@ -2,6 +2,8 @@
 
 #include "widgets/HoldGuard.h"
 
+#include <QKeyEvent>
+
 namespace ostrel {
 
 OMHoverButton::OMHoverButton(const QString& imageName, QWidget* parent)
@@ -17,8 +19,54 @@ void OMHoverButton::afterDelay(Scheduler::Duration delay, void (OMHoverButton::*
 }
 
 void OMHoverButton::mousePressEvent(QMouseEvent* event) {
-    if (!isLeftButton(event))
+    if (isLeftButton(event))
+        press();
+}
+
+void OMHoverButton::mouseReleaseEvent(QMouseEvent* event) {
+    // A release after the button forgot its press belongs to no press.
+    if (isLeftButton(event) && isDown())
+        release();
+}
+
+void OMHoverButton::keyPressEvent(QKeyEvent* event) {
+    if (event->isAutoRepeat() && event->key() == m_pressingKey)
         return;
+    if (isDown() && event->key() == Qt::Key_Escape) {
+        forgetPress();
+        return;
+    }
+    if (isDown() || event->isAutoRepeat()) {
+        event->ignore();
+        return;
+    }
+    if (!isPressKey(event)) {
+        OMImageButton::keyPressEvent(event);
+        return;
+    }
+    m_pressingKey = event->key();
+    press();
+}
+
+void OMHoverButton::keyReleaseEvent(QKeyEvent* event) {
+    if (event->key() != m_pressingKey) {
+        event->ignore();
+        return;
+    }
+    if (event->isAutoRepeat())
+        return;
+    m_pressingKey = 0;
+    if (isDown())
+        release();
+}
+
+void OMHoverButton::focusOutEvent(QFocusEvent* event) {
+    if (isDown())
+        forgetPress();
+    OMImageButton::focusOutEvent(event);
+}
+
+void OMHoverButton::press() {
     setDown(true);
     m_guard->arm();
     m_longPressCheck.cancel();
@@ -27,10 +75,7 @@ void OMHoverButton::mousePressEvent(QMouseEvent* event) {
     afterDelay(kReportDelay, &OMHoverButton::reportPress);
 }
 
-void OMHoverButton::mouseReleaseEvent(QMouseEvent* event) {
-    // A release after the button forgot its press belongs to no press.
-    if (!isLeftButton(event) || !isDown())
-        return;
+void OMHoverButton::release() {
     setDown(false);
     m_longPressCheck.cancel();
     ++m_pendingReleases;
@@ -66,6 +111,7 @@ void OMHoverButton::reportRelease() {
 
 void OMHoverButton::forgetPress() {
     ++m_generation;
+    m_pressingKey = 0;
     m_longPressCheck.cancel();
     m_longPress = false;
     m_pendingReleases = 0;

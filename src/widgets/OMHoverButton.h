@@ -16,6 +16,9 @@ class HoldGuard;
 // When the window system takes the release away (a popup, a modal sheet such as the one a long
 // press opens, the window hidden, the focus lost), the button forgets the press at once: pending
 // reports are dropped and a reported press is released now, so the next click starts afresh.
+//
+// Space, Enter or Return on the focused button press it as the mouse does, for as long as the key
+// is down (auto-repeat is not a new press); Escape or the focus moving away forgets the press.
 class OMHoverButton : public OMImageButton {
     Q_OBJECT
 public:
@@ -39,8 +42,13 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    void press();
+    void release();
     // Runs `report` after `delay` unless the press is forgotten first.
     void afterDelay(Scheduler::Duration delay, void (OMHoverButton::*report)());
     void checkLongPress();
@@ -54,6 +62,7 @@ private:
     int m_pendingReleases = 0;
     unsigned m_generation = 0; // bumped to drop every pending report at once
     TimerHandle m_longPressCheck;
+    int m_pressingKey = 0; // the key that presses the button, 0 when none does
 };
 
 } // namespace ostrel

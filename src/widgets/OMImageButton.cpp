@@ -1,8 +1,10 @@
 #include "widgets/OMImageButton.h"
 
+#include "widgets/OMAppStyle.h"
 #include "widgets/OMImage.h"
 
 #include <QEasingCurve>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -11,6 +13,19 @@ namespace ostrel {
 OMImageButton::OMImageButton(const QString& imageName, QWidget* parent)
     : QAbstractButton(parent), m_imageName(imageName) {
     setCursor(Qt::PointingHandCursor);
+    setFocusPolicy(Qt::TabFocus);
+}
+
+void OMImageButton::setRound(bool round) {
+    m_round = round;
+    update();
+}
+
+void OMImageButton::setActive(bool active) {
+    if (active == m_active)
+        return;
+    m_active = active;
+    update();
 }
 
 void OMImageButton::setImageName(const QString& name) {
@@ -59,6 +74,27 @@ bool OMImageButton::isLeftButton(QMouseEvent* event) {
     return left;
 }
 
+bool OMImageButton::isPressKey(const QKeyEvent* event) {
+    switch (event->key()) {
+    case Qt::Key_Space:
+    case Qt::Key_Enter:
+    case Qt::Key_Return:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void OMImageButton::keyPressEvent(QKeyEvent* event) {
+    if (!OMAppStyle::clickOnEnter(this, event))
+        QAbstractButton::keyPressEvent(event);
+}
+
+qreal OMImageButton::cornerRadius() const {
+    constexpr qreal kSquareRadius = 6.0;
+    return m_round ? qMin(width(), height()) / 2.0 : kSquareRadius;
+}
+
 QSize OMImageButton::sizeHint() const {
     const QSizeF natural = OMImage::naturalSize(m_imageName);
     return natural.isEmpty() ? QSize(24, 24) : natural.toSize();
@@ -67,20 +103,41 @@ QSize OMImageButton::sizeHint() const {
 void OMImageButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    if (m_background.isValid()) {
+    constexpr qreal kDisabledOpacity = 0.4;
+    if (!isEnabled())
+        painter.setOpacity(kDisabledOpacity);
+    QRectF shape(rect());
+    if (m_round) {
+        const qreal side = qMin(width(), height());
+        shape.setSize({side, side});
+        shape.moveCenter(QRectF(rect()).center());
+    }
+    const QColor background =
+        looksPressed() ? palette().color(QPalette::Highlight).lighter(170) : m_background;
+    if (background.isValid()) {
         painter.setPen(Qt::NoPen);
-        painter.setBrush(m_background);
-        painter.drawRoundedRect(rect(), 6, 6);
+        painter.setBrush(background);
+        painter.drawRoundedRect(shape, cornerRadius(), cornerRadius());
     }
     const QSizeF natural = OMImage::naturalSize(m_imageName);
-    if (natural.isEmpty())
-        return;
-    const QSizeF fitted = natural.scaled(QSizeF(size()), Qt::KeepAspectRatio);
+    if (!natural.isEmpty())
+        paintImage(painter, natural);
+    // Over the picture, which may fill the whole button.
+    OMAppStyle::drawFocusRing(painter, this, shape.toAlignedRect(), cornerRadius());
+}
+
+void OMImageButton::paintImage(QPainter& painter, const QSizeF& natural) const {
+    painter.save();
+    // Pressed, the picture sinks a little, as a physical key would.
+    constexpr qreal kPressedScale = 0.92;
+    const QSizeF fitted = natural.scaled(QSizeF(size()), Qt::KeepAspectRatio) *
+                          (looksPressed() ? kPressedScale : 1.0);
     const QPointF centre = QRectF(rect()).center();
     painter.translate(centre);
     painter.rotate(m_rotation);
     OMImage::render(painter, m_imageName,
                     QRectF(QPointF(-fitted.width() / 2, -fitted.height() / 2), fitted));
+    painter.restore();
 }
 
 } // namespace ostrel

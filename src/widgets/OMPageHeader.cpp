@@ -3,6 +3,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace ostrel {
@@ -18,6 +19,8 @@ OMPageHeader::OMPageHeader(const QString& title, const QString& backText, QWidge
     m_back->setFixedWidth(kBackWidth);
     m_back->setShortcut(QKeySequence::Back);
     connect(m_back, &QPushButton::clicked, this, &OMPageHeader::backClicked);
+    // Only the page on top is visible, so only its Escape is live.
+    new QShortcut(QKeySequence(Qt::Key_Escape), this, this, &OMPageHeader::backClicked);
 
     QFont font = m_title->font();
     font.setBold(true);

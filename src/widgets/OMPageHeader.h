@@ -9,7 +9,7 @@ class QVBoxLayout;
 namespace ostrel {
 
 // The top of a page opened over another: the page's title centred, and a way back at its left
-// end (also the platform's Back key). Both texts come translated from the page.
+// end (also the platform's Back key, and Escape). Both texts come translated from the page.
 class OMPageHeader : public QWidget {
     Q_OBJECT
 public:

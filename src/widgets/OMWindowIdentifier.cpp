@@ -22,4 +22,13 @@ QWidget* OMWindowIdentifier::find(const QString& identifier) {
     return nullptr;
 }
 
+void OMWindowIdentifier::bringToFront(QWidget* window) {
+    if (!window)
+        return;
+    window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+    window->show();
+    window->raise();
+    window->activateWindow();
+}
+
 } // namespace ostrel

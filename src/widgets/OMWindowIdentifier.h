@@ -23,6 +23,8 @@ public:
     static void assign(QWidget* window, const QString& identifier);
     // The top-level window with that identifier, or nullptr.
     static QWidget* find(const QString& identifier);
+    // Shows the window in front of the others, hidden or minimised as it may be. Null is ignored.
+    static void bringToFront(QWidget* window);
 };
 
 } // namespace ostrel

@@ -4,8 +4,8 @@ namespace ostrel {
 
 namespace {
 constexpr int kMargin = 20;
-constexpr qreal kCentre = 0.5;
-constexpr qreal kHeightArea = 0.25;
+constexpr int kHorizontalPadding = 16;
+constexpr int kVerticalPadding = 10;
 } // namespace
 
 SJHUD::SJHUD(const QString& text, QWidget* view) : QLabel(text, view) {
@@ -13,31 +13,38 @@ SJHUD::SJHUD(const QString& text, QWidget* view) : QLabel(text, view) {
     setAlignment(Qt::AlignCenter);
     setWordWrap(true);
     setStyleSheet(QStringLiteral("background-color: rgba(32, 36, 42, 225); color: white;"
-                                 "border-radius: 8px; padding: 10px 16px;"));
+                                 "border-radius: 8px;"));
+    // Margins rather than a style sheet's padding: the label counts them when it wraps.
+    setContentsMargins(kHorizontalPadding, kVerticalPadding, kHorizontalPadding, kVerticalPadding);
 }
 
 SJHUD* SJHUD::showMessage(const QString& text, QWidget* view, Scheduler::Duration duration) {
-    return show(text, view, duration, kCentre);
+    return show(text, view, duration);
 }
 
 SJHUD* SJHUD::showHeightMessage(const QString& text, QWidget* view, Scheduler::Duration duration) {
-    return show(text, view, duration, kHeightArea);
+    return show(text, view, duration);
 }
 
-SJHUD* SJHUD::show(const QString& text, QWidget* view, Scheduler::Duration duration,
-                   qreal verticalCentre) {
+SJHUD* SJHUD::show(const QString& text, QWidget* view, Scheduler::Duration duration) {
     for (SJHUD* previous : view->findChildren<SJHUD*>(Qt::FindDirectChildrenOnly))
         previous->dismiss();
 
     auto* toast = new SJHUD(text, view);
-    toast->setMaximumWidth(qMax(view->width() - 2 * kMargin, kMargin));
-    toast->adjustSize();
-    const QPoint centre(view->width() / 2, qRound(view->height() * verticalCentre));
-    toast->move(centre - toast->rect().center());
+    toast->fitInto(view);
     toast->raise();
     toast->QLabel::show();
     Scheduler::instance().after(duration, toast, [toast] { toast->dismiss(); });
     return toast;
+}
+
+// One line when the text fits the view; a label left to size itself wraps far earlier.
+void SJHUD::fitInto(const QWidget* view) {
+    const int widest = qMax(view->width() - 2 * kMargin, kMargin);
+    const int oneLine = fontMetrics().horizontalAdvance(text()) + 2 * kHorizontalPadding + 2;
+    const int width = qMin(oneLine, widest);
+    resize(width, heightForWidth(width));
+    move((view->width() - width) / 2, view->height() - height() - kMargin);
 }
 
 void SJHUD::dismiss() {

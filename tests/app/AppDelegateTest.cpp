@@ -11,6 +11,8 @@
 #include <QApplication>
 #include <QFile>
 #include <QProcess>
+#include <QScreen>
+#include <QScrollArea>
 #include <QSignalSpy>
 
 namespace ostrel::test {
@@ -63,6 +65,20 @@ TEST_F(LaunchTest, ShowsSearchOnlyAfterTheSettlePause) {
     EXPECT_EQ(OMWindowIdentifier::find(OMWindowIdentifier::home()), delegate->modalWindow());
 }
 
+// On a screen lower than the window wants (a small screen, a large text scale), the window keeps
+// within the available area and the rest scrolls.
+TEST_F(LaunchTest, TheWindowFitsTheAvailableAreaAndScrollsWhatDoesNot) {
+    launch();
+    OMBaseModalWindow* window = delegate->modalWindow();
+    const QRect available = window->screen()->availableGeometry();
+    EXPECT_EQ(window->height(), qMin(OMBaseModalWindow::kSize.height(),
+                                     available.height() - OMBaseModalWindow::kFrameAllowance));
+    EXPECT_TRUE(available.contains(window->frameGeometry()));
+    EXPECT_FALSE(window->windowFlags() & Qt::WindowMaximizeButtonHint);
+    EXPECT_GE(window->content()->height(), window->content()->minimumSizeHint().height());
+    EXPECT_EQ(window->findChild<QScrollArea*>()->widget(), window->content());
+}
+
 TEST_F(LaunchTest, ShowsNoBluetoothAndTellsTheUserWhenTheRadioIsOff) {
     central->setPowered(false);
     launch();
@@ -95,6 +111,49 @@ TEST_F(LaunchTest, HiddenStartShowsOnlyTheTrayUntilTheTrayIsClicked) {
     EXPECT_FALSE(delegate->modalWindow()->isVisible());
     delegate->statusOnClick();
     EXPECT_TRUE(delegate->modalWindow()->isVisible());
+}
+
+// Without a tray nothing may hide the window: the user would have no way back to it but a
+// second launch. Closing and Hide minimise, quitting still closes, and a tray that comes or goes
+// is followed.
+TEST_F(LaunchTest, WithoutATrayTheWindowMinimisesAndFollowsTheTrayComingAndGoing) {
+    tray->setAvailable(false);
+    launch();
+    OMBaseModalWindow* window = delegate->modalWindow();
+    EXPECT_EQ(delegate->statusItem(), nullptr);
+    for (QAction* away :
+         {delegate->menu()->HideOstrelMotion.data(), static_cast<QAction*>(nullptr)}) {
+        if (away)
+            away->trigger();
+        else
+            window->close();
+        EXPECT_TRUE(window->isVisible());
+        EXPECT_TRUE(window->isMinimized());
+        delegate->applicationShouldHandleReopen(); // a second launch
+        EXPECT_FALSE(window->isMinimized());
+    }
+
+    tray->setAvailable(true);
+    ASSERT_NE(delegate->statusItem(), nullptr);
+    window->close();
+    EXPECT_FALSE(window->isVisible());
+
+    tray->setAvailable(false); // the panel went away with the window hidden
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(window->isMinimized());
+
+    tray->setAvailable(false);
+    QEvent quit(QEvent::Quit); // quitting closes every window; refusing would cancel the quit
+    QCoreApplication::sendEvent(qApp, &quit);
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(LaunchTest, HiddenStartWithoutATrayStartsMinimised) {
+    tray->setAvailable(false);
+    delegate->setStartHidden(true);
+    launch();
+    EXPECT_TRUE(delegate->modalWindow()->isVisible());
+    EXPECT_TRUE(delegate->modalWindow()->isMinimized());
 }
 
 // The autostart file is the setting: the menu entry writes and removes it and shows what is on

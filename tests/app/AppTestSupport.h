@@ -3,6 +3,7 @@
 #include "app/AppDelegate.h"
 #include "app/OMBaseModalWindow.h"
 #include "app/SystemServices.h"
+#include "app/TrayPresence.h"
 #include "platform/DesktopNotifications.h"
 #include "platform/Platform.h"
 #include "store/DQDataCatchHelper.h"
@@ -37,6 +38,9 @@ protected:
         QDir(DQDataCatchHelper::getLibCatchesPath()).removeRecursively();
         m_previousServices = SystemServices::setInstance(&services);
         delegate = std::make_unique<AppDelegate>();
+        auto presence = std::make_unique<TrayPresence>(true);
+        tray = presence.get();
+        delegate->setTrayPresence(std::move(presence));
     }
 
     void TearDown() override {
@@ -59,6 +63,7 @@ protected:
     RecordingServices services;
     PlatformOverride<DesktopNotifications> notifications{services};
     std::unique_ptr<AppDelegate> delegate;
+    TrayPresence* tray = nullptr; // owned by the delegate; a tray unless a test takes it away
 
 private:
     SystemServices* m_previousServices = nullptr;

@@ -5,9 +5,11 @@
 #include "app/AppConfig.h"
 #include "app/DeskBusAdaptor.h"
 #include "app/SingleInstance.h"
+#include "session/HotKeyMovement.h"
 #include "widgets/HomeFunctionBtn.h"
 
 #include <QCoreApplication>
+#include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QElapsedTimer>
@@ -191,10 +193,10 @@ INSTANTIATE_TEST_SUITE_P(BothPaths, DeskBusPathTest, ::testing::Bool());
 
 TEST_F(DeskBusTest, BadCallsGetClearErrorsAndHoldNothing) {
     // No control screen, no desk.
-    for (const char* method : {"MoveTo", "RecallPreset", "Stop"}) {
-        const QVariantList arguments = method == std::string("MoveTo") ? QVariantList{100.0}
-                                       : method == std::string("Stop") ? QVariantList{}
-                                                                       : QVariantList{"sit"};
+    for (const char* method : {"MoveTo", "RecallPreset", "Stop", "Down"}) {
+        const QVariantList arguments = method == std::string("MoveTo")         ? QVariantList{100.0}
+                                       : method == std::string("RecallPreset") ? QVariantList{"sit"}
+                                                                               : QVariantList{};
         const QDBusMessage reply = call(QLatin1String(method), arguments);
         EXPECT_EQ(reply.errorName(), QLatin1String(config::kNotConnectedError)) << method;
     }
@@ -233,6 +235,33 @@ TEST_F(DeskBusTest, BadCallsGetClearErrorsAndHoldNothing) {
     EXPECT_LE(std::abs(desk->heightTenths() - 720), 5);
 }
 
+// Up and Down are the hot keys' toggle: the other direction stops rather than reverses, and
+// a movement nobody stops ends at the end stop by the hot keys' stall watchdog.
+TEST_F(DeskBusTest, UpAndDownToggleAsTheHotKeysAndEndByTheirWatchdog) {
+    EXPECT_EQ(call(QStringLiteral("Up")).errorName(), QLatin1String(config::kNotConnectedError));
+    open();
+    const auto press = [&](const char* method) {
+        const QDBusMessage reply = call(QLatin1String(method));
+        EXPECT_EQ(reply.type(), QDBusMessage::ReplyMessage) << method;
+        return reply.arguments().value(0).toBool();
+    };
+    EXPECT_TRUE(press("Up"));
+    advance(1s);
+    EXPECT_EQ(handle().currentCommandType(), command::kUpKey);
+    EXPECT_TRUE(desk->isMoving());
+    EXPECT_TRUE(property("Moving").toBool());
+    EXPECT_FALSE(press("Down"));
+    advance(200ms);
+    expectNothingHeld();
+
+    EXPECT_TRUE(press("Down"));
+    EXPECT_EQ(handle().currentCommandType(), command::kDownKey);
+    advance(8s); // 12 cm above the end stop at 3.8 cm/s, then the stall watchdog
+    expectNothingHeld();
+    EXPECT_EQ(desk->heightTenths(), 600);
+    EXPECT_FALSE(session().hotKeyMovement().isMoving());
+}
+
 TEST_F(DeskBusTest, PropertyChangesArriveAFewTimesASecondWhileMoving) {
     open({}, "72,110,0,0");
     ASSERT_TRUE(delivered([&] {
@@ -259,6 +288,34 @@ TEST_F(DeskBusTest, PropertyChangesArriveAFewTimesASecondWhileMoving) {
     for (const QVariantMap& change : recorder.changes)
         lastHeight = change.value(QStringLiteral("Height"), lastHeight).toDouble();
     EXPECT_NEAR(lastHeight, 100.0, 0.5);
+}
+
+TEST_F(DeskBusTest, StandingTimeIncludesTheOpenIntervalAndTheGoalIsWritable) {
+    RecordedActivity activity;
+    open({}, "72,110,0,0");
+    ASSERT_EQ(call(QStringLiteral("MoveTo"), {110.0}).type(), QDBusMessage::ReplyMessage);
+    runMove();
+    advance(10min); // not yet saved: the last save was at most a minute ago
+    EXPECT_NEAR(property("StandingToday").toDouble(), 600, 30);
+    EXPECT_LT(property("SittingToday").toUInt(), 10u);
+    EXPECT_EQ(property("StandingStreak").toUInt(), 0u);
+    EXPECT_EQ(property("StandingThreshold").toDouble(), 91.0);
+
+    QDBusMessage set = QDBusMessage::createMethodCall(
+        QLatin1String(config::kDBusService), QLatin1String(config::kDeskPath),
+        QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Set"));
+    set.setArguments({QLatin1String(config::kDeskInterface), QStringLiteral("StandingGoal"),
+                      QVariant::fromValue(QDBusVariant(uint(4200)))});
+    EXPECT_EQ(script.call(set, QDBus::BlockWithGui).type(), QDBusMessage::ReplyMessage);
+    EXPECT_EQ(property("StandingGoal").toUInt(), 4500u) << "rounded to 15 minutes";
+    EXPECT_EQ(activity.recorder.goalMs(), 4500 * 1000);
+
+    const QDBusMessage history = call(QStringLiteral("History"), {3u});
+    ActivityDays days;
+    history.arguments().value(0).value<QDBusArgument>() >> days;
+    ASSERT_EQ(days.size(), 3);
+    EXPECT_EQ(days.last().value(QStringLiteral("date")), activity.recorder.today().toString(Qt::ISODate));
+    EXPECT_NEAR(days.last().value(QStringLiteral("standing_s")).toDouble(), 600, 30);
 }
 
 TEST_F(DeskBusTest, IntrospectionMatchesTheInterfaceFileInTheRepository) {

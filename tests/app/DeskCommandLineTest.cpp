@@ -13,11 +13,14 @@
 #include "session/DeskSession.h"
 #include "session/GoToHeight.h"
 #include "sim/VirtualDesk.h"
+#include "store/ActivityStore.h"
 #include "transport/screens/BluetoothSearchVC.h"
 #include "transport/screens/DeskSearchRowView.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QElapsedTimer>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
@@ -70,15 +73,51 @@ Outcome runVerb(const QStringList& arguments) {
 TEST(DeskCommandLineTest, WithoutARunningApplicationEveryVerbSaysSo) {
     for (const QStringList& verb :
          {QStringList{"--status"}, QStringList{"--status", "--json"},
-          QStringList{"--move-to", "100"}, QStringList{"--preset", "sit"}, QStringList{"--stop"}}) {
+          QStringList{"--move-to", "100"}, QStringList{"--preset", "sit"}, QStringList{"--stop"},
+          QStringList{"--up"}, QStringList{"--down"}}) {
         const Outcome outcome = runVerb(verb);
         EXPECT_EQ(outcome.code, Code::kNotRunning) << verb.join(' ').toStdString();
         EXPECT_EQ(outcome.err, QStringLiteral("Ostrel Motion is not running."));
     }
     const Outcome help = runVerb({QStringLiteral("--help")});
     EXPECT_EQ(help.code, Code::kOk);
-    for (const char* verb : {"--status", "--json", "--move-to <cm>", "--preset <name>", "--stop"})
+    for (const char* verb :
+         {"--status", "--json", "--move-to <cm>", "--preset <name>", "--stop", "--up", "--down"})
         EXPECT_TRUE(help.out.contains(QLatin1String(verb))) << verb;
+}
+
+// Without the application, --stats reads the record in the data folder the binary uses, and
+// leaves it as it was.
+TEST(DeskCommandLineTest, StatsWithoutARunningApplicationReadTheFile) {
+    const QString folder =
+        qEnvironmentVariable("XDG_DATA_HOME") + QStringLiteral("/ostrel/ostrel-motion");
+    QDir().mkpath(folder);
+    const QString path = folder + QLatin1Char('/') + QLatin1String(ActivityStore::kFileName);
+    const QDate today = QDate::currentDate();
+    {
+        ActivityStore store(path);
+        const qint64 id = store.switchInterval(
+            0, 0, {0, today, Posture::Standing, QDateTime(today, QTime(8, 0)), 0, {}, false, true});
+        ASSERT_TRUE(store.saveDuration(id, 30 * 60000, true));
+    }
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray before = file.readAll();
+
+    const Outcome json = runVerb({"--stats", "--json", "--days", "3"});
+    EXPECT_EQ(json.code, Code::kOk) << json.err.toStdString();
+    const QJsonObject object = QJsonDocument::fromJson(json.out.toUtf8()).object();
+    EXPECT_EQ(object.value("today").toObject().value("date"), today.toString(Qt::ISODate));
+    EXPECT_EQ(object.value("today").toObject().value("standing_s"), 1800);
+    EXPECT_EQ(object.value("goal_s"), 7200);
+    EXPECT_EQ(object.value("threshold_cm"), 95);
+    EXPECT_EQ(object.value("days").toArray().size(), 3);
+    const Outcome text = runVerb({"--stats"});
+    EXPECT_TRUE(text.out.startsWith(QStringLiteral("Today: standing 0:30 of 2:00")))
+        << text.out.toStdString();
+    EXPECT_EQ(runVerb({"--stats", "--days", "0"}).code, Code::kInvalidArgument);
+    file.seek(0);
+    EXPECT_EQ(file.readAll(), before);
 }
 
 class RunningApplicationTest : public ::testing::Test {
@@ -152,6 +191,15 @@ TEST_F(RunningApplicationTest, VerbsDriveTheDeskAndFailWithDistinctCodes) {
         EXPECT_EQ(object.value("unit"), QStringLiteral("in"));
         EXPECT_EQ(object.value("presets").toObject().value("sit"), 0);
 
+        // Standing time from the running application, today included.
+        const Outcome stats = runVerb({QStringLiteral("--stats"), QStringLiteral("--json")});
+        EXPECT_EQ(stats.code, Code::kOk);
+        const QJsonObject figures = QJsonDocument::fromJson(stats.out.toUtf8()).object();
+        EXPECT_EQ(figures.value("today").toObject().value("date"),
+                  QDate::currentDate().toString(Qt::ISODate));
+        EXPECT_EQ(figures.value("goal_s"), 7200);
+        EXPECT_EQ(figures.value("days").toArray().size(), 7);
+
         for (const QStringList& bad :
              {QStringList{"--move-to", "tall"}, QStringList{"--move-to", "130"},
               QStringList{"--move-to", "nan"}, QStringList{"--preset", "desk"}}) {
@@ -179,6 +227,15 @@ TEST_F(RunningApplicationTest, VerbsDriveTheDeskAndFailWithDistinctCodes) {
         EXPECT_FALSE(goTo.isMoving());
         EXPECT_TRUE(waitUntil([&] { return !desk->isMoving(); }, 200));
         EXPECT_LT(desk->heightTenths(), 890);
+
+        // The hot keys' toggle, for the desktop's own keyboard settings to bind.
+        const Outcome up = runVerb({QStringLiteral("--up")});
+        EXPECT_EQ(up.code, Code::kOk);
+        EXPECT_EQ(up.out, QStringLiteral("Moving up"));
+        EXPECT_TRUE(waitUntil([&] { return desk->isMoving(); }));
+        const Outcome again = runVerb({QStringLiteral("--up")});
+        EXPECT_EQ(again.out, QStringLiteral("Stopped"));
+        EXPECT_TRUE(waitUntil([&] { return !desk->isMoving(); }, 500));
 
         // How long a script waits for --status.
         std::vector<qint64> times;

@@ -14,6 +14,7 @@
 #include "store/DQDataSessionHelper.h"
 #include "store/Object_SystemSetting.h"
 #include "store/RecordDictionary.h"
+#include "widgets/OMAlert.h"
 #include "widgets/OMSwitchButton.h"
 
 #include <QPushButton>
@@ -165,7 +166,11 @@ TEST_F(GlobalKeysX11Test, SwitchedOffNothingIsGrabbedAndQuittingFreesTheKeys) {
             type("shift+Up");
             expectNoKeyHeard();
 
+            // Shift, the default, kept when the page asks.
+            const OMAlert::Presenter previous = OMAlert::setPresenter(
+                [](QWidget*, const OMAlertContent&) { return OMAlert::kFirstButton + 1; });
             openPanel().switchRow()->switchButton()->click();
+            OMAlert::setPresenter(previous);
             for (xcb_keysym_t key : {XK_Up, XK_Down, XK_1, XK_2, XK_3, XK_4})
                 EXPECT_FALSE(other.grab(kShift, key)) << "switched on: the keys are taken";
             EXPECT_FALSE(other.grab(kShift | XCB_MOD_MASK_LOCK, XK_4)) << "with Caps Lock on too";

@@ -1,9 +1,9 @@
 #include "app/HomeErrorVC.h"
 
 #include "AppTestSupport.h"
-#include "widgets/OMWindowIdentifier.h"
 
 #include <QDesktopServices>
+#include <QFile>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
@@ -64,29 +64,35 @@ public slots:
 
 using ErrorWindowTest = AppTest;
 
-TEST_F(ErrorWindowTest, OneWindowKeepsItsFirstCodeAndClosesOnUnderstood) {
-    HomeErrorVC* first = HomeErrorVC::showError(30);
-    ASSERT_TRUE(first);
+// Help opens a page shipped with the application, never a web address; "understood" only
+// hides the window, which the control screen brings back for later faults.
+TEST_F(ErrorWindowTest, HelpOpensTheShippedPageAndUnderstoodHidesTheWindow) {
+    std::unique_ptr<QWidget> window(HomeErrorVC::makeWindow(30));
+    window->show();
+    auto* screen = window->findChild<HomeErrorVC*>();
+    ASSERT_TRUE(screen);
     EXPECT_EQ(services.deliveredRemovals, 1);
-
-    HomeErrorVC* again = HomeErrorVC::showError(5);
-    EXPECT_EQ(again, first);
-    EXPECT_EQ(first->findChild<QLabel*>(QStringLiteral("errorCodeLabel"))->text(),
+    EXPECT_EQ(screen->findChild<QLabel*>(QStringLiteral("errorCodeLabel"))->text(),
               QStringLiteral("升降桌故障,错误代码E30"));
 
     UrlRecorder browser;
-    QDesktopServices::setUrlHandler(QStringLiteral("https"), &browser, "open");
-    QTest::mouseClick(first->findChild<QPushButton*>(QStringLiteral("helpButton")), Qt::LeftButton);
-    QDesktopServices::unsetUrlHandler(QStringLiteral("https"));
-    ASSERT_EQ(browser.opened.size(), 1);
-    EXPECT_TRUE(browser.opened[0].isValid());
-
-    QPointer<QWidget> window = first->window();
-    QTest::mouseClick(first->findChild<QPushButton*>(QStringLiteral("understoodButton")),
+    for (const char* scheme : {"file", "http", "https"})
+        QDesktopServices::setUrlHandler(QString::fromLatin1(scheme), &browser, "open");
+    QTest::mouseClick(screen->findChild<QPushButton*>(QStringLiteral("helpButton")),
                       Qt::LeftButton);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_FALSE(window);
-    EXPECT_FALSE(OMWindowIdentifier::find(HomeErrorVC::windowIdentifier()));
+    for (const char* scheme : {"file", "http", "https"})
+        QDesktopServices::unsetUrlHandler(QString::fromLatin1(scheme));
+    ASSERT_EQ(browser.opened.size(), 1);
+    ASSERT_TRUE(browser.opened[0].isLocalFile()) << browser.opened[0].toString().toStdString();
+    QFile page(browser.opened[0].toLocalFile());
+    ASSERT_TRUE(page.open(QIODevice::ReadOnly));
+    const QByteArray html = page.readAll();
+    for (const char* code : {"RST", "LOC", "-0L", "E30"})
+        EXPECT_TRUE(html.contains(code)) << code;
+
+    QTest::mouseClick(screen->findChild<QPushButton*>(QStringLiteral("understoodButton")),
+                      Qt::LeftButton);
+    EXPECT_FALSE(window->isVisible());
 }
 
 } // namespace

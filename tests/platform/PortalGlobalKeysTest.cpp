@@ -1,6 +1,8 @@
-// The Wayland path against a portal stand-in on a private session bus: the keys are bound in a
-// portal session with the chosen combination as the preferred trigger, the portal's Activated
-// signal becomes the key's notification, and letting go closes the session.
+// The Wayland path through Debian's real xdg-desktop-portal on a private session bus, over a
+// desktop's GlobalShortcuts implementation stand-in that a .portal file in tools/desktop-standins
+// names: the keys are bound in a portal session with the chosen combination as the preferred
+// trigger, the portal's Activated signal becomes the key's notification, and letting go closes
+// the session.
 #include "platform/PortalGlobalKeys.h"
 
 #include "app/RealTimeWait.h"
@@ -13,7 +15,9 @@
 #include <QDBusConnectionInterface>
 #include <QDBusInterface>
 #include <QDBusReply>
+#include <QElapsedTimer>
 #include <QProcess>
+#include <cstdio>
 #include <gtest/gtest.h>
 
 namespace ostrel::test {
@@ -32,23 +36,37 @@ protected:
     void TearDown() override {
         DQGlobalKeyHelper::shareInstance().removeDeskGlobalHotKey();
         NotificationCenter::defaultCenter().removeObserver(&observer);
-        standin.kill();
-        standin.waitForFinished();
+        for (QProcess* process : {&frontend, &backend}) {
+            process->terminate();
+            process->waitForFinished();
+        }
     }
 
-    void startStandin() {
-        standin.start(QStringLiteral(OSTREL_PORTAL_STANDIN), {});
-        ASSERT_TRUE(waitUntil(
-            [] {
+    static bool registered(const char* name) {
+        return waitUntil(
+            [name] {
                 return QDBusConnection::sessionBus().interface()->isServiceRegistered(
-                    QLatin1String(PortalGlobalKeys::kService));
+                    QLatin1String(name));
             },
-            kWaitMs));
+            kWaitMs);
+    }
+
+    // The implementation first: the frontend offers only the portals it finds running.
+    void startPortal() {
+        backend.start(QStringLiteral(OSTREL_PORTAL_BACKEND_STANDIN), {});
+        ASSERT_TRUE(registered(kBackendName));
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_DESKTOP_PORTAL_DIR"),
+                           QStringLiteral(OSTREL_PORTALS_DIR));
+        environment.insert(QStringLiteral("XDG_CURRENT_DESKTOP"), QStringLiteral("ostreltest"));
+        frontend.setProcessEnvironment(environment);
+        frontend.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        frontend.start(QStringLiteral(XDG_DESKTOP_PORTAL), {QStringLiteral("--replace")});
+        ASSERT_TRUE(registered(PortalGlobalKeys::kService));
     }
 
     QStringList ask(const char* method, const QString& argument = {}) {
-        QDBusInterface control(QLatin1String(PortalGlobalKeys::kService),
-                               QStringLiteral("/standin"),
+        QDBusInterface control(QLatin1String(kBackendName), QStringLiteral("/standin"),
                                QStringLiteral("com.ostrel.test.PortalStandin"));
         const QDBusReply<QStringList> reply = argument.isEmpty()
                                                   ? control.call(QLatin1String(method))
@@ -68,14 +86,20 @@ protected:
         return lines;
     }
 
-    QProcess standin;
+    static constexpr char kBackendName[] = "org.freedesktop.impl.portal.desktop.ostreltest";
+    QProcess backend;
+    QProcess frontend;
     QObject observer;
     QStringList posted;
 };
 
 TEST_F(PortalGlobalKeysTest, KeysAreBoundInAPortalSessionAndActivationsPostTheirNames) {
     EXPECT_EQ(PortalGlobalKeys::create(), nullptr) << "no portal on the bus yet";
-    ASSERT_NO_FATAL_FAILURE(startStandin());
+    QElapsedTimer startup;
+    startup.start();
+    ASSERT_NO_FATAL_FAILURE(startPortal());
+    std::printf("portal frontend and backend up after %lld ms\n",
+                static_cast<long long>(startup.elapsed()));
     auto portal = PortalGlobalKeys::create();
     ASSERT_NE(portal, nullptr);
     PlatformOverride<GlobalKeyBackend> installed(*portal);

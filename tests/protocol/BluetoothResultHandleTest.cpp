@@ -81,6 +81,12 @@ TEST_F(BluetoothResultHandleTest, PollIsAnsweredWithTheHeldKeyUntilItChanges) {
         poll();
         EXPECT_EQ(written, (std::vector<Bytes>{answer, answer})) << type;
     }
+    // A target changed while it is held is answered from the next poll on.
+    handle().setCurrentCommandType(5);
+    handle().setTargetHeight(1300);
+    written.clear();
+    poll();
+    EXPECT_EQ(written, std::vector<Bytes>{BluetoothProtocol::cmdForTableTargetHeight(1300)});
     written.clear();
     for (int unanswered : {15, -1}) {
         handle().setCurrentCommandType(unanswered);

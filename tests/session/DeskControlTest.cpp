@@ -3,10 +3,12 @@
 #include "core/NotificationNames.h"
 #include "protocol/BluetoothProtocol.h"
 #include "session/DeskHeightDisplay.h"
+#include "session/DeskStatusLine.h"
 #include "store/DQDataCatchHelper.h"
 #include "widgets/HomeFunctionBtn.h"
 #include "widgets/OMDeskPicture.h"
 #include "widgets/OMHoverButton.h"
+#include "widgets/OMWindowIdentifier.h"
 #include "widgets/WidgetTestSupport.h"
 
 #include <QFile>
@@ -146,6 +148,73 @@ TEST_F(DeskControlTest, LostLinkAsksAndGoesBackToSearch) {
     advance(1s);
     EXPECT_FALSE(facade().isConnect());
     EXPECT_FALSE(central->isScanning());
+}
+
+// The desk's faults show in words under the height; the first opens the error screen, which
+// later faults only bring back to the front with its first code.
+TEST_F(DeskControlTest, DeskFaultsShowInWordsAndTheFirstOpensTheErrorScreen) {
+    std::vector<long> made;
+    DeskControlVC::setErrorScreenFactory([&made](long code) {
+        made.push_back(code);
+        return new QWidget;
+    });
+    VirtualDesk& desk = bindDesk();
+    openControl();
+    const auto line = [this] {
+        return control->statusLine()->isHidden() ? QString() : control->statusLine()->text();
+    };
+    EXPECT_EQ(line(), "");
+
+    desk.injectError(10);
+    advance(200ms);
+    EXPECT_EQ(line(), "Error E10: the desk reports a fault.");
+    ASSERT_EQ(made, std::vector<long>{10});
+    QPointer<QWidget> errorWindow = control->errorWindow();
+    EXPECT_TRUE(errorWindow->isVisible());
+    errorWindow->hide(); // understood
+
+    desk.injectError(0);
+    advance(200ms);
+    EXPECT_EQ(line(), "");
+    const struct {
+        void (VirtualDesk::*raise)(bool);
+        const char* words;
+    } faults[] = {
+        {&VirtualDesk::setChildLock, "Child lock (LOC)"},
+        {&VirtualDesk::setResetNeeded, "Reset needed (RST): hold Down until the desk reaches"},
+        {&VirtualDesk::setSlideDown, "Slide-down warning (-0L)"},
+    };
+    for (const auto& fault : faults) {
+        (desk.*fault.raise)(true);
+        advance(200ms);
+        EXPECT_TRUE(line().startsWith(fault.words)) << line().toStdString();
+        EXPECT_TRUE(errorWindow->isVisible()) << fault.words;
+        errorWindow->hide();
+        (desk.*fault.raise)(false);
+        advance(200ms);
+    }
+    EXPECT_EQ(made.size(), 1u) << "one error window, reused";
+    control.reset();
+    EXPECT_FALSE(errorWindow) << "it goes with the screen";
+    DeskControlVC::setErrorScreenFactory(nullptr);
+}
+
+// The end of a session shows the search screen in a window the user can see, however hidden
+// or minimised the window was.
+TEST_F(DeskControlTest, SessionEndBringsTheHomeWindowToTheFront) {
+    for (const bool minimised : {false, true}) {
+        QWidget home;
+        OMWindowIdentifier::assign(&home, OMWindowIdentifier::home());
+        VirtualDesk& desk = bindDesk();
+        openControl();
+        if (minimised)
+            home.showMinimized();
+        desk.dropLink();
+        advance(100ms);
+        ASSERT_EQ(routed.size(), minimised ? 2 : 1);
+        EXPECT_TRUE(home.isVisible()) << minimised;
+        EXPECT_FALSE(home.isMinimized());
+    }
 }
 
 TEST_F(DeskControlTest, NoLinkAtStartAsksAndGoesToTheBluetoothOffScreenWhenTheRadioIsOff) {

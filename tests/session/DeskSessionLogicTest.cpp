@@ -2,11 +2,41 @@
 #include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
 #include "session/DeskHeightDisplay.h"
+#include "session/DeskStatus.h"
 
 #include <QCoreApplication>
 
 namespace ostrel::test {
 namespace {
+
+TEST(DeskStatusTest, EachDisplayStateHasItsWordsAndItsErrorScreenCode) {
+    struct Case {
+        bool locked;
+        const char* result;
+        long code;
+        const char* words; // the start of what the screen says; "" for nothing
+    };
+    const Case cases[] = {
+        {false, "725", 0, ""},
+        {false, "E01", 1, "Error E01: the desk is overheated. Wait 18 minutes"},
+        {false, "E07", 7, "Error E07: the desk needs a reset. Hold Down until"},
+        {false, "E10", 10, "Error E10: the desk reports a fault."},
+        {false, "E30", 30, "Error E30: the six-axis sensor has failed."},
+        {false, "E2B", DeskStatus::kCodeUnreadable, "Error E2B: the desk reports a fault."},
+        {false, "RST", DeskStatus::kCodeReset, "Reset needed (RST): hold Down until the desk"},
+        {false, "-OL", DeskStatus::kCodeSlideDown, "Slide-down warning (-0L)"},
+        {true, "725", DeskStatus::kCodeChildLock, "Child lock (LOC)"}, // the lock comes first
+        {true, "E10", DeskStatus::kCodeChildLock, "Child lock (LOC)"},
+    };
+    for (const Case& c : cases) {
+        DeskStatus status;
+        status.displayShown(c.locked, c.result);
+        EXPECT_EQ(status.errorCode(), c.code) << c.result;
+        const QString words = QString::fromUtf8(c.words);
+        EXPECT_EQ(words.isEmpty() ? status.text() : status.text().left(words.size()), words)
+            << c.result;
+    }
+}
 
 TEST(DeskHeightDisplayTest, ReportsBelow580AreInchesAndTheUnitPicksTheText) {
     struct Case {

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "session/ActivityFeed.h"
+#include "session/ActivityRecorder.h"
 #include "session/DeskControlVC.h"
 #include "session/DeskLink.h"
 #include "session/DeskSession.h"
 #include "session/OMTimeManager.h"
 #include "session/PresetKeys.h"
 #include "session/ShortcutsHeightSetVC.h"
+#include "store/ActivityStore.h"
 #include "store/CurrentDeskModel.h"
 #include "store/CurrentDeviceStore.h"
 #include "store/DQDataSessionHelper.h"
@@ -15,9 +18,18 @@
 #include "support/ShellTestSupport.h"
 #include "widgets/SJHUD.h"
 
+#include <QTemporaryDir>
 #include <QWidget>
 
 namespace ostrel::test {
+
+// A standing-time record in a file of its own, fed by whichever control screen shows.
+struct RecordedActivity {
+    QTemporaryDir folder;
+    ActivityStore store{folder.filePath(QStringLiteral("activity.sqlite"))};
+    ActivityRecorder recorder{store};
+    ActivityFeed feed{recorder};
+};
 
 // A bound virtual desk, the store in a private folder, all in virtual time. The desk is linked
 // as desk search leaves it: connected, frames flowing to the classifier, the record written to

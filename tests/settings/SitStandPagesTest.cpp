@@ -131,5 +131,29 @@ TEST_F(SitStandPagesTest, AChosenIntervalIsSavedAndReachesTheRunningCountdown) {
     EXPECT_EQ(NotificationAlert::current()->text(), "Please stand/sit for a while");
 }
 
+// A single reminder switches itself off when its countdown ends; a page that still shows it on,
+// and an interval choice left open, write nothing back over that.
+TEST_F(SitStandPagesTest, AFinishedSingleReminderStaysOffWhatEverThePagesStillHold) {
+    ViewSitStand& page = openPage();
+    click(page.sitStandSwitch());
+    ViewReminderInterval& custom = openInterval(page);
+    click(custom.choiceRow(ViewReminderInterval::kCustomSelection));
+    custom.minutesField()->setText("1");
+    click(custom.singleRow());
+    click(custom.confirmButton());
+    ViewReminderInterval& leftOpen = openInterval(page);
+
+    advance(61s);
+    ASSERT_NE(NotificationAlert::current(), nullptr);
+    ASSERT_EQ(stored("sitOrStand"), "0");
+    EXPECT_FALSE(isOn(page.sitStandSwitch())) << "the page follows the record";
+
+    click(leftOpen.confirmButton());
+    EXPECT_EQ(stored("sitOrStand"), "0");
+    click(page.soundSwitch());
+    EXPECT_EQ(stored("sitOrStand"), "0");
+    EXPECT_EQ(stored("notificationsound"), "1");
+}
+
 } // namespace
 } // namespace ostrel::test

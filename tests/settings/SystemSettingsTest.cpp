@@ -1,7 +1,11 @@
+#include "FakeGlobalKeys.h"
 #include "SettingsTestSupport.h"
+#include "settings/ShortcutSwitchRowView.h"
 #include "settings/ViewSetting.h"
+#include "settings/ViewShortcutKeys.h"
 #include "settings/ViewSystemSetting.h"
 #include "settings/ViewUnit.h"
+#include "widgets/OMSwitchButton.h"
 
 #include <QCheckBox>
 
@@ -69,6 +73,26 @@ TEST_F(SystemSettingsTest, TheCleaningBoxStoresItsFlagAndKeepsTheOtherSettings) 
     EXPECT_EQ(stored().unit, "0");
     click(page.autoCleanBox());
     EXPECT_EQ(stored().autocatchclean, "0");
+}
+
+// A page opened on top of another changes the same stored record: going back and changing
+// something else keeps what the upper page stored.
+TEST_F(SystemSettingsTest, AChangeBelowKeepsWhatAPageOpenedOnTopStored) {
+    FakeGlobalKeysInstalled keys;
+    SettingsPages::instance().registerPage(
+        SettingsPages::Page::Shortcuts, [](DeskControlVC* f) { return new ViewShortcutKeys(f); });
+    ViewSystemSetting& page = openSystemSettings();
+    click(page.shortcutRow());
+    click(top<ViewShortcutKeys>()->switchRow()->switchButton());
+    goBack();
+    click(page.autoCleanBox());
+    click(page.unitRow());
+    click(top<ViewUnit>()->inchesRow());
+    top<ViewUnit>()->confirmButton()->click();
+
+    EXPECT_EQ(stored().combinationopen, "1");
+    EXPECT_EQ(stored().autocatchclean, "1");
+    EXPECT_EQ(stored().unit, "1");
 }
 
 // The reset stores the defaults and drops the hot keys, but tells no screen about the unit.

@@ -4,6 +4,7 @@
 #include "widgets/OMRotatingImage.h"
 #include "widgets/OMSwitchButton.h"
 
+#include <QKeyEvent>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -29,6 +30,32 @@ TEST_F(ButtonsTest, HoldButtonReportsAtOnceAndReleasesWhereverThePointerIs) {
     up.setEnabled(false);
     EXPECT_EQ(released.count(), 1) << "a hold that ended is not ended again";
     EXPECT_EQ(clock.pendingCount(), 0u) << "hold buttons must not delay anything";
+}
+
+// A key held on the button, as X11 delivers it when it repeats: marked repeats, or a repeat that
+// Qt could not tell from a release, its press following at once. Either way one hold, ended
+// once by the real release. (Escape, a second key and focus loss are tested with real keys.)
+TEST_F(ButtonsTest, HoldButtonFollowsTheKeyAndNotItsRepeats) {
+    const auto send = [](QWidget* button, QEvent::Type type, bool repeat = false) {
+        QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier, QString(), repeat);
+        QApplication::sendEvent(button, &event);
+    };
+    for (const bool marked : {true, false}) {
+        HomeFunctionBtn up("control_up");
+        QSignalSpy down(&up, &HomeFunctionBtn::touchDwon);
+        QSignalSpy released(&up, &HomeFunctionBtn::touchUp);
+        send(&up, QEvent::KeyPress);
+        for (int repeat = 0; repeat < 3; ++repeat) {
+            send(&up, QEvent::KeyRelease, marked);
+            send(&up, QEvent::KeyPress, marked);
+            clock.advance(HomeFunctionBtn::kRepeatGrace);
+        }
+        EXPECT_EQ(released.count(), 0) << (marked ? "marked" : "unmarked") << " repeats";
+        send(&up, QEvent::KeyRelease);
+        clock.advance(HomeFunctionBtn::kRepeatGrace);
+        EXPECT_EQ(down.count(), 1);
+        EXPECT_EQ(released.count(), 1);
+    }
 }
 
 TEST_F(ButtonsTest, SwitchFlipsOnClickAndFollowsSetChecked) {

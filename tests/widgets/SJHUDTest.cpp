@@ -21,13 +21,14 @@ protected:
     QWidget view;
 };
 
-TEST_F(SJHUDTest, ShowsTheTextCentredOverTheViewForTheGivenTimeOnly) {
+TEST_F(SJHUDTest, ShowsTheTextAtTheBottomOfTheViewForTheGivenTimeOnly) {
     QPointer<SJHUD> toast = SJHUD::showMessage("Setting successful", &view, milliseconds(1500));
     ASSERT_EQ(toasts(), QList<SJHUD*>{toast.data()});
     EXPECT_EQ(toast->text(), "Setting successful");
     EXPECT_FALSE(toast->isHidden());
     EXPECT_NEAR(toast->geometry().center().x(), view.rect().center().x(), 1);
     EXPECT_TRUE(view.rect().contains(toast->geometry()));
+    EXPECT_GT(toast->geometry().top(), view.height() * 3 / 4) << "covers the middle of the view";
 
     at(1499);
     EXPECT_EQ(toasts().size(), 1);
@@ -41,7 +42,7 @@ TEST_F(SJHUDTest, ANewMessageReplacesTheOldOneAndKeepsItsOwnTime) {
     QPointer<SJHUD> second =
         SJHUD::showHeightMessage("Height presets not set", &view, milliseconds(2000));
     ASSERT_EQ(toasts(), QList<SJHUD*>{second.data()});
-    EXPECT_LT(second->geometry().center().y(), view.rect().center().y());
+    EXPECT_GT(second->geometry().center().y(), view.rect().center().y());
 
     at(2000); // the first toast's time is up; it must not take the second one with it
     EXPECT_EQ(toasts(), QList<SJHUD*>{second.data()});

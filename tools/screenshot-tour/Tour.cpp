@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QMenu>
+#include <QProcess>
 #include <QScreen>
 
 namespace ostrel {
@@ -57,16 +58,28 @@ void Tour::whenReady(Step step, int pollsLeft) {
 }
 
 void Tour::shoot(const QString& name) const {
+    const QString path = QDir(m_outDir).filePath(name + QStringLiteral(".png"));
+    if (m_grim) {
+        qInfo("%s %s", shootWithGrim(path) ? "saved" : "FAILED", qPrintable(path));
+        return;
+    }
     QRect area;
     for (const QWidget* window : QApplication::topLevelWidgets()) {
         if (window->isVisible() && !qobject_cast<const QMenu*>(window))
             area = area.united(window->frameGeometry());
     }
     QScreen* screen = QGuiApplication::primaryScreen();
-    const QString path = QDir(m_outDir).filePath(name + QStringLiteral(".png"));
     const bool saved =
         screen->grabWindow(0, area.x(), area.y(), area.width(), area.height()).save(path);
     qInfo("%s %s", saved ? "saved" : "FAILED", qPrintable(path));
+}
+
+bool Tour::shootWithGrim(const QString& path) const {
+    const QSize size = m_delegate.modalWindow()->size();
+    return QProcess::execute(QStringLiteral("grim"),
+                             {QStringLiteral("-g"),
+                              QStringLiteral("0,0 %1x%2").arg(size.width()).arg(size.height()),
+                              path}) == 0;
 }
 
 } // namespace ostrel

@@ -29,6 +29,9 @@ public:
     void run(std::deque<Step> steps);
 
     OMBaseModalWindow& home();
+    // Under a Wayland compositor no client may read the screen: the pictures come from grim,
+    // of the home window, which the compositor places at the output's top left corner.
+    void useGrim() { m_grim = true; }
     DemoDesks& demo() { return m_demo; }
 
 private:
@@ -36,11 +39,13 @@ private:
     void whenReady(Step step, int pollsLeft);
     // What the display shows over every visible window of the application.
     void shoot(const QString& name) const;
+    bool shootWithGrim(const QString& path) const;
 
     QString m_outDir;
     AppDelegate& m_delegate;
     DemoDesks& m_demo;
     std::deque<Step> m_steps;
+    bool m_grim = false;
 };
 
 } // namespace ostrel

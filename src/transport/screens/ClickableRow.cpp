@@ -1,5 +1,8 @@
 #include "transport/screens/ClickableRow.h"
 
+#include "widgets/OMAppStyle.h"
+
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -8,6 +11,20 @@ namespace ostrel {
 ClickableRow::ClickableRow(int height, QWidget* parent) : QWidget(parent) {
     setFixedHeight(height);
     setCursor(Qt::PointingHandCursor);
+    setFocusPolicy(Qt::TabFocus);
+}
+
+void ClickableRow::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+    case Qt::Key_Space:
+    case Qt::Key_Enter:
+    case Qt::Key_Return:
+        if (!event->isAutoRepeat())
+            emit clicked();
+        break;
+    default:
+        QWidget::keyPressEvent(event);
+    }
 }
 
 void ClickableRow::mouseReleaseEvent(QMouseEvent* event) {
@@ -38,7 +55,9 @@ void ClickableRow::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(m_hovered ? QColor(0xE3, 0xEB, 0xF7) : QColor(0xF4, 0xF5, 0xF7));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 3.0, -0.5, -3.0), 8, 8);
+    const QRectF card = QRectF(rect()).adjusted(0.5, 3.0, -0.5, -3.0);
+    painter.drawRoundedRect(card, 8, 8);
+    OMAppStyle::drawFocusRing(painter, this, card.toAlignedRect(), 8);
 }
 
 } // namespace ostrel

@@ -5,7 +5,7 @@
 namespace ostrel {
 
 // A list row that is clicked rather than selected, drawn as a rounded card that lights up
-// while the pointer is over it.
+// while the pointer is over it. Tab reaches it; Space, Enter or Return click it.
 class ClickableRow : public QWidget {
     Q_OBJECT
 public:
@@ -18,6 +18,7 @@ signals:
 
 protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;

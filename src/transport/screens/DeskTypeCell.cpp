@@ -1,5 +1,6 @@
 #include "transport/screens/DeskTypeCell.h"
 
+#include "store/CurrentDeskModel.h"
 #include "transport/screens/DeskTypeTable.h"
 #include "transport/screens/ScreenPicture.h"
 
@@ -31,6 +32,11 @@ DeskTypeCell::DeskTypeCell(int index, QWidget* parent)
     layout->setSpacing(16);
     layout->addWidget(screenPicture(QString::fromLatin1(row.picture), kPictureSize));
     layout->addWidget(name, 1);
+    if (CurrentDeskModel::name() == QLatin1String(row.foldName)) {
+        auto* inUse = new QLabel(QStringLiteral("✓ ") + tr("In use"));
+        inUse->setStyleSheet(QStringLiteral("color: #2F80ED; font-weight: bold;"));
+        layout->addWidget(inUse);
+    }
     layout->addWidget(screenPicture(QStringLiteral("connect_arrow"), kArrowSize));
 }
 

@@ -40,19 +40,24 @@ DeviceManagerRowView::DeviceManagerRowView(const QVariantMap& record, bool paire
     }
     names->addStretch();
 
-    if (DeviceManagement::isCurrentDesk(bluetoothName))
+    // The connected desk wears a filled badge: a colour alone would tell it from Online only
+    // to some eyes.
+    if (DeviceManagement::isCurrentDesk(bluetoothName)) {
         m_mark->setText(tr("Connected"));
-    else
+        m_mark->setStyleSheet(QStringLiteral("color: white; background: #2F80ED; font-weight: bold;"
+                                             "border-radius: 9px; padding: 2px 8px;"));
+    } else {
         m_mark->setText(isOnLine() ? tr("Online") : tr("Offline"));
-    m_mark->setStyleSheet(isOnLine() ? QStringLiteral("color: #2e9d5b;")
-                                     : QStringLiteral("color: #8a8f98;"));
+        m_mark->setStyleSheet(isOnLine() ? QStringLiteral("color: #2e9d5b;")
+                                         : QStringLiteral("color: #8a8f98;"));
+    }
 
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(16, 0, 16, 0);
     layout->setSpacing(12);
     layout->addWidget(screenPicture(QStringLiteral("connect_bluetoothicon"), kIconSize));
     layout->addLayout(names, 1);
-    layout->addWidget(m_mark);
+    layout->addWidget(m_mark, 0, Qt::AlignVCenter);
     if (paired)
         layout->addWidget(screenPicture(QStringLiteral("connect_arrow"), kArrowSize));
 }

@@ -17,12 +17,7 @@ void HomeNavigator::show(const QString& screen) {
 }
 
 void HomeNavigator::bringHomeToFront() {
-    QWidget* home = OMWindowIdentifier::find(OMWindowIdentifier::home());
-    if (!home)
-        return;
-    home->show();
-    home->raise();
-    home->activateWindow();
+    OMWindowIdentifier::bringToFront(OMWindowIdentifier::find(OMWindowIdentifier::home()));
 }
 
 void HomeNavigator::actionPushToSearchVC() {

@@ -84,8 +84,12 @@ void ViewDeviceDetail::reloadRecord() {
     m_address->setText(text("bluetoothMacAddress"));
     m_lastConnected->setText(text("lastConnectionTime"));
     // Only a desk seen in range can be switched to, and the current one already is.
-    m_buttonChange->setEnabled(management()->isInRange(m_bluetoothName) &&
-                               !DeviceManagement::isCurrentDesk(m_bluetoothName));
+    const bool current = DeviceManagement::isCurrentDesk(m_bluetoothName);
+    const bool inRange = management()->isInRange(m_bluetoothName);
+    m_buttonChange->setEnabled(inRange && !current);
+    m_buttonChange->setToolTip(current   ? tr("This desk is already connected")
+                               : inRange ? QString()
+                                         : tr("This desk is not in range"));
 }
 
 void ViewDeviceDetail::actionEditName() {

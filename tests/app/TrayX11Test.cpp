@@ -1,0 +1,106 @@
+// The tray icon with real clicks: a panel's tray (a small XEmbed host) docks the icon on the
+// X server, xdotool clicks it, and the virtual desk says whether the menu's moves reach it.
+#include "X11AppTest.h"
+#include "XEmbedTrayHost.h"
+#include "app/StatusMenu.h"
+#include "app/TrayDeskMenu.h"
+#include "core/NotificationCenter.h"
+#include "core/NotificationNames.h"
+#include "session/DeskSession.h"
+#include "store/CurrentDeviceStore.h"
+
+#include <QApplication>
+#include <QMenu>
+#include <QSystemTrayIcon>
+#include <gtest/gtest.h>
+
+namespace ostrel::test {
+namespace {
+
+class TrayX11Test : public X11AppTest {
+protected:
+    void SetUp() override {
+        tray = std::make_unique<XEmbedTrayHost>(); // before the application, as a panel is
+        X11AppTest::SetUp();
+    }
+    void TearDown() override { tray.reset(); }
+
+    static void clickIcon(const char* button) {
+        xdotool(QStringList{QStringLiteral("mousemove")} << XEmbedTrayHost::iconCentre()
+                                                         << QStringLiteral("click")
+                                                         << QLatin1String(button));
+    }
+
+    TrayDeskMenu& deskMenu() const { return *runner->delegate().deskMenu(); }
+
+    // Opens the tray's menu with a right click and clicks `action` in it.
+    void choose(QAction* action) {
+        clickIcon("3");
+        QMenu* menu = runner->delegate().menu();
+        ASSERT_TRUE(waitUntil([&] { return menu->isVisible(); }));
+        const QPoint centre = menu->mapToGlobal(menu->actionGeometry(action).center());
+        xdotool({QStringLiteral("mousemove"), QString::number(centre.x()),
+                 QString::number(centre.y()), QStringLiteral("click"), QStringLiteral("1")});
+        ASSERT_TRUE(waitUntil([&] { return !menu->isVisible(); }));
+    }
+
+    void setPresets(const char* memoryHeight) {
+        OMBluetoothModel record = CurrentDeviceStore::load();
+        record.memoryHeight = memoryHeight;
+        CurrentDeviceStore::save(record);
+        NotificationCenter::defaultCenter().post(QLatin1String(notifications::kMemoryKeyChange));
+    }
+
+    std::unique_ptr<XEmbedTrayHost> tray;
+};
+
+TEST_F(TrayX11Test, LeftClickHidesTheWindowInFrontAndShowsItAgain) {
+    ASSERT_TRUE(tray->isRunning());
+    run([&] {
+        ASSERT_NO_FATAL_FAILURE(pairDesk());
+        ASSERT_TRUE(waitUntil([&] { return tray->hasIcon(); }));
+        QWidget* window = runner->delegate().modalWindow();
+        ASSERT_TRUE(waitUntil([&] { return window->isActiveWindow(); }));
+        clickIcon("1");
+        EXPECT_TRUE(waitUntil([&] { return !window->isVisible(); }));
+        waitForPolls(12); // past the double-click interval: two clicks, not a double click
+        clickIcon("1");
+        EXPECT_TRUE(waitUntil([&] { return window->isVisible(); }));
+        EXPECT_TRUE(waitUntil([&] { return window->isActiveWindow(); }));
+    });
+}
+
+TEST_F(TrayX11Test, MenuShowsTheHeightAndItsPresetsAndStopDriveTheDesk) {
+    run([&] {
+        ASSERT_NO_FATAL_FAILURE(pairDesk());
+        ASSERT_TRUE(waitUntil([&] { return tray->hasIcon(); }));
+        ASSERT_TRUE(waitUntil([&] { return control()->session().currentHeight() > 0; }));
+        const QString shown = control()->heightText();
+        EXPECT_EQ(deskMenu().heightLine()->text(), QStringLiteral("Height: ") + shown);
+        EXPECT_FALSE(deskMenu().heightLine()->isEnabled());
+        EXPECT_TRUE(
+            runner->delegate().statusItem()->toolTip().contains(desk->name() + ": " + shown));
+        EXPECT_FALSE(deskMenu().presetAction(0)->isVisible()); // no preset set yet
+
+        setPresets("110,0,0,0");
+        ASSERT_TRUE(deskMenu().presetAction(0)->isVisible());
+        EXPECT_FALSE(deskMenu().presetAction(1)->isVisible());
+        EXPECT_EQ(deskMenu().presetAction(0)->text(), QStringLiteral("Sit height:43.3in"));
+
+        ASSERT_NO_FATAL_FAILURE(choose(deskMenu().presetAction(0)));
+        ASSERT_TRUE(waitUntil([&] { return desk->isMoving(); }));
+        ASSERT_NO_FATAL_FAILURE(choose(deskMenu().stopAction()));
+        EXPECT_TRUE(waitUntil([&] { return !desk->isMoving(); }, 1500));
+        EXPECT_LT(desk->heightTenths(), 1095) << "Stop did not stop the move";
+
+        ASSERT_NO_FATAL_FAILURE(choose(deskMenu().presetAction(0)));
+        EXPECT_TRUE(waitUntil([&] { return std::abs(desk->heightTenths() - 1100) <= 5; }));
+        EXPECT_TRUE(waitUntil([&] {
+            return deskMenu().heightLine()->text() ==
+                   QStringLiteral("Height: ") + control()->heightText();
+        }));
+    });
+}
+
+} // namespace
+} // namespace ostrel::test

@@ -1,0 +1,323 @@
+// The bridge against real Mosquitto brokers, driving a virtual desk in virtual time; the
+// broker, and the other side standing in for Home Assistant, run in real time.
+#include "MosquittoBroker.h"
+#include "SessionTestSupport.h"
+#include "app/RealTimeWait.h"
+#include "homeautomation/DeskStatePublisher.h"
+#include "homeautomation/HomeAutomationBridge.h"
+#include "homeautomation/MqttClient.h"
+#include "platform/SecretFileStore.h"
+#include "settings/ViewHomeAutomation.h"
+#include "store/DQDataCatchHelper.h"
+
+#include <QCheckBox>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTest>
+#include <sys/stat.h>
+
+namespace ostrel::test {
+namespace {
+
+constexpr int kNetworkWaitMs = 10000;
+
+// Home Assistant's side: one more client of the broker, hearing everything.
+class HomeAssistant : public QObject {
+public:
+    explicit HomeAssistant(const MosquittoBroker& broker, bool tls = false) {
+        connect(&client, &MqttClient::messageReceived, this,
+                [this](const QString& topic, const QByteArray& payload, bool) {
+                    heard.insert(topic, payload);
+                });
+        MqttClient::Options options;
+        options.host = QStringLiteral("localhost");
+        options.port = broker.port();
+        options.user = MosquittoBroker::kUser;
+        options.password = MosquittoBroker::kPassword;
+        options.tls = tls;
+        options.caFile = broker.caFile();
+        options.clientId = QStringLiteral("home-assistant");
+        client.start(options);
+        if (waitUntil([this] { return client.state() == MqttClient::State::Connected; },
+                      kNetworkWaitMs))
+            client.subscribe(QStringLiteral("#"));
+    }
+
+    bool hears(const QString& topic, const QByteArray& payload) {
+        return waitUntil([&] { return heard.value(topic) == payload; }, kNetworkWaitMs);
+    }
+
+    QHash<QString, QByteArray> configs() const {
+        QHash<QString, QByteArray> found;
+        for (auto it = heard.begin(); it != heard.end(); ++it) {
+            if (it.key().startsWith(QLatin1String("homeassistant/")))
+                found.insert(it.key(), it.value());
+        }
+        return found;
+    }
+
+    MqttClient client;
+    QHash<QString, QByteArray> heard;
+};
+
+class HomeAutomationTest : public SessionTest {
+protected:
+    void SetUp() override {
+        SessionTest::SetUp();
+        ASSERT_TRUE(secrets.isValid());
+    }
+
+    void TearDown() override {
+        bridge.reset();
+        SessionTest::TearDown();
+    }
+
+    // The bridge on, pointed at `broker`, with `password` in the secret store.
+    void startBridge(const MosquittoBroker& broker, bool allowControl,
+                     const QString& password = MosquittoBroker::kPassword, bool tls = false) {
+        Object_HomeAutomation settings;
+        settings.mqttEnabled = "1";
+        settings.mqttAllowControl = allowControl ? "1" : "0";
+        settings.mqttHost = "localhost";
+        settings.mqttPort = std::to_string(broker.port());
+        settings.mqttUser = MosquittoBroker::kUser.toStdString();
+        settings.mqttTls = tls ? "1" : "0";
+        settings.mqttCaFile = broker.caFile().toStdString();
+        bridge = std::make_unique<HomeAutomationBridge>(
+            std::make_unique<SecretFileStore>(secrets.path()));
+        bridge->applySettings(settings, password);
+    }
+
+    bool bridgeReaches(MqttClient::State state) {
+        return waitUntil([&] { return bridge->client().state() == state; }, kNetworkWaitMs);
+    }
+
+    void openDesk() {
+        desk = &bindDesk({}, "72,0,0,0");
+        openControl();
+    }
+
+    QString deskTopic(const char* leaf, const QString& id = {}) const {
+        return QStringLiteral("ostrel-motion/%1/%2")
+            .arg(id.isEmpty() ? deskId : id, QLatin1String(leaf));
+    }
+
+    // Sends a command as Home Assistant does and waits until the bridge has dealt with it:
+    // whether it was carried out, or nothing when it never arrived.
+    std::optional<bool> command(HomeAssistant& ha, const char* leaf, const QByteArray& payload,
+                                const QString& id = {}) {
+        QSignalSpy handled(bridge.get(), &HomeAutomationBridge::commandHandled);
+        ha.client.publish(deskTopic(leaf, id), payload, false);
+        if (!waitUntil([&] { return !handled.isEmpty(); }, kNetworkWaitMs))
+            return std::nullopt;
+        return handled.first().first().toBool();
+    }
+
+    // The bridge has subscribed before it publishes, and the broker keeps a client's order.
+    void awaitBridge(HomeAssistant& ha) {
+        ha.heard.clear();
+        ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected));
+        ASSERT_TRUE(ha.hears(bridge->availabilityTopic(), "online"));
+        deskId = bridge->publisher().liveDeskId();
+        ASSERT_TRUE(ha.hears(deskTopic("connected"), "ON"));
+    }
+
+    void runMove() {
+        for (int step = 0; step < 600 && session().goToHeight().isMoving(); ++step)
+            advance(50ms);
+        advance(1s);
+    }
+
+    QTemporaryDir secrets;
+    std::unique_ptr<HomeAutomationBridge> bridge;
+    VirtualDesk* desk = nullptr;
+    QString deskId;
+};
+
+TEST_F(HomeAutomationTest, DiscoveryNamesEveryEntityWithWhatHomeAssistantNeeds) {
+    MosquittoBroker broker(MosquittoBroker::Kind::Password);
+    ASSERT_TRUE(broker.start()) << broker.log().toStdString();
+    openDesk();
+    startBridge(broker, false);
+    HomeAssistant ha(broker);
+    ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected));
+    ASSERT_TRUE(ha.hears(bridge->availabilityTopic(), "online"));
+    ASSERT_TRUE(waitUntil([&] { return ha.configs().size() == 9; }, kNetworkWaitMs));
+    deskId = bridge->publisher().liveDeskId();
+    ASSERT_FALSE(deskId.isEmpty());
+
+    QStringList components;
+    const QHash<QString, QByteArray> configs = ha.configs();
+    for (auto it = configs.begin(); it != configs.end(); ++it) {
+        QJsonParseError error{};
+        const QJsonObject config = QJsonDocument::fromJson(it.value(), &error).object();
+        ASSERT_EQ(error.error, QJsonParseError::NoError) << it.key().toStdString();
+        components << it.key().section(QLatin1Char('/'), 1, 1);
+        EXPECT_EQ(config[QStringLiteral("availability_topic")].toString(),
+                  bridge->availabilityTopic());
+        EXPECT_TRUE(config[QStringLiteral("unique_id")].toString().startsWith(deskId));
+        const QJsonObject device = config[QStringLiteral("device")].toObject();
+        EXPECT_EQ(device[QStringLiteral("name")].toString(), kDeskName);
+        EXPECT_EQ(device[QStringLiteral("connections")].toArray()[0].toArray()[1].toString(),
+                  peripheral->identifierString());
+        EXPECT_TRUE(config.contains(QStringLiteral("state_topic")) ||
+                    config.contains(QStringLiteral("command_topic")));
+    }
+    components.sort();
+    EXPECT_EQ(components.join(QLatin1Char(' ')),
+              QStringLiteral("binary_sensor binary_sensor button button button button button "
+                             "number sensor"));
+    const QJsonObject number =
+        QJsonDocument::fromJson(
+            configs.value(
+                QStringLiteral("homeassistant/number/%1/target_height/config").arg(deskId)))
+            .object();
+    EXPECT_EQ(number[QStringLiteral("min")].toDouble(), 60.0);
+    EXPECT_EQ(number[QStringLiteral("max")].toDouble(), 120.0);
+    EXPECT_EQ(number[QStringLiteral("step")].toDouble(), 0.5);
+    const QJsonObject stop =
+        QJsonDocument::fromJson(
+            configs.value(QStringLiteral("homeassistant/button/%1/stop/config").arg(deskId)))
+            .object();
+    EXPECT_TRUE(stop[QStringLiteral("unique_id")].toString().endsWith(QLatin1String("_stop")));
+    EXPECT_TRUE(ha.hears(deskTopic("connected"), "ON"));
+}
+
+TEST_F(HomeAutomationTest, CommandsMoveTheDeskOnlyWhenAllowedAndStopAlways) {
+    MosquittoBroker broker(MosquittoBroker::Kind::Password);
+    ASSERT_TRUE(broker.start()) << broker.log().toStdString();
+    openDesk();
+    // A second paired desk, out of reach: its entities, but no commands.
+    const QString otherAddress = QStringLiteral("AA:BB:CC:DD:EE:02");
+    OMPlistManager::saveBindDeviceWithDevice(
+        toPropertyForm(CurrentDeviceStore::freshRecord(QStringLiteral("QWJ-0002"), otherAddress)));
+    HomeAssistant ha(broker);
+    startBridge(broker, false);
+    ASSERT_NO_FATAL_FAILURE(awaitBridge(ha));
+    const QString other = DeskEntities::idFor(otherAddress);
+    EXPECT_TRUE(ha.hears(deskTopic("connected", other), "OFF"));
+
+    // Control off: reported, not obeyed.
+    EXPECT_EQ(command(ha, "target_height/set", "100"), false);
+    EXPECT_EQ(command(ha, "sit/press", "PRESS"), false);
+    advance(500ms);
+    EXPECT_FALSE(desk->isMoving());
+
+    startBridge(broker, true);
+    ASSERT_NO_FATAL_FAILURE(awaitBridge(ha));
+    ASSERT_EQ(command(ha, "target_height/set", "100"), true);
+    advance(300ms);
+    EXPECT_TRUE(ha.hears(deskTopic("moving"), "ON"));
+    runMove();
+    EXPECT_LE(std::abs(desk->heightTenths() - 1000), 5);
+    EXPECT_TRUE(ha.hears(deskTopic("moving"), "OFF"));
+    EXPECT_NEAR(ha.heard.value(deskTopic("height")).toDouble(), 100.0, 0.5);
+
+    // Bad values: refused, nothing held.
+    for (const QByteArray& bad : {QByteArray("abc"), QByteArray(), QByteArray("200"),
+                                  QByteArray("nan"), QByteArray(100000, '7')}) {
+        EXPECT_EQ(command(ha, "target_height/set", bad), false) << bad.left(10).toStdString();
+        advance(200ms);
+        EXPECT_FALSE(desk->isMoving());
+        EXPECT_EQ(handle().currentCommandType(), command::kNoKey);
+    }
+    EXPECT_EQ(command(ha, "m1/press", "PRESS"), false); // not set
+    EXPECT_EQ(command(ha, "sit/press", "PRESS", other), false);
+
+    ASSERT_EQ(command(ha, "sit/press", "PRESS"), true);
+    advance(2s);
+    ASSERT_TRUE(desk->isMoving());
+    ASSERT_EQ(command(ha, "stop/press", "PRESS"), true);
+    advance(desk->config().pollPeriod * 2);
+    EXPECT_FALSE(desk->isMoving());
+    EXPECT_EQ(handle().currentCommandType(), command::kNoKey);
+    EXPECT_GT(desk->heightTenths(), 725);
+}
+
+// As the user sets it up on the page.
+TEST_F(HomeAutomationTest, AWrongPasswordIsShownOnThePageAndNotRetried) {
+    MosquittoBroker broker(MosquittoBroker::Kind::Password);
+    ASSERT_TRUE(broker.start()) << broker.log().toStdString();
+    bridge =
+        std::make_unique<HomeAutomationBridge>(std::make_unique<SecretFileStore>(secrets.path()));
+    bridge->start();
+    ViewHomeAutomation page(nullptr, *bridge);
+    EXPECT_EQ(page.statusLabel()->text(), QStringLiteral("Off"));
+    page.enabledBox()->setChecked(true);
+    page.hostField()->setText(QStringLiteral("localhost"));
+    page.portField()->setText(QString::number(broker.port()));
+    page.userField()->setText(MosquittoBroker::kUser);
+    QTest::keyClicks(page.passwordField(), QStringLiteral("wrong"));
+    page.actionSave();
+
+    ASSERT_TRUE(bridgeReaches(MqttClient::State::Refused));
+    EXPECT_EQ(page.statusLabel()->text(),
+              QStringLiteral("The broker refused the user name or password."));
+    const qsizetype attempts = broker.log().count("New connection from");
+    advance(10min);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(bridge->client().state(), MqttClient::State::Refused);
+    EXPECT_EQ(broker.log().count("New connection from"), attempts);
+
+    // The password went to the secret store, readable by the user alone, not into the settings.
+    struct stat secret {};
+    const QString secretPath = SecretFileStore(secrets.path()).pathFor(QStringLiteral("mqtt"));
+    ASSERT_EQ(::stat(QFile::encodeName(secretPath).constData(), &secret), 0);
+    EXPECT_EQ(secret.st_mode & 0777, 0600u);
+    QFile settings(DQDataCatchHelper::getDocPath() + QStringLiteral("/HomeAutomation.plist"));
+    ASSERT_TRUE(settings.open(QIODevice::ReadOnly));
+    const QByteArray stored = settings.readAll();
+    EXPECT_TRUE(stored.contains("<string>desk</string>"));
+    EXPECT_FALSE(stored.contains("wrong"));
+
+    // Saved again with the right password, the same settings connect.
+    QTest::keyClicks(page.passwordField(), MosquittoBroker::kPassword);
+    page.actionSave();
+    ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected));
+    EXPECT_EQ(page.statusLabel()->text(), QStringLiteral("Connected to localhost."));
+}
+
+TEST_F(HomeAutomationTest, ABrokerThatComesLaterOrRestartsGetsEverythingAgain) {
+    MosquittoBroker broker(MosquittoBroker::Kind::Password);
+    openDesk();
+    startBridge(broker, true);
+    ASSERT_TRUE(bridgeReaches(MqttClient::State::Retrying));
+    ASSERT_TRUE(broker.start()) << broker.log().toStdString();
+    advance(MqttClient::kFirstRetry);
+    {
+        HomeAssistant ha(broker);
+        ASSERT_NO_FATAL_FAILURE(awaitBridge(ha));
+        ASSERT_EQ(command(ha, "target_height/set", "110"), true);
+    }
+    advance(1s);
+    ASSERT_TRUE(desk->isMoving());
+
+    // The broker restarts (persistence off: it forgets every retained message) mid-move.
+    broker.stop();
+    ASSERT_TRUE(bridgeReaches(MqttClient::State::Retrying));
+    ASSERT_TRUE(broker.start());
+    advance(MqttClient::kFirstRetry);
+    ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected));
+    HomeAssistant ha(broker);
+    runMove();
+    EXPECT_LE(std::abs(desk->heightTenths() - 1100), 5);
+    EXPECT_TRUE(ha.hears(bridge->availabilityTopic(), "online"));
+    EXPECT_TRUE(ha.hears(deskTopic("height"), "110.0"));
+    EXPECT_TRUE(waitUntil([&] { return ha.configs().size() == 9; }, kNetworkWaitMs));
+}
+
+TEST_F(HomeAutomationTest, TlsWithATestAuthority) {
+    MosquittoBroker broker(MosquittoBroker::Kind::Tls);
+    ASSERT_TRUE(broker.start()) << broker.log().toStdString();
+    startBridge(broker, false, {}, true);
+    ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected)) << bridge->statusText().toStdString();
+    HomeAssistant ha(broker, true);
+    EXPECT_TRUE(ha.hears(bridge->availabilityTopic(), "online"));
+}
+
+} // namespace
+} // namespace ostrel::test

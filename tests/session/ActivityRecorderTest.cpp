@@ -1,0 +1,261 @@
+#include "session/ActivityRecorder.h"
+
+#include "SessionTestSupport.h"
+#include "core/ManualScheduler.h"
+#include "session/StandingProgressView.h"
+#include "store/ActivityStore.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+#include <csignal>
+#include <iostream>
+#include <variant>
+
+namespace ostrel::test {
+namespace {
+
+using namespace std::chrono_literals;
+using Ms = std::chrono::milliseconds;
+
+// Steps of a day at the desk.
+struct Wait {
+    Ms by;
+};
+struct Height {
+    double cm;
+};
+struct Desk {
+    const char* name;
+};
+struct Present {
+    bool present;
+};
+struct ShiftWall {
+    Ms by;
+};
+using Step = std::variant<Wait, Height, Desk, Present, ShiftWall>;
+
+// Whole minutes on the day `offset` days after the first.
+struct Expected {
+    int offset;
+    int sitting;
+    int standing;
+    int away;
+    int transitions;
+};
+
+struct Scenario {
+    const char* name;
+    QTime start;
+    QList<Step> steps;
+    QList<Expected> days;
+};
+
+class ActivityRecorderTest : public ::testing::Test {
+protected:
+    static inline const QDate kFirstDay{2024, 6, 10};
+
+    void start(QTime at) {
+        scheduler = std::make_unique<ManualScheduler>(QDateTime(kFirstDay, at));
+        previous = Scheduler::setInstance(scheduler.get());
+        store = std::make_unique<ActivityStore>(
+            folder.filePath(QStringLiteral("%1.sqlite").arg(++runs))); // a fresh file each
+        recorder = std::make_unique<ActivityRecorder>(*store);
+    }
+
+    void TearDown() override {
+        recorder.reset();
+        store.reset();
+        Scheduler::setInstance(previous);
+    }
+
+    void apply(const Step& step) {
+        std::visit(
+            [this](const auto& s) {
+                using T = std::decay_t<decltype(s)>;
+                if constexpr (std::is_same_v<T, Wait>)
+                    scheduler->advance(s.by);
+                else if constexpr (std::is_same_v<T, Height>)
+                    recorder->setHeight(s.cm * 10);
+                else if constexpr (std::is_same_v<T, Desk>)
+                    recorder->setDesk(QLatin1String(s.name));
+                else if constexpr (std::is_same_v<T, Present>)
+                    recorder->setPresent(s.present);
+                else
+                    scheduler->shiftWall(s.by);
+            },
+            step);
+    }
+
+    QTemporaryDir folder;
+    int runs = 0;
+    std::unique_ptr<ManualScheduler> scheduler;
+    Scheduler* previous = nullptr;
+    std::unique_ptr<ActivityStore> store;
+    std::unique_ptr<ActivityRecorder> recorder;
+};
+
+TEST_F(ActivityRecorderTest, IntervalsCountFromTheCrossingOnTheSteadyClock) {
+    const QTime nine(9, 0);
+    const Scenario scenarios[] = {
+        {"a crossing counts from the moment it happened",
+         nine,
+         {Desk{"A"}, Height{72}, Wait{10min}, Height{110}, Wait{20min}, Height{72}, Wait{5min}},
+         {{0, 15, 20, 0, 2}}},
+        {"passing the threshold for less than 30 s is no interval",
+         nine,
+         {Desk{"A"}, Height{72}, Wait{10min}, Height{110}, Wait{29s}, Height{72}, Wait{10min}},
+         {{0, 20, 0, 0, 0}}},
+        {"midnight inside an interval splits it",
+         QTime(23, 40),
+         {Desk{"A"}, Height{110}, Wait{40min}},
+         {{0, 0, 20, 0, 0}, {1, 0, 20, 0, 0}}},
+        {"the wall clock set back an hour doubles nothing",
+         nine,
+         {Desk{"A"}, Height{110}, Wait{30min}, ShiftWall{-1h}, Wait{30min}},
+         {{0, 0, 60, 0, 0}}},
+        {"the wall clock jumping past midnight loses nothing",
+         nine,
+         {Desk{"A"}, Height{110}, Wait{10min}, ShiftWall{15h}, Wait{10min}},
+         {{0, 0, 10, 0, 0}, {1, 0, 10, 0, 0}}},
+        {"the desk switched while standing",
+         nine,
+         {Desk{"A"}, Height{110}, Wait{10min}, Desk{""}, Wait{5s}, Desk{"B"}, Height{112},
+          Wait{10min}},
+         {{0, 0, 20, 0, 0}}},
+        {"two desks on one day are the user's totals",
+         nine,
+         {Desk{"A"}, Height{70}, Wait{10min}, Desk{""}, Wait{2min}, Desk{"B"}, Height{115},
+          Wait{10min}},
+         {{0, 10, 10, 0, 0}}},
+        {"a locked screen while standing is away",
+         nine,
+         {Desk{"A"}, Height{110}, Wait{10min}, Present{false}, Wait{20min}, Present{true},
+          Wait{10min}},
+         {{0, 0, 20, 20, 0}}},
+    };
+    for (const Scenario& scenario : scenarios) {
+        SCOPED_TRACE(scenario.name);
+        start(scenario.start);
+        for (const Step& step : scenario.steps)
+            apply(step);
+        const ActivityReport report = recorder->report(2);
+        qint64 recorded = 0;
+        for (const DayTotals& day : report.days)
+            for (qint64 ms : day.ms)
+                recorded += ms;
+        EXPECT_EQ(recorded, scheduler->now().count()) << "every moment counted exactly once";
+        for (const Expected& want : scenario.days) {
+            const DayTotals* day = nullptr;
+            for (const DayTotals& d : report.days)
+                day = d.date == kFirstDay.addDays(want.offset) ? &d : day;
+            ASSERT_NE(day, nullptr);
+            EXPECT_EQ(day->of(Posture::Sitting) / 60000, want.sitting);
+            EXPECT_EQ(day->of(Posture::Standing) / 60000, want.standing);
+            EXPECT_EQ(day->of(Posture::Away) / 60000, want.away);
+            EXPECT_EQ(day->transitions, want.transitions);
+        }
+        TearDown();
+    }
+}
+
+TEST_F(ActivityRecorderTest, EachIntervalRemembersItsDeskAndTheStoreHasAllButTheLastMinute) {
+    start(QTime(9, 0));
+    for (const Step& step : {Step{Desk{"A"}}, Step{Height{110}}, Step{Wait{10min}}, Step{Desk{"B"}},
+                             Step{Wait{10min + 30s}}})
+        apply(step);
+    const QList<ActivityInterval> stored = store->intervals(kFirstDay, kFirstDay);
+    QStringList desks;
+    for (const ActivityInterval& interval : stored)
+        desks.append(interval.desk);
+    EXPECT_EQ(desks, (QStringList{"", "A", "B"}));
+    EXPECT_EQ(stored.last().durationMs, 10 * 60000) << "saved at the last full minute";
+    EXPECT_EQ(recorder->intervals(kFirstDay, kFirstDay).last().durationMs, 10 * 60000 + 30000);
+    recorder->finish();
+    EXPECT_EQ(store->intervals(kFirstDay, kFirstDay).last().durationMs, 10 * 60000 + 30000);
+}
+
+TEST_F(ActivityRecorderTest, TheThresholdFollowsThePresetsUnlessSetAndTheGoalMovesInQuarters) {
+    start(QTime(9, 0));
+    EXPECT_EQ(recorder->thresholdCm(), 95.0);
+    recorder->setPresets(70, 0);
+    EXPECT_EQ(recorder->thresholdCm(), 95.0);
+    recorder->setPresets(70, 110);
+    EXPECT_EQ(recorder->thresholdCm(), 90.0);
+    recorder->setThresholdSetting(100.5);
+    EXPECT_EQ(recorder->thresholdCm(), 100.5);
+    const std::pair<qint64, qint64> goals[] = {
+        {100 * 60000, 105 * 60000}, {1, 15 * 60000}, {24 * 3600000LL, 16 * 3600000LL}};
+    for (const auto& [asked, kept] : goals) {
+        recorder->setGoalMs(asked);
+        EXPECT_EQ(recorder->goalMs(), kept);
+    }
+    recorder.reset();
+    const ActivityReport saved = ActivityReport::fromStore(*store, kFirstDay, 1);
+    EXPECT_EQ(saved.goalMs, 16 * 3600000LL);
+    EXPECT_EQ(saved.thresholdCm, 100.5);
+}
+
+// The session of a control screen on a virtual desk feeds the recorder; the control screen
+// shows today's standing time against the goal.
+class ActivityFeedTest : public SessionTest {};
+
+TEST_F(ActivityFeedTest, ADeskMovedToStandingIsRecordedAndShownOnTheControlScreen) {
+    RecordedActivity activity;
+    ActivityRecorder& recorder = activity.recorder;
+    bindDesk({}, "72,110,0,0");
+    openControl();
+    EXPECT_EQ(recorder.thresholdCm(), 91.0);
+    StandingProgressView* progress = control->standingProgress();
+    EXPECT_FALSE(progress->isHidden());
+    session().moveTo(1100);
+    advance(30s);
+    EXPECT_EQ(recorder.posture(), Posture::Standing);
+    advance(31min);
+    // From the crossing, some 5 s into the move, to now.
+    const qint64 standing = recorder.report(1).today().of(Posture::Standing);
+    EXPECT_GT(standing, 31 * 60000);
+    EXPECT_LT(standing, 31 * 60000 + 30000);
+    progress->refresh();
+    EXPECT_EQ(progress->text(), QStringLiteral("Standing today 0:31 / 2:00"));
+    EXPECT_EQ(progress->percent(), 26);
+    control.reset(); // the session ends: no desk
+    advance(31s);
+    EXPECT_EQ(recorder.posture(), Posture::Unknown);
+}
+
+// A process killed with SIGKILL while standing loses at most the minute since the last save.
+TEST(ActivityKillTest, AKilledProcessLosesAtMostTheLastMinute) {
+    QTemporaryDir folder;
+    for (const qint64 killAfterS : {300, 437, 1259}) {
+        SCOPED_TRACE(killAfterS);
+        const QString path = folder.filePath(QStringLiteral("killed-%1.sqlite").arg(killAfterS));
+        QProcess writer;
+        writer.start(QStringLiteral(OSTREL_ACTIVITY_WRITER), {path});
+        ASSERT_TRUE(writer.waitForStarted());
+        QByteArray output;
+        while (!output.contains(QByteArray::number(killAfterS * 1000) + '\n') &&
+               writer.waitForReadyRead(10000))
+            output += writer.readAllStandardOutput();
+        ::kill(pid_t(writer.processId()), SIGKILL);
+        ASSERT_TRUE(writer.waitForFinished());
+        output += writer.readAllStandardOutput();
+        const QList<QByteArray> lines = output.left(output.lastIndexOf('\n')).split('\n');
+        const qint64 lastMs = lines.last().toLongLong();
+        ASSERT_GE(lastMs, killAfterS * 1000);
+
+        const ActivityStore reopened(path);
+        ASSERT_TRUE(reopened.isWritable());
+        const QDate day = ManualScheduler().wallNow().date();
+        const qint64 kept = reopened.days(day, day).first().of(Posture::Standing);
+        const qint64 lost = lastMs - kept;
+        std::cout << "killed at " << lastMs / 1000 << " s of standing: " << double(lost) / 1000.0
+                  << " s lost" << std::endl;
+        // The step being taken when the kill came may have saved before printing its time.
+        EXPECT_GE(lost, -1000);
+        EXPECT_LE(lost, ActivityRecorder::kSaveInterval.count() + 1000);
+    }
+}
+
+} // namespace
+} // namespace ostrel::test
