@@ -4,6 +4,7 @@
 #include "platform/AutostartEntry.h"
 #include "platform/BluezAccess.h"
 #include "platform/FreedesktopNotifications.h"
+#include "platform/LogindSleep.h"
 #include "platform/NoGlobalKeys.h"
 #include "platform/PortalGlobalKeys.h"
 #include "platform/UnixTerminationSignals.h"
@@ -39,6 +40,10 @@ std::unique_ptr<BluetoothAccess> BluetoothAccess::forDesktop() {
 
 std::unique_ptr<Autostart> Autostart::forDesktop() {
     return std::make_unique<AutostartEntry>();
+}
+
+std::unique_ptr<SystemSleep> SystemSleep::forDesktop() {
+    return std::make_unique<LogindSleep>(QDBusConnection::systemBus());
 }
 
 std::unique_ptr<TerminationSignals> TerminationSignals::forDesktop() {

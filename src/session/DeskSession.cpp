@@ -14,6 +14,7 @@
 #include "session/LiveSession.h"
 #include "session/OMTimeManager.h"
 #include "session/PresetKeys.h"
+#include "session/SleepGuard.h"
 #include "store/CurrentDeskModel.h"
 #include "store/CurrentDeviceStore.h"
 #include "store/RecordDictionary.h"
@@ -51,7 +52,8 @@ DeskSession::DeskSession(QObject* parent)
       m_presetKeys(new PresetKeys([this] { return m_currentHeight; }, this)),
       m_hotKeyMovement(new HotKeyMovement(this)),
       m_globalKeys(new GlobalKeyDispatch(*m_hotKeyMovement, *m_presetKeys, this)),
-      m_goToHeight(new GoToHeight(this)), m_status(new DeskStatus(this)) {
+      m_goToHeight(new GoToHeight(this)), m_sleepGuard(new SleepGuard(*this)),
+      m_status(new DeskStatus(this)) {
     wireParts();
 }
 
@@ -63,9 +65,7 @@ DeskSession::~DeskSession() {
 void DeskSession::wireParts() {
     // A new link starts with nothing held; there is no desk yet to stop.
     connect(m_link, &DeskLink::linkStarting, this, [] { keyOwner().releaseAll(); });
-    connect(m_link, &DeskLink::linked, this, &DeskSession::refreshDeviceInfo);
-    connect(m_link, &DeskLink::linked, this,
-            [this] { emit deskLinkChanged(m_link->blutoothName()); });
+    connect(m_link, &DeskLink::linked, this, &DeskSession::deskLinked);
     connect(m_link, &DeskLink::connectFailed, this, [this] {
         if (!m_changingDesk)
             emit breakTipRequested();
@@ -93,8 +93,7 @@ void DeskSession::setLoadViewAction() {
     initData();
     keyOwner().releaseAll(); // a new session never inherits a key held in an earlier one
     if (m_link->initBluetooth()) {
-        emit deskLinkChanged(m_link->blutoothName());
-        refreshDeviceInfo();
+        deskLinked();
     } else {
         requestBreakTip();
     }
@@ -187,6 +186,12 @@ void DeskSession::initBluetoothResultHandle() {
     facade().setAutoConnectAfterDisconnect(false);
 }
 
+void DeskSession::deskLinked() {
+    emit deskLinkChanged(m_link->blutoothName());
+    m_sleepGuard->deskLinked();
+    refreshDeviceInfo();
+}
+
 void DeskSession::refreshDeviceInfo() {
     const OMBluetoothModel record = CurrentDeviceStore::load();
     m_sitOrStand = text(record.sitOrStand);
@@ -228,8 +233,7 @@ void DeskSession::actionDeviceChanged() {
     timeManager().setTime(0);
     timeManager().stop();
     m_link->followCurrentPeripheral();
-    emit deskLinkChanged(m_link->blutoothName());
-    refreshDeviceInfo();
+    deskLinked();
     initBluetoothResultHandle();
 }
 
@@ -246,7 +250,10 @@ void DeskSession::deskChangeFailed() {
 void DeskSession::bluetoothDisConnected() {
     keyOwner().releaseAll();
     emit deskLinkChanged({});
-    if (!m_changingDesk)
+    // Letting go before sleep is no lost link: no alert, the screen stays.
+    if (m_sleepGuard->isAsleep())
+        m_sleepGuard->linkGone();
+    else if (!m_changingDesk)
         requestBreakTip();
 }
 

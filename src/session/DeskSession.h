@@ -19,6 +19,7 @@ class GlobalKeyDispatch;
 class HotKeyMovement;
 class OMTimeManager;
 class PresetKeys;
+class SleepGuard;
 
 // The session with the one bound desk behind the control screen. It wires the link, the
 // presets and the hot-key movement to the classifier's events, shows the live height and keeps
@@ -119,6 +120,7 @@ private:
     void showHeight(int height);
     // A fault, a lock or a reset on the desk ends the moves that no finger holds.
     void stopUnattendedMoves();
+    void deskLinked();
     void updateLightColor(int open, int mode, int red, int green, int blue);
     static OMTimeManager& timeManager();
 
@@ -127,6 +129,7 @@ private:
     HotKeyMovement* m_hotKeyMovement;
     GlobalKeyDispatch* m_globalKeys;
     GoToHeight* m_goToHeight;
+    SleepGuard* m_sleepGuard;
     DeskStatus* m_status;
     float m_currentHeight = 0.0f;
     QString m_previousHeight;

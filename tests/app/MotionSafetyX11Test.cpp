@@ -4,10 +4,14 @@
 // change, which the X11 platform reports about 100 ms late), and quitting must let the desk
 // hear the released key before the link goes.
 #include "X11AppTest.h"
+#include "platform/LogindSleep.h"
+#include "platform/Platform.h"
 #include "protocol/BluetoothResultHandle.h"
 #include "session/ShortcutsHeightSetVC.h"
 #include "store/CurrentDeviceStore.h"
+#include "support/LogindStandin.h"
 #include "widgets/HomeFunctionBtn.h"
+#include "widgets/OMAlert.h"
 #include "widgets/OMHoverButton.h"
 
 #include <QApplication>
@@ -233,6 +237,63 @@ TEST_F(MotionSafetyX11Test, TheClickAfterTheSaveSheetRecallsThePreset) {
         EXPECT_TRUE(waitUntil([&] { return desk->keyFramesReceived() > keysBefore; }, 3000))
             << "the click sent no preset key";
         EXPECT_TRUE(waitUntil([&] { return std::abs(desk->heightTenths() - presetHeight) <= 5; }));
+    });
+}
+
+// Sleep with Up held: logind on a private bus announces it; the desk must stop on a poll answered
+// with no key while still linked, the link goes through BlueZ, and only then is the delay lock
+// closed. No alert, and after wake the desk is linked again with nothing held.
+class SleepWhileHoldingTest : public MotionSafetyX11Test {
+protected:
+    void SetUp() override {
+        MotionSafetyX11Test::SetUp();
+        OMAlert::setPresenter([this](QWidget*, const OMAlertContent& content) {
+            alerts << content.message;
+            return OMAlert::kFirstButton + 1;
+        });
+    }
+    void TearDown() override {
+        runner.reset(); // the session lets go of its lock through the installed adapter
+        OMAlert::setPresenter(nullptr);
+    }
+
+    qint64 after(qint64 startMs) const { return clock.elapsed() - startMs; }
+
+    LogindStandin logind{clock};
+    LogindSleep systemSleep{logind.client()};
+    PlatformOverride<SystemSleep> sleepOverride{systemSleep};
+    QStringList alerts;
+};
+
+TEST_F(SleepWhileHoldingTest, StopsOnNoKeyThenDisconnectsThenLetsTheSystemSleep) {
+    run([&] {
+        ASSERT_NO_FATAL_FAILURE(pairDesk());
+        ASSERT_TRUE(waitUntil([&] { return systemSleep.isHeld(); }))
+            << "no lock taken while linked";
+        ASSERT_NO_FATAL_FAILURE(holdUp());
+        markEvent();
+        logind.announceSleep(true);
+        expectStoppedWithin(kStopLimitMs);
+        ASSERT_TRUE(waitUntil([&] { return !desk->isSubscribed(); }, 3000)) << "still linked";
+        const qint64 disconnectedMs = after(eventAtMs);
+        ASSERT_TRUE(waitUntil([&] { return logind.releasedAtMs().has_value(); }, 3000));
+        EXPECT_GE(*logind.releasedAtMs(), *stoppedAtMs) << "the lock went before the desk stopped";
+        std::printf("sleep: desk stopped after %lld ms, link gone after %lld ms, lock closed "
+                    "after %lld ms\n",
+                    static_cast<long long>(*stopLatency()), static_cast<long long>(disconnectedMs),
+                    static_cast<long long>(*logind.releasedAtMs() - eventAtMs));
+        EXPECT_LE(disconnectedMs, 3000);
+
+        xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
+        const qint64 wokeAtMs = clock.elapsed();
+        logind.announceSleep(false);
+        ASSERT_TRUE(waitUntil([&] { return desk->isSubscribed() && systemSleep.isHeld(); }));
+        std::printf("wake: linked again after %lld ms\n", static_cast<long long>(after(wokeAtMs)));
+        EXPECT_EQ(logind.inhibitions(), 2) << "the lock is taken again after wake";
+        waitForPolls(4);
+        EXPECT_FALSE(desk->isMoving()) << "a movement resumed after wake";
+        EXPECT_TRUE(control() != nullptr) << "the session's screen ended";
+        EXPECT_TRUE(alerts.isEmpty()) << alerts.join(' ').toStdString();
     });
 }
 

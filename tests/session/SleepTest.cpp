@@ -1,0 +1,123 @@
+// Sleep and wake on a virtual desk in virtual time, with the system's sleep stood in for at its
+// interface: every movement ends and the desk hears no key, the link goes, and only then is the
+// system let go; no alert, the session stays; after wake the desk is linked with nothing held.
+#include "SessionTestSupport.h"
+#include "platform/Platform.h"
+#include "platform/SystemSleep.h"
+#include "widgets/HomeFunctionBtn.h"
+#include "widgets/WidgetTestSupport.h"
+
+#include <functional>
+#include <optional>
+#include <ostream>
+
+namespace ostrel::test {
+namespace {
+
+// Grants its lock unless told to refuse; records what the desk had heard when it was let go.
+class SleepStandin : public SystemSleep {
+public:
+    void holdOff() override {
+        ++asked;
+        m_held = granting;
+    }
+    void letGo() override {
+        if (m_held && onLetGo)
+            onLetGo();
+        m_held = false;
+    }
+    bool isHeld() const override { return m_held; }
+
+    bool granting = true;
+    int asked = 0;
+    std::function<void()> onLetGo;
+
+private:
+    bool m_held = false;
+};
+
+struct SleepCase {
+    const char* name;
+    std::function<void(DeskControlVC&)> moving; // what moves the desk when sleep comes
+    bool granting;
+};
+
+void PrintTo(const SleepCase& row, std::ostream* out) {
+    *out << row.name;
+}
+
+class SleepTest : public SessionTest, public ::testing::WithParamInterface<SleepCase> {
+protected:
+    void SetUp() override {
+        SessionTest::SetUp();
+        desk = &bindDesk({}, "70,110,0,0");
+        openControl();
+        system.onLetGo = [this] {
+            letGoWithLink = desk->isSubscribed();
+            letGoWhileMoving = desk->isMoving();
+            letGoAfterNoKey = !desk->keyFrames().empty() && desk->keyFrames().back().keys == 0;
+        };
+    }
+
+    SleepStandin system;
+    PlatformOverride<SystemSleep> sleepOverride{system};
+    VirtualDesk* desk = nullptr;
+    std::optional<bool> letGoWithLink;
+    bool letGoWhileMoving = false;
+    bool letGoAfterNoKey = false;
+};
+
+TEST_P(SleepTest, LetsGoOfTheDeskBeforeTheSystemAndLinksItAgainAfterWake) {
+    system.granting = GetParam().granting;
+    ASSERT_EQ(system.asked, 1) << "no lock asked for while linked";
+    GetParam().moving(*control);
+    advance(500ms);
+    ASSERT_TRUE(desk->isMoving());
+
+    emit system.coming();
+    advance(3s);
+    EXPECT_FALSE(desk->isSubscribed());
+    EXPECT_FALSE(desk->isMoving());
+    if (GetParam().granting) {
+        ASSERT_TRUE(letGoWithLink.has_value()) << "the system was never let go";
+        EXPECT_FALSE(*letGoWithLink) << "let go before the link went";
+        EXPECT_FALSE(letGoWhileMoving);
+        EXPECT_TRUE(letGoAfterNoKey) << "the desk's last answer held a key";
+    }
+
+    emit system.resumed();
+    advance(5s);
+    EXPECT_TRUE(desk->isSubscribed());
+    EXPECT_EQ(system.asked, 2) << "the lock is asked for again after wake";
+    const int height = desk->heightTenths();
+    advance(2s);
+    EXPECT_FALSE(desk->isMoving()) << "a movement resumed after wake";
+    EXPECT_EQ(desk->heightTenths(), height);
+    EXPECT_TRUE(alerts.empty()) << "a planned disconnect raised an alert";
+    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Movements, SleepTest,
+    ::testing::Values(
+        SleepCase{"UpHeld", [](DeskControlVC& c) { press(c.upButton()); }, true},
+        SleepCase{"GoToHeight", [](DeskControlVC& c) { c.session().moveTo(1100); }, true},
+        SleepCase{"LockRefused", [](DeskControlVC& c) { press(c.downButton()); }, false}),
+    [](const ::testing::TestParamInfo<SleepCase>& row) { return std::string(row.param.name); });
+
+// Woken away from the desk: the session's scan goes on looking, without an alert.
+TEST_F(SleepTest, WakeOutOfRangeKeepsLookingWithoutAnAlert) {
+    emit system.coming();
+    advance(3s);
+    desk->setInRange(false);
+    emit system.resumed();
+    advance(65s);
+    EXPECT_FALSE(desk->isSubscribed());
+    EXPECT_TRUE(alerts.empty());
+    desk->setInRange(true);
+    advance(35s);
+    EXPECT_TRUE(desk->isSubscribed());
+}
+
+} // namespace
+} // namespace ostrel::test
