@@ -90,20 +90,6 @@ TEST_F(LaunchTest, ShowsNoBluetoothAndTellsTheUserWhenTheRadioIsOff) {
     EXPECT_EQ(alerts[0].buttons, QStringList{"Confirm"});
 }
 
-TEST_F(LaunchTest, ClosingTheWindowKeepsTheApplicationAndTheTrayBringsItBack) {
-    launch();
-    QSignalSpy terminated(delegate.get(), &AppDelegate::terminated);
-    QWidget* screen = delegate->modalWindow()->content();
-
-    delegate->modalWindow()->close();
-    EXPECT_FALSE(delegate->modalWindow()->isVisible());
-    EXPECT_EQ(terminated.count(), 0);
-
-    delegate->statusOnClick();
-    EXPECT_TRUE(delegate->modalWindow()->isVisible());
-    EXPECT_EQ(delegate->modalWindow()->content(), screen);
-}
-
 TEST_F(LaunchTest, HiddenStartShowsOnlyTheTrayUntilTheTrayIsClicked) {
     delegate->setStartHidden(true);
     launch();
@@ -195,26 +181,7 @@ TEST_F(LaunchTest, MenuMinimisesAndHides) {
 
 // ---- Stored settings applied at launch ----
 
-struct HotKeyCase {
-    const char* open;
-    const char* key;
-    std::vector<int> expected;
-};
-
-class HotKeySettingTest : public AppTest, public ::testing::WithParamInterface<HotKeyCase> {};
-
-TEST_P(HotKeySettingTest, RegistersTheStoredCombination) {
-    DQDataSessionHelper::userSaveSystemSetting(
-        {{QStringLiteral("combinationopen"), GetParam().open},
-         {QStringLiteral("combinationkey"), GetParam().key}});
-    delegate->applicationDidFinishLaunching();
-    EXPECT_EQ(services.hotKeyTypes, GetParam().expected);
-}
-
-INSTANTIATE_TEST_SUITE_P(Combinations, HotKeySettingTest,
-                         ::testing::Values(HotKeyCase{"1", "2", {1}}, HotKeyCase{"1", "1", {2}},
-                                           HotKeyCase{"1", "0", {0}}, HotKeyCase{"0", "2", {}}));
-
+// The stored shortcut grabs at launch are the X11 tests'; the combinations the page's.
 TEST_F(LaunchTest, NotificationsFollowTheStoredSwitch) {
     delegate->actionSetSystomSetting(); // nothing stored: closed
     DQDataSessionHelper::userSaveSystemSetting({{QStringLiteral("push"), QStringLiteral("1")}});

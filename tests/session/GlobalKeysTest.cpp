@@ -111,17 +111,6 @@ TEST_F(GlobalKeysTest, KeysDoNothingWithoutALinkedDesk) {
     EXPECT_FALSE(movement().isMoving());
 }
 
-// The desk runs into its top end stop: the height stays put and the watchdog lets go.
-TEST_F(GlobalKeysTest, AMovementEndsByItselfAtTheEndStop) {
-    VirtualDesk& desk = linkedControl();
-    press(kUp);
-    for (int i = 0; i < 400 && movement().isMoving(); ++i)
-        advance(100ms);
-    EXPECT_FALSE(movement().isMoving());
-    EXPECT_EQ(desk.heightTenths(), desk.config().maxHeight);
-    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
-}
-
 TEST_F(GlobalKeysTest, KeysAreLetGoAtSessionEndAndASheetStopsTheMovement) {
     linkedControl();
     press(kDown);

@@ -66,25 +66,5 @@ TEST_F(NavigationTest, TheMenuPicturesTheChosenDeskModel) {
         EXPECT_EQ(ViewSetting::deskImageName(QString::fromLatin1(other)), "connect_desk_D5");
 }
 
-// Polls are answered and heights shown while a page covers the control content.
-TEST_F(NavigationTest, TheSessionKeepsRunningUnderThePages) {
-    VirtualDesk& desk = bindDesk();
-    openControlWithSettings();
-    clickGear();
-    click(top<ViewSetting>()->row(2));
-    ASSERT_EQ(control->pageCount(), 2);
-
-    session().holdKey(command::kUpKey);
-    advance(1000ms);
-    session().releaseKey();
-    advance(300ms);
-    EXPECT_FALSE(desk.isMoving());
-    EXPECT_GT(desk.heightTenths(), 750);
-
-    goBack();
-    goBack();
-    EXPECT_EQ(control->heightText(), QString::asprintf("%.1fcm", desk.heightTenths() / 10.0));
-}
-
 } // namespace
 } // namespace ostrel::test
