@@ -37,16 +37,3 @@ TEST(ManualScheduler, CancelledAndOrphanedJobsNeverRun) {
     EXPECT_EQ(ran, 0);
     EXPECT_EQ(s.pendingCount(), 0u);
 }
-
-TEST(ManualScheduler, RepeatingJobTicksUntilCancelledFromInside) {
-    ManualScheduler s;
-    int ticks = 0;
-    ostrel::TimerHandle handle;
-    handle = s.every(1s, nullptr, [&] {
-        if (++ticks == 3)
-            handle.cancel();
-    });
-    s.advance(10s);
-    EXPECT_EQ(ticks, 3);
-    EXPECT_EQ(s.wallNow(), ManualScheduler().wallNow().addSecs(10));
-}

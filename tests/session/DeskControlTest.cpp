@@ -179,7 +179,7 @@ TEST_F(DeskControlTest, NoLinkAtStartAsksAndGoesToTheBluetoothOffScreenWhenTheRa
     EXPECT_EQ(routed, QStringList{screens::kNoBluetooth});
 }
 
-TEST_F(DeskControlTest, ReconnectionScanRunsInRoundsUntilTheBoundDeskIsBack) {
+TEST_F(DeskControlTest, ReconnectionScanRunsInRoundsUntilTheBoundDeskIsBackAndAFailureEndsIt) {
     VirtualDesk& desk = bindDesk({}, "70,0,0,0");
     VirtualDeskConfig other;
     other.name = "QWJ-0002";
@@ -203,17 +203,11 @@ TEST_F(DeskControlTest, ReconnectionScanRunsInRoundsUntilTheBoundDeskIsBack) {
     // The current record comes back from the bound list, presets included, dated anew.
     EXPECT_EQ(storedPresets(), "70,0,0,0");
     EXPECT_EQ(CurrentDeviceStore::load().lastConnectionTime, "2024-01-01 09:01");
-}
 
-// A reconnection that fails is over: a later link must start the reminder afresh.
-TEST_F(DeskControlTest, AFailedReconnectionIsNoLongerAReconnection) {
-    VirtualDesk& desk = bindDesk();
-    openControl();
-    alertAnswer = 0;
+    // A reconnection that fails is over: a later link must start the reminder afresh.
     desk.dropLink();
     advance(100ms);
     central->setConnectFailure(&desk, QStringLiteral("refused"));
-
     NotificationCenter::defaultCenter().post(notifications::kReconnect);
     EXPECT_TRUE(session().link().isReConnect());
     advance(2s);

@@ -3,8 +3,6 @@
 #include "settings/ViewSetting.h"
 #include "settings/ViewSystemSetting.h"
 
-#include <QLabel>
-
 namespace ostrel::test {
 namespace {
 
@@ -40,22 +38,6 @@ TEST_F(NavigationTest, TheGearOpensTheMenuWhoseRowsOpenTheirPagesEachWithAWayBac
     goBack();
     EXPECT_EQ(control->pageCount(), 0);
     EXPECT_TRUE(control->settingsButton()->isVisible());
-}
-
-TEST_F(NavigationTest, AFeatureThatRegistersItsPageReplacesTheComingPage) {
-    bindDesk();
-    openControlWithSettings();
-    QPointer<QWidget> opened;
-    SettingsPages::instance().registerPage(SettingsPages::Page::Device,
-                                           [&opened](DeskControlVC* father) {
-                                               opened = new QLabel(QStringLiteral("devices"));
-                                               EXPECT_NE(father, nullptr);
-                                               return opened.data();
-                                           });
-    clickGear();
-    click(top<ViewSetting>()->row(1));
-    ASSERT_FALSE(opened.isNull());
-    EXPECT_EQ(control->topView(), opened.data());
 }
 
 TEST_F(NavigationTest, TheMenuPicturesTheChosenDeskModel) {

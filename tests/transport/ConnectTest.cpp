@@ -1,7 +1,6 @@
 #include "TransportTestSupport.h"
 #include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
-#include "protocol/CommandType.h"
 
 namespace ostrel::test {
 namespace {
@@ -203,21 +202,6 @@ TEST_F(ConnectTest, TeardownIsNotTreatedAsALoss) {
     EXPECT_FALSE(peripheral->isConnected());
     EXPECT_TRUE(tool().centerManager().connectedDeviceDict().isEmpty());
     EXPECT_TRUE(tool().centerManager().foundDeviceDict().isEmpty());
-}
-
-TEST_F(ConnectTest, ConnectByNameScansThenConnects) {
-    addDesk({.name = "QWJ-0002"});
-    addDesk();
-    facade().connectDeviceWithPeripheralName(
-        "QWJ-0001",
-        [this](const PeripheralPtr&, const OptionalError& error) {
-            reports.push_back({now(), error});
-        },
-        nullptr);
-    advance(1s);
-    ASSERT_EQ(reports.size(), 1u);
-    EXPECT_FALSE(reports[0].error);
-    EXPECT_EQ(facade().currentPeripheral()->name(), "QWJ-0001");
 }
 
 TEST_F(ConnectTest, ConnectByIdentifierChecksItFirst) {
