@@ -9,6 +9,8 @@
 #include "platform/SecretFileStore.h"
 #include "settings/ViewHomeAutomation.h"
 #include "store/DQDataCatchHelper.h"
+#include "widgets/HomeFunctionBtn.h"
+#include "widgets/WidgetTestSupport.h"
 
 #include <QCheckBox>
 #include <QJsonArray>
@@ -24,6 +26,7 @@ namespace ostrel::test {
 namespace {
 
 constexpr int kNetworkWaitMs = 10000;
+constexpr int kConfigsPerDesk = 11;
 
 // Home Assistant's side: one more client of the broker, hearing everything.
 class HomeAssistant : public QObject {
@@ -32,6 +35,7 @@ public:
         connect(&client, &MqttClient::messageReceived, this,
                 [this](const QString& topic, const QByteArray& payload, bool) {
                     heard.insert(topic, payload);
+                    ++times[topic];
                 });
         MqttClient::Options options;
         options.host = QStringLiteral("localhost");
@@ -62,6 +66,7 @@ public:
 
     MqttClient client;
     QHash<QString, QByteArray> heard;
+    QHash<QString, int> times; // how often each topic was heard
 };
 
 class HomeAutomationTest : public SessionTest {
@@ -146,7 +151,7 @@ TEST_F(HomeAutomationTest, DiscoveryNamesEveryEntityWithWhatHomeAssistantNeeds) 
     HomeAssistant ha(broker);
     ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected));
     ASSERT_TRUE(ha.hears(bridge->availabilityTopic(), "online"));
-    ASSERT_TRUE(waitUntil([&] { return ha.configs().size() == 9; }, kNetworkWaitMs));
+    ASSERT_TRUE(waitUntil([&] { return ha.configs().size() == kConfigsPerDesk; }, kNetworkWaitMs));
     deskId = bridge->publisher().liveDeskId();
     ASSERT_FALSE(deskId.isEmpty());
 
@@ -170,7 +175,7 @@ TEST_F(HomeAutomationTest, DiscoveryNamesEveryEntityWithWhatHomeAssistantNeeds) 
     components.sort();
     EXPECT_EQ(components.join(QLatin1Char(' ')),
               QStringLiteral("binary_sensor binary_sensor button button button button button "
-                             "number sensor"));
+                             "number sensor sensor sensor"));
     const QJsonObject number =
         QJsonDocument::fromJson(
             configs.value(
@@ -236,6 +241,86 @@ TEST_F(HomeAutomationTest, CommandsMoveTheDeskOnlyWhenAllowedAndStopAlways) {
     EXPECT_FALSE(desk->isMoving());
     EXPECT_EQ(handle().currentCommandType(), command::kNoKey);
     EXPECT_GT(desk->heightTenths(), 725);
+}
+
+// The screen holds a key when a command comes: the command's claim ends the screen's hold, so
+// every poll from then on is answered for the command alone and letting go of the button later
+// changes nothing. Stop ends a hold on the screen as it ends a move.
+TEST_F(HomeAutomationTest, ACommandTakesTheKeyFromAHoldOnTheScreen) {
+    MosquittoBroker broker(MosquittoBroker::Kind::Password);
+    ASSERT_TRUE(broker.start()) << broker.log().toStdString();
+    openDesk();
+    HomeAssistant ha(broker);
+    startBridge(broker, true);
+    ASSERT_NO_FATAL_FAILURE(awaitBridge(ha));
+
+    struct Case {
+        HomeFunctionBtn* button;
+        const char* leaf;
+        QByteArray payload;
+        std::vector<int> keys; // what the polls after the command were answered with, but no key
+        int arrivesAt;         // tenths of a centimetre, 0 where the desk stops where it is
+    };
+    const Case cases[] = {
+        {control->upButton(), "target_height/set", "65", {command::kTargetHeight}, 650},
+        {control->downButton(), "stop/press", "PRESS", {}, 0},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.leaf);
+        press(c.button);
+        advance(500ms);
+        ASSERT_TRUE(desk->isMoving());
+        const std::size_t from = desk->keyFrames().size();
+        ASSERT_EQ(command(ha, c.leaf, c.payload), true);
+        advance(1s);
+        release(c.button);
+        runMove();
+        const int height = desk->heightTenths();
+        advance(1s);
+        EXPECT_FALSE(desk->isMoving());
+        EXPECT_EQ(desk->heightTenths(), height);
+        if (c.arrivesAt) {
+            EXPECT_LE(std::abs(height - c.arrivesAt), 5);
+        }
+        std::vector<int> keys = answersSince(*desk, from);
+        std::erase(keys, command::kNoKey);
+        std::sort(keys.begin(), keys.end());
+        keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
+        EXPECT_EQ(keys, c.keys);
+    }
+    EXPECT_EQ(handle().currentCommandType(), command::kNoKey);
+}
+
+// The record's minutes at this desk, in the desk's device: news once a minute at most, however
+// often the desk reports its height (some 12000 times in these ten minutes).
+TEST_F(HomeAutomationTest, MinutesStoodAndSatTodayFollowTheRecord) {
+    RecordedActivity activity;
+    MosquittoBroker broker(MosquittoBroker::Kind::Password);
+    ASSERT_TRUE(broker.start()) << broker.log().toStdString();
+    openDesk();
+    HomeAssistant ha(broker);
+    startBridge(broker, true);
+    ASSERT_NO_FATAL_FAILURE(awaitBridge(ha));
+    ASSERT_TRUE(ha.hears(deskTopic("standing_today"), "0"));
+    const QJsonObject config =
+        QJsonDocument::fromJson(
+            ha.heard.value(
+                QStringLiteral("homeassistant/sensor/%1/standing_today/config").arg(deskId)))
+            .object();
+    EXPECT_EQ(config[QStringLiteral("state_topic")].toString(), deskTopic("standing_today"));
+    EXPECT_EQ(config[QStringLiteral("unit_of_measurement")].toString(), QStringLiteral("min"));
+
+    ASSERT_EQ(command(ha, "target_height/set", "110"), true);
+    runMove();
+    ha.times.clear();
+    advance(10min);
+    // Told at the minute's tick: at most a minute behind.
+    const auto standing = [&] { return ha.heard.value(deskTopic("standing_today")).toInt(); };
+    EXPECT_TRUE(waitUntil([&] { return standing() >= 9; }, kNetworkWaitMs));
+    EXPECT_LE(standing(), 10);
+    EXPECT_TRUE(ha.hears(deskTopic("sitting_today"), "0"));
+    EXPECT_LE(ha.times.value(deskTopic("standing_today")), 10);
+    EXPECT_EQ(ha.times.value(deskTopic("sitting_today")), 0);
 }
 
 // As the user sets it up on the page.
@@ -307,7 +392,7 @@ TEST_F(HomeAutomationTest, ABrokerThatComesLaterOrRestartsGetsEverythingAgain) {
     EXPECT_LE(std::abs(desk->heightTenths() - 1100), 5);
     EXPECT_TRUE(ha.hears(bridge->availabilityTopic(), "online"));
     EXPECT_TRUE(ha.hears(deskTopic("height"), "110.0"));
-    EXPECT_TRUE(waitUntil([&] { return ha.configs().size() == 9; }, kNetworkWaitMs));
+    EXPECT_TRUE(waitUntil([&] { return ha.configs().size() == kConfigsPerDesk; }, kNetworkWaitMs));
 }
 
 TEST_F(HomeAutomationTest, TlsWithATestAuthority) {
