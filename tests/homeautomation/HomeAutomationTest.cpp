@@ -78,6 +78,8 @@ protected:
 
     void TearDown() override {
         bridge.reset();
+        homeAssistant.reset();
+        server.reset();
         SessionTest::TearDown();
     }
 
@@ -130,6 +132,17 @@ protected:
         ASSERT_TRUE(ha.hears(deskTopic("connected"), "ON"));
     }
 
+    // A broker, Home Assistant on it, and the bridge with control allowed, for a desk open on
+    // the control screen.
+    void connectWithControl() {
+        server = std::make_unique<MosquittoBroker>(MosquittoBroker::Kind::Password);
+        ASSERT_TRUE(server->start()) << server->log().toStdString();
+        openDesk();
+        homeAssistant = std::make_unique<HomeAssistant>(*server);
+        startBridge(*server, true);
+        ASSERT_NO_FATAL_FAILURE(awaitBridge(*homeAssistant));
+    }
+
     void runMove() {
         for (int step = 0; step < 600 && session().goToHeight().isMoving(); ++step)
             advance(50ms);
@@ -139,6 +152,8 @@ protected:
     QTemporaryDir secrets;
     SecretFileStore fileSecrets{secrets.path()};
     PlatformOverride<SecretStore> secretsHere{fileSecrets};
+    std::unique_ptr<MosquittoBroker> server;
+    std::unique_ptr<HomeAssistant> homeAssistant;
     std::unique_ptr<HomeAutomationBridge> bridge;
     VirtualDesk* desk = nullptr;
     QString deskId;
@@ -248,12 +263,8 @@ TEST_F(HomeAutomationTest, CommandsMoveTheDeskOnlyWhenAllowedAndStopAlways) {
 // every poll from then on is answered for the command alone and letting go of the button later
 // changes nothing. Stop ends a hold on the screen as it ends a move.
 TEST_F(HomeAutomationTest, ACommandTakesTheKeyFromAHoldOnTheScreen) {
-    MosquittoBroker broker(MosquittoBroker::Kind::Password);
-    ASSERT_TRUE(broker.start()) << broker.log().toStdString();
-    openDesk();
-    HomeAssistant ha(broker);
-    startBridge(broker, true);
-    ASSERT_NO_FATAL_FAILURE(awaitBridge(ha));
+    ASSERT_NO_FATAL_FAILURE(connectWithControl());
+    HomeAssistant& ha = *homeAssistant;
 
     struct Case {
         HomeFunctionBtn* button;
@@ -296,12 +307,8 @@ TEST_F(HomeAutomationTest, ACommandTakesTheKeyFromAHoldOnTheScreen) {
 // often the desk reports its height (some 12000 times in these ten minutes).
 TEST_F(HomeAutomationTest, MinutesStoodAndSatTodayFollowTheRecord) {
     RecordedActivity activity;
-    MosquittoBroker broker(MosquittoBroker::Kind::Password);
-    ASSERT_TRUE(broker.start()) << broker.log().toStdString();
-    openDesk();
-    HomeAssistant ha(broker);
-    startBridge(broker, true);
-    ASSERT_NO_FATAL_FAILURE(awaitBridge(ha));
+    ASSERT_NO_FATAL_FAILURE(connectWithControl());
+    HomeAssistant& ha = *homeAssistant;
     ASSERT_TRUE(ha.hears(deskTopic("standing_today"), "0"));
     const QJsonObject config =
         QJsonDocument::fromJson(
