@@ -10,8 +10,8 @@ namespace ostrel {
 
 // One desk as Home Assistant sees it: a device with a height sensor, "moving" and "connected"
 // binary sensors, a target-height number, five buttons and the minutes stood and sat at it
-// today, announced by retained discovery configs under "homeassistant/". Topics are fixed by the desk's address, so a desk keeps its
-// entities across restarts and computers.
+// today, announced by retained discovery configs under "homeassistant/". Topics are fixed by the
+// desk's address, so a desk keeps its entities across restarts and computers.
 class DeskEntities {
 public:
     static constexpr char kTopicRoot[] = "ostrel-motion";
