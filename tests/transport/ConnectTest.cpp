@@ -142,21 +142,6 @@ TEST_F(ConnectTest, LostLinkWithAutoReconnectComesBackToTheSameCallbacks) {
     EXPECT_EQ(answers, std::count(frameTypes.begin(), frameTypes.end(), 0x12));
 }
 
-TEST_F(ConnectTest, LostLinkWithoutAutoReconnectStaysDown) {
-    VirtualDesk& desk = addDesk();
-    const PeripheralPtr peripheral = discover(desk);
-    facade().setAutoConnectAfterDisconnect(false);
-    connectRecording(peripheral);
-    advance(100ms);
-    desk.dropLink();
-    ASSERT_EQ(reports.size(), 2u);
-    EXPECT_EQ(reports[1].error->code, 5);
-    EXPECT_EQ(reports[1].error->domain, "The connection has timed out unexpectedly.");
-    advance(40s);
-    EXPECT_EQ(reports.size(), 2u);
-    EXPECT_FALSE(peripheral->isConnected());
-}
-
 // Radio off drops the link; the pending reconnection completes when the radio is back, and the
 // power change itself is reported once each way.
 TEST_F(ConnectTest, RadioPowerCycleReconnects) {
