@@ -72,8 +72,14 @@ QPixmap OMImage::pixmap(const QString& name, qreal scale, qreal devicePixelRatio
 QIcon OMImage::icon(const QString& name) {
     if (!renderer(name))
         return {};
-    // QIcon's own SVG engine renders crisply at whatever size a view asks for.
-    return QIcon(path(name));
+    // QIcon's own SVG engine renders crisply at whatever size a view asks for. Its renderings are
+    // cached under the engine's serial number: a fresh QIcon for every window (each error window
+    // has one) would leave a new set of window-icon images in the pixmap cache each time.
+    static QHash<QString, QIcon> icons;
+    auto found = icons.find(name);
+    if (found == icons.end())
+        found = icons.insert(name, QIcon(path(name)));
+    return *found;
 }
 
 } // namespace ostrel
