@@ -33,6 +33,8 @@ QStringList OMImage::names() {
 QSvgRenderer* OMImage::renderer(const QString& name) {
     // Renderers are parsed once; paint events ask for the same few pictures many times a second.
     static QHash<QString, std::shared_ptr<QSvgRenderer>> cache;
+    if (name.isEmpty())
+        return nullptr; // no picture asked for
     auto found = cache.find(name);
     if (found == cache.end()) {
         std::shared_ptr<QSvgRenderer> svg;
