@@ -41,6 +41,7 @@ mkfifo "$scratch/ready"
 "$build_dir/tools/bluez-standin/ostrel-bluez-standin" --bus "$address" --desk "$desk" \
     >"$scratch/ready" &
 standin_pid=$!
+disown "$standin_pid" # killed at the end without a word
 read -r -t 10 line <"$scratch/ready"
 [ "$line" = ready ]
 control() {
@@ -107,4 +108,4 @@ done
 kill -9 "$target"
 wait "$app_pid" 2>/dev/null || true
 app_pid=
-[ -z "$profiler" ] || echo "heaptrack data: $(ls "$output"*)"
+[ -z "$profiler" ] || echo "heaptrack data: $output.zst"
