@@ -98,30 +98,31 @@ protected:
         NotificationCenter::defaultCenter().post(QLatin1String(notifications::kMemoryKeyChange));
     }
 
+    static int standKeys() {
+        const Bytes frame = BluetoothProtocol::cmdForTableResponseType(command::kStandKey);
+        return frame[3] | frame[4] << 8;
+    }
+
     // The runs of Stand key frames the desk received since `from`: how many polls each answered
     // in a row. A frame that answered no poll fails the test.
     std::vector<int> standRuns(std::size_t from) const {
-        const Bytes frame = BluetoothProtocol::cmdForTableResponseType(command::kStandKey);
-        const int stand = frame[3] | frame[4] << 8;
         std::vector<int> runs;
-        bool inRun = false;
-        const auto& frames = desk->keyFrames();
-        for (auto it = frames.begin() + std::ptrdiff_t(from); it != frames.end(); ++it) {
-            EXPECT_TRUE(it->answeredPoll) << "key " << it->keys << " came unasked";
-            if (it->keys == stand && !inRun)
+        int previous = -1;
+        for (std::size_t i = from; i < desk->keyFrames().size(); ++i) {
+            const VirtualDesk::KeyFrame& key = desk->keyFrames()[i];
+            EXPECT_TRUE(key.answeredPoll) << "key " << key.keys << " came unasked";
+            if (key.keys == standKeys() && previous != key.keys)
                 runs.push_back(0);
-            inRun = it->keys == stand;
-            if (inRun)
+            if (key.keys == standKeys())
                 ++runs.back();
+            previous = key.keys;
         }
         return runs;
     }
 
     // The desk heard the Stand key since `from`, then another.
     bool standLetGo(std::size_t from) const {
-        const Bytes frame = BluetoothProtocol::cmdForTableResponseType(command::kStandKey);
-        const auto& frames = desk->keyFrames();
-        return !standRuns(from).empty() && frames.back().keys != (frame[3] | frame[4] << 8);
+        return !standRuns(from).empty() && desk->keyFrames().back().keys != standKeys();
     }
 
     bool stoppedWithinPolls(int polls) {
@@ -155,8 +156,11 @@ QWidget* sheet(const std::function<void()>& present) {
     return shown;
 }
 
-template <class Page> Page* topPage(DeskControlVC* control) {
-    return qobject_cast<Page*>(control->topView());
+QWidget* openDetail(DeskControlVC* c) {
+    auto* devices = qobject_cast<ViewDeviceManagement*>(pushed(c, DevicePages::create(c)));
+    if (devices && !devices->pairedRows().isEmpty())
+        emit devices->pairedRows().first()->clicked();
+    return qobject_cast<ViewDeviceDetail*>(c->topView());
 }
 
 const TabbedScreen kTabbedScreens[] = {
@@ -179,24 +183,12 @@ const TabbedScreen kTabbedScreens[] = {
     {"Activity",
      [](DeskControlVC* c) { return pushed(c, new ActivityPage(c, *ActivityRecorder::current())); }},
     {"DeviceManagement", [](DeskControlVC* c) { return pushed(c, DevicePages::create(c)); }},
-    {"DeviceDetail",
-     [](DeskControlVC* c) -> QWidget* {
-         pushed(c, DevicePages::create(c));
-         auto* devices = topPage<ViewDeviceManagement>(c);
-         if (!devices || devices->pairedRows().isEmpty())
-             return nullptr;
-         emit devices->pairedRows().first()->clicked();
-         return topPage<ViewDeviceDetail>(c);
-     }},
+    {"DeviceDetail", &openDetail},
     {"Rename",
      [](DeskControlVC* c) -> QWidget* {
-         pushed(c, DevicePages::create(c));
-         auto* devices = topPage<ViewDeviceManagement>(c);
-         if (!devices || devices->pairedRows().isEmpty())
-             return nullptr;
-         emit devices->pairedRows().first()->clicked();
-         emit topPage<ViewDeviceDetail>(c)->nameRow()->clicked();
-         return topPage<ViewNameEdit>(c);
+         if (auto* detail = qobject_cast<ViewDeviceDetail*>(openDetail(c)))
+             emit detail->nameRow()->clicked();
+         return qobject_cast<ViewNameEdit*>(c->topView());
      }},
     {"PresetsHelpSheet", [](DeskControlVC* c) { return sheet([c] { c->actionShowHelp(); }); }},
     {"GoToHeightDialog", [](DeskControlVC* c) { return sheet([c] { c->actionGoToHeight(); }); }},
@@ -315,28 +307,6 @@ TEST_F(KeyboardX11Test, TabFollowsEveryScreenPageAndSheetFromTopToBottom) {
             // Gone before the next page opens, so Tab can meet nothing of them.
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         }
-    });
-}
-
-// Space on the countdown's clear button, reached with Tab, clears the reminder; the button shows
-// while it has the focus.
-TEST_F(KeyboardX11Test, TheCountdownIsClearedFromTheKeyboard) {
-    run([&] {
-        ASSERT_NO_FATAL_FAILURE(pairDesk());
-        auto* sitStand = new ViewSitStand(control());
-        control()->pushViewControlWithView(sitStand);
-        sitStand->actionSitStandSwitch();
-        control()->popViewControl();
-        CountdownView* countdown = control()->countdownView();
-        ASSERT_TRUE(waitUntil([&] { return countdown->isVisible(); }));
-        xdotool({QStringLiteral("windowfocus"),
-                 QString::number(runner->delegate().modalWindow()->winId())});
-        tabTo(countdown->clearButton());
-        ASSERT_EQ(QApplication::focusWidget(), countdown->clearButton());
-        EXPECT_TRUE(countdown->isClearRevealed());
-        key("space");
-        EXPECT_TRUE(waitUntil([&] { return !countdown->isVisible(); }));
-        EXPECT_EQ(CurrentDeviceStore::load().sitOrStand, "0");
     });
 }
 
