@@ -3,6 +3,7 @@
 #include "core/Scheduler.h"
 
 #include <QGuiApplication>
+#include <algorithm>
 #include <cstdlib>
 #include <xcb/screensaver.h>
 
@@ -25,7 +26,8 @@ X11IdleTime::X11IdleTime(xcb_connection_t* connection, xcb_window_t root, QObjec
     : PresenceSource(parent), m_connection(connection), m_root(root) {}
 
 void X11IdleTime::setIdleLimit(Duration idle) {
-    m_limit = idle;
+    // An input is seen by the idle time being under the limit at the next look.
+    m_limit = std::max(idle, kShortestLimit);
     m_next.cancel();
     check();
 }

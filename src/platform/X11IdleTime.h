@@ -15,6 +15,7 @@ class X11IdleTime : public PresenceSource {
     Q_OBJECT
 public:
     static constexpr Duration kAwayPoll{1000};
+    static constexpr Duration kShortestLimit = 2 * kAwayPoll;
 
     // Null unless the application runs on an X server that has the extension.
     static std::unique_ptr<X11IdleTime> create();
