@@ -45,6 +45,7 @@ void MutterIdleMonitor::watchIdle() {
             return;
         }
         m_idleWatch = id;
+        claimEarlyFire(id);
     });
     // The watch fires when the limit is reached, not when it was passed before the watch began.
     ask(call("GetIdletime"), [this, limit](const QDBusMessage& reply) {
@@ -63,6 +64,16 @@ void MutterIdleMonitor::goneIdle() {
     ask(call("AddUserActiveWatch"), [this](const QDBusMessage& reply) {
         m_askingActive = false;
         m_activeWatch = reply.arguments().value(0).toUInt();
+        if (claimEarlyFire(m_activeWatch))
+            return;
+        // An input before the watch began fires nothing: the idle time tells.
+        ask(call("GetIdletime"), [this](const QDBusMessage& idle) {
+            if (m_activeWatch != 0 &&
+                idle.arguments().value(0).toULongLong() < quint64(m_limit.count())) {
+                removeWatch(std::exchange(m_activeWatch, 0u));
+                setAway(false);
+            }
+        });
     });
 }
 
@@ -74,7 +85,17 @@ void MutterIdleMonitor::watchFired(uint id) {
     } else if (id == m_activeWatch) { // fires once and is gone
         m_activeWatch = 0;
         setAway(false);
+    } else {
+        m_earlyFire = id; // its watch's number may still be on its way
     }
+}
+
+bool MutterIdleMonitor::claimEarlyFire(uint id) {
+    if (id == 0 || m_earlyFire != id)
+        return false;
+    m_earlyFire = 0;
+    watchFired(id);
+    return true;
 }
 
 void MutterIdleMonitor::removeWatch(uint id) {

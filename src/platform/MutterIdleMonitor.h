@@ -31,11 +31,14 @@ private:
     void watchIdle();
     void goneIdle();
     void removeWatch(uint id);
+    // A watch may fire before the reply that numbers it has been read; handles that fire.
+    bool claimEarlyFire(uint id);
 
     Duration m_limit{0};
     uint m_idleWatch = 0;
     uint m_activeWatch = 0;
     bool m_askingActive = false;
+    uint m_earlyFire = 0;
 };
 
 } // namespace ostrel

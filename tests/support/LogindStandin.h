@@ -3,7 +3,7 @@
 // logind on a private bus of its own. Sleep: Inhibit hands out the write end of a real pipe and
 // keeps the read end, so the test sees the moment the application closes its lock;
 // PrepareForSleep is sent when the test says so. Sessions: GetSession names one session whose
-// LockedHint the test sets. Other stand-ins may join the bus through connection().
+// LockedHint the test sets.
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
@@ -45,7 +45,6 @@ public:
 
     // The connection the application's side uses.
     QDBusConnection client() const { return bus(QStringLiteral("logind-client")); }
-    QDBusConnection connection(const QString& name) const { return bus(name); }
     QDBusConnection service() const { return bus(QStringLiteral("logind-standin")); }
 
     void setLocked(bool locked) {
