@@ -42,9 +42,7 @@ protected:
     static QDBusConnection bus() { return QDBusConnection::sessionBus(); }
     static void control(const char* method, const QVariantList& arguments = {}) {
         QDBusMessage call = QDBusMessage::createMethodCall(
-            QStringLiteral("com.ostrel.PresenceStandin"),
-            QStringLiteral("/com/ostrel/PresenceStandin"),
-            QStringLiteral("com.ostrel.PresenceStandin"), QString::fromLatin1(method));
+            kControl, u'/' + QString(kControl).replace(u'.', u'/'), kControl, method);
         call.setArguments(arguments);
         ASSERT_EQ(bus().call(call).type(), QDBusMessage::ReplyMessage) << method;
     }
