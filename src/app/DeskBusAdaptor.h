@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Scheduler.h"
+#include "core/ThrottledChanges.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnection>
@@ -85,7 +86,7 @@ private:
     void refuse(const QDBusMessage& call, const QString& error, const QString& text);
     QVariantMap snapshot() const;
     void refresh();
-    void publish();
+    void announce(const QVariantMap& changed);
 
     QDBusConnection m_connection;
     QPointer<DeskSession> m_session;
@@ -93,10 +94,7 @@ private:
     double m_lastHeight = 0.0;
     bool m_heightChanging = false;
     TimerHandle m_still;
-    QVariantMap m_published;
-    QVariantMap m_pending;
-    bool m_coolingDown = false;
-    TimerHandle m_cooldown;
+    ThrottledChanges m_changes;
 };
 
 } // namespace ostrel

@@ -11,11 +11,14 @@
 #include "platform/NoGlobalKeys.h"
 #include "platform/PortalGlobalKeys.h"
 #include "platform/ScreenSaverLock.h"
+#include "platform/SecretFileStore.h"
+#include "platform/SecretServiceStore.h"
 #include "platform/UnixTerminationSignals.h"
 #include "platform/X11GlobalKeys.h"
 #include "platform/X11IdleTime.h"
 
 #include <QGuiApplication>
+#include <QStandardPaths>
 
 namespace ostrel {
 
@@ -73,6 +76,15 @@ std::unique_ptr<Presence> Presence::forDesktop() {
         presence->add(std::make_unique<ScreenSaverLock>(session, locker));
     presence->add(std::make_unique<LogindLockedHint>(QDBusConnection::systemBus()));
     return presence;
+}
+
+// Chosen once, at the first password asked for: a secret service that starts later is not used
+// until the next start, and the password stays where it was put.
+std::unique_ptr<SecretStore> SecretStore::forDesktop() {
+    if (SecretServiceStore::isRunning())
+        return std::make_unique<SecretServiceStore>();
+    return std::make_unique<SecretFileStore>(
+        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
 }
 
 std::unique_ptr<TerminationSignals> TerminationSignals::forDesktop() {

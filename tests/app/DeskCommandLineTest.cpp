@@ -236,6 +236,10 @@ TEST_F(RunningApplicationTest, VerbsDriveTheDeskAndFailWithDistinctCodes) {
         EXPECT_FALSE(goTo.isMoving());
         EXPECT_TRUE(waitUntil([&] { return !desk->isMoving(); }, 200));
         EXPECT_LT(desk->heightTenths(), 890);
+        // A stopped move leaves nothing that swallows the next hot-key movement.
+        EXPECT_EQ(runVerb({QStringLiteral("--up")}).out, QStringLiteral("Moving up"));
+        EXPECT_TRUE(waitUntil([&] { return desk->isMoving(); }));
+        EXPECT_EQ(runVerb({QStringLiteral("--up")}).out, QStringLiteral("Stopped"));
 
         // How long a script waits for --status.
         std::vector<qint64> times;

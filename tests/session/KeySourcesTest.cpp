@@ -2,7 +2,6 @@
 // the desk's side: which key each of its polls was answered with, and that no key frame ever
 // came unasked.
 #include "SessionTestSupport.h"
-#include "protocol/BluetoothProtocol.h"
 #include "session/GlobalKeyDispatch.h"
 #include "session/HotKeyMovement.h"
 #include "settings/MemoryKeySequence.h"
@@ -18,18 +17,6 @@ namespace ostrel::test {
 namespace {
 
 using Ending = GoToHeight::Ending;
-
-// The command type a logged answer stands for.
-int typeOf(int keys) {
-    if (keys == VirtualDesk::kTargetCommand)
-        return command::kTargetHeight;
-    for (int type : {0, 1, 2, 9, 10, 11, 12, 13}) {
-        const Bytes frame = BluetoothProtocol::cmdForTableResponseType(type);
-        if ((frame[3] | frame[4] << 8) == keys)
-            return type;
-    }
-    return -1;
-}
 
 // The table's steps drive the fixture from outside: what they use is public.
 class KeySourcesTest : public SessionTest {
@@ -61,13 +48,7 @@ public:
     }
     // From here on, answers() reports what the desk is told.
     void mark() { from = desk->keyFrames().size(); }
-    std::vector<int> answers() const {
-        std::vector<int> types;
-        const auto& frames = desk->keyFrames();
-        for (auto frame = frames.begin() + std::ptrdiff_t(from); frame != frames.end(); ++frame)
-            types.push_back(typeOf(frame->keys));
-        return types;
-    }
+    std::vector<int> answers() const { return answersSince(*desk, from); }
     bool answered(int type) const {
         const std::vector<int> all = answers();
         return std::find(all.begin(), all.end(), type) != all.end();
@@ -250,6 +231,21 @@ const Interleaving kInterleavings[] = {
      }},
     {"StopDuringAMoveUp", moveUp, stop, heardOnceThenNoKey(command::kUpKey)},
     {"StopDuringAMoveDown", moveDown, stop, heardOnceThenNoKey(command::kDownKey)},
+    // The desk takes a key held on from the stop's tap for the tap: it must hear no key between.
+    {"HotKeyAtOnceAfterAStop", moveUp,
+     [](KeySourcesTest& t) {
+         t.session().stopMoving();
+         t.hotKey("GlobalKeyUp");
+         t.advance(1500ms);
+     },
+     [](KeySourcesTest& t) {
+         const std::vector<int> keys = t.answers();
+         ASSERT_GE(keys.size(), 3u);
+         EXPECT_EQ(keys[0], command::kUpKey);
+         EXPECT_EQ(keys[1], command::kNoKey);
+         EXPECT_TRUE(t.session().hotKeyMovement().isMoving());
+         EXPECT_TRUE(t.desk->isMoving());
+     }},
     // A tap shorter than a poll period still reaches the desk, twice.
     {"PresetClickOf25ms", nothing,
      [](KeySourcesTest& t) {
