@@ -2,6 +2,7 @@
 
 #include "platform/DesktopNotifications.h"
 #include "platform/Platform.h"
+#include "platform/Presence.h"
 #include "session/ActivityRecorder.h"
 #include "session/CountdownView.h"
 #include "session/DeskHeightDisplay.h"
@@ -61,7 +62,8 @@ bool isActivationKey(const QKeyEvent* event) {
 
 DeskControlVC::DeskControlVC(QWidget* parent)
     : QWidget(parent), m_session(new DeskSession(this)),
-      m_reminder(new SitStandReminder(Platform::get<DesktopNotifications>(), this)) {
+      m_reminder(new SitStandReminder(Platform::get<DesktopNotifications>(),
+                                      Platform::get<Presence>(), this)) {
     m_stack = new QStackedLayout(this);
     m_stack->addWidget(buildControlView());
 
