@@ -19,7 +19,7 @@ packages=(
     dbus dbus-daemon xvfb xauth xdotool x11-xserver-utils libxcb1-dev
     qt6-wayland fonts-droid-fallback sway grim xdg-desktop-portal
     dpkg-dev file lintian desktop-file-utils appstream
-    libxcb-keysyms1-dev
+    libxcb-keysyms1-dev libxcb-screensaver0-dev
     python3-bleak
     qt6-charts-dev libqt6opengl6-dev libqt6sql6-sqlite
     mosquitto mosquitto-clients libmosquitto-dev libsecret-1-dev gnome-keyring openssl

@@ -522,6 +522,10 @@ A reset also clears the height presets stored on the desk.</translation>
         <source>Turn on the sit-stand reminder first</source>
         <translation>Turn on the sit-stand reminder first</translation>
     </message>
+    <message>
+        <source>Pause reminders while I&apos;m away</source>
+        <translation>Pause reminders while I&apos;m away</translation>
+    </message>
 </context>
 <context>
     <name>ostrel::ViewSystemSetting</name>

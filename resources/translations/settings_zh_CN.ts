@@ -521,6 +521,10 @@ A reset also clears the height presets stored on the desk.</source>
         <source>Turn on the sit-stand reminder first</source>
         <translation>请先打开坐站提醒</translation>
     </message>
+    <message>
+        <source>Pause reminders while I&apos;m away</source>
+        <translation>离开时暂停提醒</translation>
+    </message>
 </context>
 <context>
     <name>ostrel::ViewSystemSetting</name>

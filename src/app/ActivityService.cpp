@@ -3,6 +3,8 @@
 #include "app/AppDelegate.h"
 #include "app/OMBaseModalWindow.h"
 #include "app/StatusMenu.h"
+#include "platform/Platform.h"
+#include "platform/Presence.h"
 #include "session/ActivityFeed.h"
 #include "session/ActivityRecorder.h"
 #include "settings/ActivityView.h"
@@ -21,6 +23,9 @@ ActivityService::ActivityService(AppDelegate& delegate) {
     m_store = std::make_unique<ActivityStore>(ActivityStore::defaultPath());
     m_recorder = std::make_unique<ActivityRecorder>(*m_store);
     m_feed = std::make_unique<ActivityFeed>(*m_recorder);
+    const Presence& presence = Platform::get<Presence>();
+    m_recorder->setPresent(presence.isPresent());
+    connect(&presence, &Presence::presentChanged, m_recorder.get(), &ActivityRecorder::setPresent);
     connect(delegate.menu()->activity, &QAction::triggered, this, &ActivityService::showWindow);
     // The open interval keeps what it has so far when the application quits.
     connect(qApp, &QCoreApplication::aboutToQuit, m_recorder.get(), &ActivityRecorder::finish);

@@ -1,6 +1,8 @@
 #include "app/DeskBusAdaptor.h"
 
 #include "app/AppConfig.h"
+#include "platform/Platform.h"
+#include "platform/Presence.h"
 #include "session/ActivityRecorder.h"
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskLink.h"
@@ -37,6 +39,7 @@ DeskBusAdaptor::DeskBusAdaptor(QDBusConnection connection, QObject* host)
     qDBusRegisterMetaType<ActivityDays>();
     LiveSession& live = LiveSession::instance();
     connect(&live, &LiveSession::currentChanged, this, &DeskBusAdaptor::follow);
+    connect(&Platform::get<Presence>(), &Presence::presentChanged, this, &DeskBusAdaptor::refresh);
     follow(live.current());
     m_changes.reset(snapshot()); // a bus that has just seen the interface needs no news
 }
@@ -196,6 +199,10 @@ double DeskBusAdaptor::standingThreshold() const {
     return recorder ? recorder->thresholdCm() : ActivityReport::kDefaultThresholdCm;
 }
 
+bool DeskBusAdaptor::present() const {
+    return Platform::get<Presence>().isPresent();
+}
+
 ActivityDays DeskBusAdaptor::History(uint days) {
     ActivityDays result;
     if (const ActivityRecorder* recorder = ActivityRecorder::current()) {
@@ -250,7 +257,8 @@ QVariantMap DeskBusAdaptor::snapshot() const {
             {QStringLiteral("Height"), height()},
             {QStringLiteral("Unit"), unit()},
             {QStringLiteral("Moving"), moving()},
-            {QStringLiteral("Presets"), QVariant::fromValue(presets())}};
+            {QStringLiteral("Presets"), QVariant::fromValue(presets())},
+            {QStringLiteral("Present"), present()}};
 }
 
 void DeskBusAdaptor::refresh() {

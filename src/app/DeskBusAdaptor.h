@@ -40,6 +40,7 @@ class DeskBusAdaptor : public QDBusAbstractAdaptor {
     Q_PROPERTY(uint StandingGoal READ standingGoal WRITE setStandingGoal)
     Q_PROPERTY(uint StandingStreak READ standingStreak)
     Q_PROPERTY(double StandingThreshold READ standingThreshold)
+    Q_PROPERTY(bool Present READ present)
 public:
     // Property changes go out at most this often; a moving desk changes height every poll.
     static constexpr Scheduler::Duration kChangeInterval{250};
@@ -62,6 +63,7 @@ public:
     void setStandingGoal(uint seconds);
     uint standingStreak() const;
     double standingThreshold() const;
+    bool present() const;
 
     // Each call carries its message, so that a refusal can answer it with an error.
 public slots:

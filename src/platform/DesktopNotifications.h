@@ -8,7 +8,8 @@ namespace ostrel {
 
 // The desktop's notifications, as the reminder uses them: one with up to two buttons, the
 // answer by button title, and all of them taken away once the reminder was answered. Where the
-// desktop shows none, nothing fails: the in-app alert carries the reminder alone.
+// desktop shows none, or is told not to disturb, nothing fails: the in-app alert carries the
+// reminder alone.
 class DesktopNotifications : public QObject {
     Q_OBJECT
 public:

@@ -3,6 +3,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusVariant>
 #include <QGuiApplication>
 #include <QStringList>
 #include <QVariantMap>
@@ -41,27 +42,44 @@ FreedesktopNotifications::FreedesktopNotifications(const QDBusConnection& bus, Q
                   SLOT(onNotificationClosed(uint, uint)));
 }
 
+// The server is asked every time: it may start, stop or be told not to disturb between two
+// reminders. One that does not know the property is not inhibited.
 void FreedesktopNotifications::notify(const Request& request) {
+    QDBusMessage get = QDBusMessage::createMethodCall(
+        kService, kPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    get << kInterface << QStringLiteral("Inhibited");
+    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(get), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [this, request, generation = m_generation](QDBusPendingCallWatcher* w) {
+                w->deleteLater();
+                const QDBusPendingReply<QDBusVariant> inhibited = *w;
+                // Not disturbing: the in-app alert reminds alone, without a sound.
+                if (!inhibited.isValid() || !inhibited.value().variant().toBool())
+                    present(request, generation);
+            });
+}
+
+void FreedesktopNotifications::present(const Request& request, unsigned generation) {
     if (m_actions) {
-        send(request);
+        send(request, generation);
         return;
     }
     // Asked until a server answers: one may start after the application did.
     auto* watcher =
         new QDBusPendingCallWatcher(m_bus.asyncCall(call(QStringLiteral("GetCapabilities"))), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
-            [this, request, generation = m_generation](QDBusPendingCallWatcher* w) {
+            [this, request, generation](QDBusPendingCallWatcher* w) {
                 w->deleteLater();
                 const QDBusPendingReply<QStringList> reply = *w;
                 if (reply.isError())
                     return; // no server: the in-app alert alone reminds
                 m_actions = reply.value().contains(QStringLiteral("actions"));
                 if (generation == m_generation) // not answered in the meantime
-                    send(request);
+                    send(request, generation);
             });
 }
 
-void FreedesktopNotifications::send(const Request& request) {
+void FreedesktopNotifications::send(const Request& request, unsigned generation) {
     QVariantMap hints;
     // Lets the desktop show the application's icon and group its notifications.
     if (!QGuiApplication::desktopFileName().isEmpty())
@@ -74,7 +92,7 @@ void FreedesktopNotifications::send(const Request& request) {
             << kServerDefaultTimeout;
     auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
-            [this, request, generation = m_generation](QDBusPendingCallWatcher* w) {
+            [this, request, generation](QDBusPendingCallWatcher* w) {
                 w->deleteLater();
                 const QDBusPendingReply<uint> reply = *w;
                 if (reply.isError())

@@ -20,8 +20,9 @@ public:
 
     explicit FreedesktopNotifications(const QDBusConnection& bus, QObject* parent = nullptr);
 
-    // Asks the server whether it shows buttons (until it has answered once), then shows the
-    // notification: with its buttons when the server has them, as plain text otherwise.
+    // Shows nothing while the server is inhibited (do not disturb). Otherwise asks the server
+    // whether it shows buttons (until it has answered once), then shows the notification: with
+    // its buttons when the server has them, as plain text otherwise.
     void notify(const Request& request) override;
     void removeAllDelivered() override;
 
@@ -34,7 +35,9 @@ private slots:
     void onNotificationClosed(uint id, uint reason);
 
 private:
-    void send(const Request& request);
+    // `generation` is the count of removals when the reminder asked for the notification.
+    void present(const Request& request, unsigned generation);
+    void send(const Request& request, unsigned generation);
     void close(uint id);
 
     QDBusConnection m_bus;

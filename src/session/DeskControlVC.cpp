@@ -2,6 +2,7 @@
 
 #include "platform/DesktopNotifications.h"
 #include "platform/Platform.h"
+#include "platform/Presence.h"
 #include "session/ActivityRecorder.h"
 #include "session/CountdownView.h"
 #include "session/DeskHeightDisplay.h"
@@ -61,7 +62,8 @@ bool isActivationKey(const QKeyEvent* event) {
 
 DeskControlVC::DeskControlVC(QWidget* parent)
     : QWidget(parent), m_session(new DeskSession(this)),
-      m_reminder(new SitStandReminder(Platform::get<DesktopNotifications>(), this)) {
+      m_reminder(new SitStandReminder(Platform::get<DesktopNotifications>(),
+                                      Platform::get<Presence>(), this)) {
     m_stack = new QStackedLayout(this);
     m_stack->addWidget(buildControlView());
 
@@ -77,7 +79,8 @@ DeskControlVC::DeskControlVC(QWidget* parent)
 // The screen read from top to bottom, left to right.
 void DeskControlVC::setTabOrderTopToBottom() {
     QList<QWidget*> order{
-        m_help, m_countdown->clearButton(), m_lightStrip, m_settings, m_height, m_up, m_down};
+        m_help, m_countdown->clearButton(), m_lightStrip, m_settings, m_standing, m_height, m_up,
+        m_down};
     for (OMHoverButton* preset : m_presets)
         order.append(preset);
     for (qsizetype i = 1; i < order.size(); ++i)

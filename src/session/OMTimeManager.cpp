@@ -25,6 +25,8 @@ void OMTimeManager::stop() {
 }
 
 void OMTimeManager::timerStartRunning() {
+    if (m_paused)
+        return;
     ++m_time;
     NotificationCenter::defaultCenter().post(
         QString::fromLatin1(notifications::kTimeManagerRunning), m_time);

@@ -27,6 +27,9 @@ public:
     int type() const { return m_type; }
     void setType(int type) { m_type = type; }
     bool isRunning() const { return !m_timer.isNull(); }
+    // While paused the ticks still come but count nothing: the round neither ends nor moves.
+    bool isPaused() const { return m_paused; }
+    void setPaused(bool paused) { m_paused = paused; }
 
     // Starts ticking unless already running; never resets `time`.
     void start();
@@ -38,6 +41,7 @@ private:
     int m_total = 0;
     int m_time = 0;
     int m_type = 0;
+    bool m_paused = false;
     TimerHandle m_timer;
 };
 

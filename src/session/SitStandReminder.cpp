@@ -3,8 +3,14 @@
 #include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
 #include "platform/DesktopNotifications.h"
+#include "platform/Presence.h"
 #include "session/OMTimeManager.h"
 #include "store/CurrentDeviceStore.h"
+#include "store/DQDataSessionHelper.h"
+#include "store/Object_SystemSetting.h"
+#include "store/RecordDictionary.h"
+
+#include <utility>
 
 namespace ostrel {
 
@@ -16,10 +22,14 @@ const QString kEndedLabel = QStringLiteral("00:00");
 
 } // namespace
 
-SitStandReminder::SitStandReminder(DesktopNotifications& notifications, QObject* parent)
+SitStandReminder::SitStandReminder(DesktopNotifications& notifications, Presence& presence,
+                                   QObject* parent)
     : QObject(parent), m_notifications(notifications) {
     connect(&m_notifications, &DesktopNotifications::answered, this,
             &SitStandReminder::answerNotification);
+    connect(&presence, &Presence::presentChanged, this, &SitStandReminder::presenceChanged);
+    m_away = !presence.isPresent();
+    counter().setPaused(m_away && pausesWhileAway());
     registerObservers();
 }
 
@@ -84,8 +94,12 @@ void SitStandReminder::setTimeLabelWithTime(int elapsed) {
         return;
     }
     setLabel(kEndedLabel);
-    if (!m_havePresntSitNotify)
-        remind();
+    if (!m_havePresntSitNotify) {
+        if (m_away)
+            drop();
+        else
+            remind();
+    }
     showCountdown(false);
 }
 
@@ -105,10 +119,20 @@ void SitStandReminder::remind() {
     }
     // Handed to the desktop, or to the alert alone when there is no server: either way this
     // round has reminded.
-    m_havePresntSitNotify = true;
+    finishRound();
     emit alertRequested(repeat);
-    // The stop re-runs this check with the old count; the flag keeps it from reminding twice.
-    Scheduler::instance().after(kStopDelay, this, [] {
+}
+
+// Not queued for the return: coming back starts a new round instead.
+void SitStandReminder::drop() {
+    m_dropped = true;
+    finishRound();
+}
+
+void SitStandReminder::finishRound() {
+    m_havePresntSitNotify = true;
+    // The stop re-runs this check with the old count; the flag keeps it from ending twice.
+    m_finishing = Scheduler::instance().after(kStopDelay, this, [] {
         counter().stop();
         counter().setTime(0);
     });
@@ -155,6 +179,34 @@ void SitStandReminder::deskMoved() {
     counter().start();
     m_havePresntSitNotify = false;
     removeReminders();
+}
+
+// ---- Presence ----
+
+bool SitStandReminder::pausesWhileAway() {
+    return fromPropertyForm<Object_SystemSetting>(DQDataSessionHelper::userGetSystemSettinginfo())
+               .pauseaway != "0";
+}
+
+void SitStandReminder::presenceChanged(bool present) {
+    m_away = !present;
+    if (m_away) {
+        counter().setPaused(pausesWhileAway());
+        return;
+    }
+    const bool paused = counter().isPaused();
+    counter().setPaused(false);
+    if (std::exchange(m_dropped, false)) {
+        // The unseen round is over, even when its stop is still to come.
+        m_finishing.cancel();
+        counter().setTime(0);
+        counter().stop();
+        if (CurrentDeviceStore::load().sitOrStand == "1")
+            counter().start();
+    } else if (paused && counter().isRunning()) {
+        counter().setTime(0);
+        setTimeLabelWithTime(0);
+    }
 }
 
 // ---- Display ----

@@ -9,17 +9,23 @@ namespace ostrel {
 
 class DesktopNotifications;
 class OMTimeManager;
+class Presence;
 
 // The sit-stand countdown as the control screen shows it, and what happens when it runs out: one
 // desktop notification and one in-app alert per round, answered from either. It follows the
 // shared counter through its notifications; the screen only draws what the signals say.
+//
+// While the user is away the countdown waits (unless the user chose otherwise) and on return
+// starts again from the full interval; a round that ends while nobody is there reminds no one
+// and is not kept for the return: a new round starts instead.
 class SitStandReminder : public QObject {
     Q_OBJECT
 public:
     // Lets the last tick's evaluation finish before the counter is stopped and reset.
     static constexpr Scheduler::Duration kStopDelay{300};
 
-    explicit SitStandReminder(DesktopNotifications& notifications, QObject* parent = nullptr);
+    SitStandReminder(DesktopNotifications& notifications, Presence& presence,
+                     QObject* parent = nullptr);
 
     // Seconds a round lasts for the counter's interval kind; an unknown kind ends at once.
     static int countdownLength(int type, int totalMinutes);
@@ -40,6 +46,9 @@ public:
     void answerNotification(const QString& buttonTitle);
     // The shown height changed: in repeating mode a movement after the end starts the next round.
     void deskMoved();
+    void presenceChanged(bool present);
+    // The stored setting "Pause reminders while I'm away".
+    static bool pausesWhileAway();
 
 signals:
     void countdownChanged(const QString& label, bool shown);
@@ -53,6 +62,9 @@ private:
     void timeManagerStop();
     void timeManagerRunning(int elapsed);
     void remind();
+    void drop();
+    // This round has ended: the counter stops and goes back to 0 a moment later.
+    void finishRound();
     void showCountdown(bool shown);
     void setLabel(const QString& label);
     void removeReminders();
@@ -62,6 +74,10 @@ private:
     QString m_label;
     bool m_shown = false;
     bool m_havePresntSitNotify = false;
+    bool m_away = false;
+    // A round ended unseen while the user was away.
+    bool m_dropped = false;
+    TimerHandle m_finishing;
 };
 
 } // namespace ostrel

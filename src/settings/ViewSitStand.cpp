@@ -4,8 +4,10 @@
 #include "core/NotificationNames.h"
 #include "core/Scheduler.h"
 #include "session/OMTimeManager.h"
+#include "session/SitStandReminder.h"
 #include "settings/CurrentDeviceRecord.h"
 #include "settings/SettingRowView.h"
+#include "settings/SystemSettingRecord.h"
 #include "settings/ViewReminderInterval.h"
 #include "widgets/OMSwitchButton.h"
 
@@ -74,11 +76,13 @@ void ViewSitStand::initView() {
     m_interval->setAccessoryImage(QStringLiteral("setting_arrow"));
     contentLayout()->addWidget(m_interval);
     switchRow(tr("Notification sound"), m_sound);
+    switchRow(tr("Pause reminders while I'm away"), m_pauseAway);
     contentLayout()->addStretch();
 
     connect(m_sitStand, &QAbstractButton::clicked, this, &ViewSitStand::actionSitStandSwitch);
     connect(m_interval, &QAbstractButton::clicked, this, &ViewSitStand::actionSelectInterval);
     connect(m_sound, &QAbstractButton::clicked, this, &ViewSitStand::actionSoundSwitch);
+    connect(m_pauseAway, &QAbstractButton::clicked, this, &ViewSitStand::actionPauseAwaySwitch);
 }
 
 bool ViewSitStand::isOn() const {
@@ -166,8 +170,15 @@ void ViewSitStand::actionSoundSwitch() {
     refreshContentView();
 }
 
+void ViewSitStand::actionPauseAwaySwitch() {
+    SystemSettingRecord::change(&Object_SystemSetting::pauseaway,
+                                flag(!SitStandReminder::pausesWhileAway()));
+    refreshContentView();
+}
+
 void ViewSitStand::refreshContentView() {
     m_sitStand->setImageName(OMSwitchButton::imageNameFor(isOn()));
+    m_pauseAway->setImageName(OMSwitchButton::imageNameFor(SitStandReminder::pausesWhileAway()));
     m_sound->setImageName(
         OMSwitchButton::imageNameFor(isOn() && m_record.notificationsound == "1"));
     const QString interval = text(m_record.remindInterval);

@@ -10,8 +10,9 @@ namespace ostrel {
 class OMSwitchButton;
 class SettingRowView;
 
-// The sit-stand reminder of the current desk: on or off, its interval and its sound. Every change
-// is written to the desk's record at once and reaches the running countdown.
+// The sit-stand reminder of the current desk: on or off, its interval and its sound, written to
+// the desk's record at once and reaching the running countdown; and whether reminders wait while
+// the user is away, an application setting.
 class ViewSitStand : public OMSettingPage {
     Q_OBJECT
 public:
@@ -21,6 +22,7 @@ public:
     OMSwitchButton* sitStandSwitch() const { return m_sitStand; }
     SettingRowView* intervalRow() const { return m_interval; }
     OMSwitchButton* soundSwitch() const { return m_sound; }
+    OMSwitchButton* pauseAwaySwitch() const { return m_pauseAway; }
 
     // Turning the reminder on turns its sound on too; off stops the countdown.
     void actionSitStandSwitch();
@@ -30,6 +32,7 @@ public:
     void intervalChosen(int selection, int minutes, bool repeat);
     // Only while the reminder is on.
     void actionSoundSwitch();
+    void actionPauseAwaySwitch();
     void refreshContentView();
 
 private:
@@ -43,6 +46,7 @@ private:
     OMSwitchButton* m_sitStand = nullptr;
     SettingRowView* m_interval = nullptr;
     OMSwitchButton* m_sound = nullptr;
+    OMSwitchButton* m_pauseAway = nullptr;
 };
 
 } // namespace ostrel

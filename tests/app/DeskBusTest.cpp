@@ -314,8 +314,21 @@ TEST_F(DeskBusTest, StandingTimeIncludesTheOpenIntervalAndTheGoalIsWritable) {
     ActivityDays days;
     history.arguments().value(0).value<QDBusArgument>() >> days;
     ASSERT_EQ(days.size(), 3);
-    EXPECT_EQ(days.last().value(QStringLiteral("date")), activity.recorder.today().toString(Qt::ISODate));
+    EXPECT_EQ(days.last().value(QStringLiteral("date")),
+              activity.recorder.today().toString(Qt::ISODate));
     EXPECT_NEAR(days.last().value(QStringLiteral("standing_s")).toDouble(), 600, 30);
+}
+
+TEST_F(DeskBusTest, PresentFollowsTheUserAndIsAnnounced) {
+    open();
+    advance(DeskBusAdaptor::kChangeInterval);
+    EXPECT_EQ(property("Present"), true);
+    presence.setPresent(false);
+    EXPECT_EQ(property("Present"), false);
+    EXPECT_TRUE(delivered([&] {
+        return !recorder.changes.empty() &&
+               recorder.changes.back().value(QStringLiteral("Present")) == false;
+    }));
 }
 
 TEST_F(DeskBusTest, IntrospectionMatchesTheInterfaceFileInTheRepository) {

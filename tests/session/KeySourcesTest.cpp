@@ -216,6 +216,7 @@ const Interleaving kInterleavings[] = {
          EXPECT_EQ(t.answers().front(), command::kSitKey);
          EXPECT_FALSE(t.answered(command::kMemoryKey));
          EXPECT_FALSE(t.answered(command::presetKey(2)));
+         EXPECT_EQ(t.answers().back(), command::kNoKey) << "a preset held past two polls lets go";
      }},
     {"SettingsKeySequenceDuringScreenHold", screenUp,
      [](KeySourcesTest& t) {

@@ -10,6 +10,7 @@
 #include "session/DQNotificationHelper.h"
 #include "session/NotificationAlert.h"
 #include "session/SitStandReminder.h"
+#include "store/DQDataSessionHelper.h"
 #include "store/FileManager.h"
 #include "support/NotificationServer.h"
 #include "widgets/OMImageButton.h"
@@ -266,10 +267,10 @@ TEST_F(ReminderTest, ClearingShowsOnHoverAndSwitchesTheReminderAndItsSoundOff) {
     openControl();
     advance(30s);
     CountdownView* view = control->countdownView();
-    EXPECT_TRUE(view->clearButton()->isHidden());
+    EXPECT_FALSE(view->isClearRevealed());
     QEnterEvent enter(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
     QCoreApplication::sendEvent(view, &enter);
-    ASSERT_FALSE(view->clearButton()->isHidden());
+    ASSERT_TRUE(view->isClearRevealed());
 
     view->clearButton()->click();
     EXPECT_FALSE(countdownShown());
@@ -312,6 +313,81 @@ TEST_F(ReminderTest, UnreadableIntervalAndRepeatFlagEndAtOnceAsASingleReminder) 
     advance(1s);
     ASSERT_NE(alert(), nullptr);
     EXPECT_EQ(alert()->text(), "Please stand/sit for a while");
+}
+
+// Away: the countdown holds and nothing reminds; back, the round starts over from the full
+// interval, also after a lock and unlock inside one tick.
+TEST_F(ReminderTest, AwayHoldsTheCountdownAndComingBackStartsItOver) {
+    server = std::make_unique<NotificationServer>();
+    bindReminderDesk({"0", "0", 1, "0"});
+    openControl();
+    advance(100s);
+    presence.setPresent(false);
+    advance(3600s);
+    EXPECT_EQ(label(), "43:20");
+    EXPECT_EQ(alert(), nullptr);
+
+    presence.setPresent(true);
+    EXPECT_EQ(label(), "45:00");
+    advance(100s);
+    presence.setPresent(false);
+    presence.setPresent(true);
+    EXPECT_EQ(label(), "45:00");
+    endRound();
+    EXPECT_EQ(waitForShown(1).summary, "Reminder");
+    EXPECT_NE(alert(), nullptr);
+}
+
+// Without the pause the countdown runs through the absence, but a round that ends while nobody
+// is there is dropped, not kept for the return: a single reminder stays on, and coming back
+// starts a full round.
+TEST_F(ReminderTest, WithoutThePauseARoundEndingWhileAwayIsDropped) {
+    server = std::make_unique<NotificationServer>();
+    Object_SystemSetting setting =
+        fromPropertyForm<Object_SystemSetting>(DQDataSessionHelper::userGetSystemSettinginfo());
+    setting.pauseaway = "0";
+    DQDataSessionHelper::userSaveSystemSetting(toPropertyForm(setting));
+    bindReminderDesk({"0", "0", 0, "1"});
+    openControl();
+    presence.setPresent(false);
+    endRound();
+    EXPECT_EQ(alert(), nullptr);
+    EXPECT_FALSE(counter().isRunning());
+    EXPECT_EQ(CurrentDeviceStore::load().sitOrStand, "1");
+
+    presence.setPresent(true);
+    EXPECT_EQ(label(), "45:00");
+    EXPECT_TRUE(countdownShown());
+    endRound();
+    EXPECT_NE(alert(), nullptr);
+    EXPECT_EQ(waitForShown(1).summary, "Movement Reminder");
+    barrier();
+    EXPECT_EQ(server->shown.size(), 1u) << "the dropped round reminded after all";
+}
+
+// Do not disturb: the alert still shows, the desktop gets neither notification nor sound.
+TEST_F(ReminderTest, AnInhibitedServerGetsNothingWhileTheAlertStillShows) {
+    server = std::make_unique<NotificationServer>();
+    bindReminderDesk({"1", "1", 1, "1"});
+    openControl();
+    endRound();
+    server->click(waitForShown(1).id, "action");
+    ASSERT_TRUE(waitUntil([] { return counter().isRunning(); }, 5000));
+
+    server->inhibited = true;
+    endRound();
+    barrier();
+    barrier(); // the question, then what its answer let through
+    EXPECT_EQ(server->shown.size(), 1u);
+    ASSERT_NE(alert(), nullptr);
+    alert()->confirmButton()->click();
+
+    server->inhibited = false;
+    endRound();
+    EXPECT_EQ(waitForShown(2).hints.value("sound-name").toString(),
+              FreedesktopNotifications::kSoundName);
+    barrier();
+    EXPECT_EQ(server->shown.size(), 2u) << "the inhibited round reached the desktop";
 }
 
 } // namespace

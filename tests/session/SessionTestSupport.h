@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Platform.h"
+#include "platform/Presence.h"
 #include "protocol/BluetoothProtocol.h"
 #include "session/ActivityFeed.h"
 #include "session/ActivityRecorder.h"
@@ -21,6 +23,7 @@
 
 #include <QTemporaryDir>
 #include <QWidget>
+#include <utility>
 
 namespace ostrel::test {
 
@@ -30,6 +33,20 @@ struct RecordedActivity {
     ActivityStore store{folder.filePath(QStringLiteral("activity.sqlite"))};
     ActivityRecorder recorder{store};
     ActivityFeed feed{recorder};
+};
+
+// The user at the computer or away, as the test says.
+class ManualPresence : public Presence {
+public:
+    bool isPresent() const override { return m_present; }
+    void setAwayAfter(Duration) override {}
+    void setPresent(bool present) {
+        if (std::exchange(m_present, present) != present)
+            emit presentChanged(present);
+    }
+
+private:
+    bool m_present = true;
 };
 
 // A bound virtual desk, the store in a private folder, all in virtual time. The desk is linked
@@ -51,6 +68,7 @@ protected:
         ShortcutsHeightSetVC::setPresenter(nullptr);
         OMTimeManager::sharedInstance().stop();
         OMTimeManager::sharedInstance().setTime(0);
+        OMTimeManager::sharedInstance().setPaused(false);
         ShellTest::TearDown();
     }
 
@@ -131,6 +149,8 @@ protected:
     PeripheralPtr peripheral;
     std::unique_ptr<RBBluetoothManager> searchFacade;
     std::unique_ptr<DeskControlVC> control;
+    ManualPresence presence;
+    PlatformOverride<Presence> presenceOverride{presence};
 };
 
 } // namespace ostrel::test

@@ -3,6 +3,7 @@
 #include "platform/Platform.h"
 #include "session/CountdownView.h"
 #include "session/NotificationAlert.h"
+#include "settings/SystemSettingRecord.h"
 #include "settings/ViewReminderInterval.h"
 #include "settings/ViewSitStand.h"
 #include "widgets/OMSwitchButton.h"
@@ -83,6 +84,16 @@ TEST_F(SitStandPagesTest, TheSwitchTurnsTheReminderAndItsSoundOnAndOffTogether) 
     EXPECT_EQ(stored("sitOrStand"), "0");
     click(page.soundSwitch()); // nothing while off
     EXPECT_EQ(stored("notificationsound"), "0");
+}
+
+// An application setting, on until switched off, whatever the reminder's state.
+TEST_F(SitStandPagesTest, PausingWhileAwayIsOnUntilSwitchedOff) {
+    ViewSitStand& page = openPage();
+    EXPECT_TRUE(isOn(page.pauseAwaySwitch()));
+    click(page.pauseAwaySwitch());
+    EXPECT_FALSE(isOn(page.pauseAwaySwitch()));
+    EXPECT_EQ(SystemSettingRecord::load().pauseaway, "0");
+    EXPECT_EQ(SystemSettingRecord::load().unit, "0") << "another setting was overwritten";
 }
 
 TEST_F(SitStandPagesTest, AChosenIntervalIsSavedAndReachesTheRunningCountdown) {

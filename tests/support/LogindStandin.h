@@ -1,11 +1,14 @@
 #pragma once
 
-// logind's sleep interface on a private bus of its own: Inhibit hands out the write end of a
-// real pipe and keeps the read end, so the test sees the moment the application closes its
-// lock; PrepareForSleep is sent when the test says so.
+// logind on a private bus of its own. Sleep: Inhibit hands out the write end of a real pipe and
+// keeps the read end, so the test sees the moment the application closes its lock;
+// PrepareForSleep is sent when the test says so. Sessions: GetSession names one session whose
+// LockedHint the test sets.
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusObjectPath>
 #include <QDBusUnixFileDescriptor>
+#include <QDBusVariant>
 #include <QDBusVirtualObject>
 #include <QElapsedTimer>
 #include <QProcess>
@@ -18,6 +21,8 @@ namespace ostrel::test {
 
 class LogindStandin : public QDBusVirtualObject {
 public:
+    static constexpr const char* kSessionPath = "/org/freedesktop/login1/session/_31";
+
     explicit LogindStandin(const QElapsedTimer& clock) : m_clock(clock) {
         m_daemon.start(QStringLiteral("dbus-daemon"),
                        {QStringLiteral("--nofork"), QStringLiteral("--print-address=1"),
@@ -27,6 +32,7 @@ public:
         QDBusConnection service = bus(QStringLiteral("logind-standin"));
         service.registerService(QStringLiteral("org.freedesktop.login1"));
         service.registerVirtualObject(QStringLiteral("/org/freedesktop/login1"), this);
+        service.registerVirtualObject(QLatin1String(kSessionPath), this);
     }
     ~LogindStandin() override {
         for (const char* name : {"logind-standin", "logind-client"})
@@ -39,6 +45,17 @@ public:
 
     // The connection the application's side uses.
     QDBusConnection client() const { return bus(QStringLiteral("logind-client")); }
+    QDBusConnection service() const { return bus(QStringLiteral("logind-standin")); }
+
+    void setLocked(bool locked) {
+        m_locked = locked;
+        QDBusMessage signal = QDBusMessage::createSignal(
+            QLatin1String(kSessionPath), QStringLiteral("org.freedesktop.DBus.Properties"),
+            QStringLiteral("PropertiesChanged"));
+        signal << QStringLiteral("org.freedesktop.login1.Session")
+               << QVariantMap{{QStringLiteral("LockedHint"), locked}} << QStringList();
+        service().send(signal);
+    }
 
     void announceSleep(bool starting) {
         QDBusMessage signal = QDBusMessage::createSignal(
@@ -53,6 +70,12 @@ public:
     std::optional<qint64> releasedAtMs() const { return m_releasedAtMs; }
 
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
+        if (message.member() == u"GetSession")
+            return connection.send(
+                message.createReply(QVariant::fromValue(QDBusObjectPath(kSessionPath))));
+        if (message.member() == u"Get" && message.arguments().value(1).toString() == u"LockedHint")
+            return connection.send(
+                message.createReply(QVariant::fromValue(QDBusVariant(m_locked))));
         if (message.member() != u"Inhibit" || message.arguments().value(3).toString() != u"delay")
             return false;
         int ends[2];
@@ -89,6 +112,7 @@ private:
     QString m_address;
     int m_readEnd = -1;
     int m_inhibitions = 0;
+    bool m_locked = false;
     std::optional<qint64> m_releasedAtMs;
     std::unique_ptr<QSocketNotifier> m_notifier;
 };

@@ -9,10 +9,13 @@
 namespace ostrel::test {
 
 // A desktop notification server on the test's private session bus, on a connection of its own:
-// it records what it is asked to show and close, and clicks or dismisses on request.
+// it records what it is asked to show and close, and clicks or dismisses on request, and says
+// it is inhibited when told to.
 class NotificationServer : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
+    // Do not disturb.
+    Q_PROPERTY(bool Inhibited MEMBER inhibited)
 public:
     struct Shown {
         uint id;
@@ -24,13 +27,15 @@ public:
 
     explicit NotificationServer(bool actions = true) : m_actions(actions) {
         m_bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), this,
-                             QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
+                             QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals |
+                                 QDBusConnection::ExportAllProperties);
         m_bus.registerService(QStringLiteral("org.freedesktop.Notifications"));
     }
     ~NotificationServer() override { QDBusConnection::disconnectFromBus(m_bus.name()); }
 
     std::vector<Shown> shown;
     std::vector<uint> closed;
+    bool inhibited = false;
 
     void click(uint id, const QString& key) {
         emit ActionInvoked(id, key);
