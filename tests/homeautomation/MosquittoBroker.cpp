@@ -40,29 +40,16 @@ MosquittoBroker::~MosquittoBroker() {
 }
 
 bool MosquittoBroker::makeCertificates() {
-    const QString dir = m_dir.path();
-    const QString openssl = QStringLiteral("openssl");
-    return run(openssl,
-               {QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-newkey"),
-                QStringLiteral("rsa:2048"), QStringLiteral("-nodes"), QStringLiteral("-days"),
-                QStringLiteral("1"), QStringLiteral("-subj"), QStringLiteral("/CN=Test CA"),
-                QStringLiteral("-keyout"), QStringLiteral("ca.key"), QStringLiteral("-out"),
-                QStringLiteral("ca.crt")},
-               dir) &&
-           run(openssl,
-               {QStringLiteral("req"), QStringLiteral("-newkey"), QStringLiteral("rsa:2048"),
-                QStringLiteral("-nodes"), QStringLiteral("-subj"), QStringLiteral("/CN=localhost"),
-                QStringLiteral("-keyout"), QStringLiteral("server.key"), QStringLiteral("-out"),
-                QStringLiteral("server.csr")},
-               dir) &&
-           run(openssl,
-               {QStringLiteral("x509"), QStringLiteral("-req"), QStringLiteral("-in"),
-                QStringLiteral("server.csr"), QStringLiteral("-CA"), QStringLiteral("ca.crt"),
-                QStringLiteral("-CAkey"), QStringLiteral("ca.key"),
-                QStringLiteral("-CAcreateserial"), QStringLiteral("-days"), QStringLiteral("1"),
-                QStringLiteral("-extfile"), QStringLiteral("san.cnf"), QStringLiteral("-out"),
-                QStringLiteral("server.crt")},
-               dir);
+    const auto openssl = [this](const char* arguments) {
+        return run(QStringLiteral("openssl"), QString::fromLatin1(arguments).split(u' '),
+                   m_dir.path());
+    };
+    return openssl("req -x509 -newkey rsa:2048 -nodes -days 1 -subj /CN=TestCA -keyout ca.key "
+                   "-out ca.crt") &&
+           openssl("req -newkey rsa:2048 -nodes -subj /CN=localhost -keyout server.key -out "
+                   "server.csr") &&
+           openssl("x509 -req -in server.csr -CA ca.crt -CAkey ca.key -CAcreateserial -days 1 "
+                   "-extfile san.cnf -out server.crt");
 }
 
 bool MosquittoBroker::writeConfig(Kind kind) {

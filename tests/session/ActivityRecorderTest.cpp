@@ -8,8 +8,8 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <csignal>
+#include <functional>
 #include <iostream>
-#include <variant>
 
 namespace ostrel::test {
 namespace {
@@ -18,22 +18,22 @@ using namespace std::chrono_literals;
 using Ms = std::chrono::milliseconds;
 
 // Steps of a day at the desk.
-struct Wait {
-    Ms by;
-};
-struct Height {
-    double cm;
-};
-struct Desk {
-    const char* name;
-};
-struct Present {
-    bool present;
-};
-struct ShiftWall {
-    Ms by;
-};
-using Step = std::variant<Wait, Height, Desk, Present, ShiftWall>;
+using Step = std::function<void(ManualScheduler&, ActivityRecorder&)>;
+Step Wait(Ms by) {
+    return [by](ManualScheduler& clock, ActivityRecorder&) { clock.advance(by); };
+}
+Step ShiftWall(Ms by) {
+    return [by](ManualScheduler& clock, ActivityRecorder&) { clock.shiftWall(by); };
+}
+Step Height(double cm) {
+    return [cm](ManualScheduler&, ActivityRecorder& recorder) { recorder.setHeight(cm * 10); };
+}
+Step Desk(const char* name) {
+    return [name](ManualScheduler&, ActivityRecorder& r) { r.setDesk(QLatin1String(name)); };
+}
+Step Present(bool present) {
+    return [present](ManualScheduler&, ActivityRecorder& r) { r.setPresent(present); };
+}
 
 // Whole minutes on the day `offset` days after the first.
 struct Expected {
@@ -69,23 +69,7 @@ protected:
         Scheduler::setInstance(previous);
     }
 
-    void apply(const Step& step) {
-        std::visit(
-            [this](const auto& s) {
-                using T = std::decay_t<decltype(s)>;
-                if constexpr (std::is_same_v<T, Wait>)
-                    scheduler->advance(s.by);
-                else if constexpr (std::is_same_v<T, Height>)
-                    recorder->setHeight(s.cm * 10);
-                else if constexpr (std::is_same_v<T, Desk>)
-                    recorder->setDesk(QLatin1String(s.name));
-                else if constexpr (std::is_same_v<T, Present>)
-                    recorder->setPresent(s.present);
-                else
-                    scheduler->shiftWall(s.by);
-            },
-            step);
-    }
+    void apply(const Step& step) { step(*scheduler, *recorder); }
 
     QTemporaryDir folder;
     int runs = 0;
@@ -100,38 +84,38 @@ TEST_F(ActivityRecorderTest, IntervalsCountFromTheCrossingOnTheSteadyClock) {
     const Scenario scenarios[] = {
         {"a crossing counts from the moment it happened",
          nine,
-         {Desk{"A"}, Height{72}, Wait{10min}, Height{110}, Wait{20min}, Height{72}, Wait{5min}},
+         {Desk("A"), Height(72), Wait(10min), Height(110), Wait(20min), Height(72), Wait(5min)},
          {{0, 15, 20, 0, 2}}},
         {"passing the threshold for less than 30 s is no interval",
          nine,
-         {Desk{"A"}, Height{72}, Wait{10min}, Height{110}, Wait{29s}, Height{72}, Wait{10min}},
+         {Desk("A"), Height(72), Wait(10min), Height(110), Wait(29s), Height(72), Wait(10min)},
          {{0, 20, 0, 0, 0}}},
         {"midnight inside an interval splits it",
          QTime(23, 40),
-         {Desk{"A"}, Height{110}, Wait{40min}},
+         {Desk("A"), Height(110), Wait(40min)},
          {{0, 0, 20, 0, 0}, {1, 0, 20, 0, 0}}},
         {"the wall clock set back an hour doubles nothing",
          nine,
-         {Desk{"A"}, Height{110}, Wait{30min}, ShiftWall{-1h}, Wait{30min}},
+         {Desk("A"), Height(110), Wait(30min), ShiftWall(-1h), Wait(30min)},
          {{0, 0, 60, 0, 0}}},
         {"the wall clock jumping past midnight loses nothing",
          nine,
-         {Desk{"A"}, Height{110}, Wait{10min}, ShiftWall{15h}, Wait{10min}},
+         {Desk("A"), Height(110), Wait(10min), ShiftWall(15h), Wait(10min)},
          {{0, 0, 10, 0, 0}, {1, 0, 10, 0, 0}}},
         {"the desk switched while standing",
          nine,
-         {Desk{"A"}, Height{110}, Wait{10min}, Desk{""}, Wait{5s}, Desk{"B"}, Height{112},
-          Wait{10min}},
+         {Desk("A"), Height(110), Wait(10min), Desk(""), Wait(5s), Desk("B"), Height(112),
+          Wait(10min)},
          {{0, 0, 20, 0, 0}}},
         {"two desks on one day are the user's totals",
          nine,
-         {Desk{"A"}, Height{70}, Wait{10min}, Desk{""}, Wait{2min}, Desk{"B"}, Height{115},
-          Wait{10min}},
+         {Desk("A"), Height(70), Wait(10min), Desk(""), Wait(2min), Desk("B"), Height(115),
+          Wait(10min)},
          {{0, 10, 10, 0, 0}}},
         {"a locked screen while standing is away",
          nine,
-         {Desk{"A"}, Height{110}, Wait{10min}, Present{false}, Wait{20min}, Present{true},
-          Wait{10min}},
+         {Desk("A"), Height(110), Wait(10min), Present(false), Wait(20min), Present(true),
+          Wait(10min)},
          {{0, 0, 20, 20, 0}}},
     };
     for (const Scenario& scenario : scenarios) {
@@ -161,8 +145,7 @@ TEST_F(ActivityRecorderTest, IntervalsCountFromTheCrossingOnTheSteadyClock) {
 
 TEST_F(ActivityRecorderTest, EachIntervalRemembersItsDeskAndTheStoreHasAllButTheLastMinute) {
     start(QTime(9, 0));
-    for (const Step& step : {Step{Desk{"A"}}, Step{Height{110}}, Step{Wait{10min}}, Step{Desk{"B"}},
-                             Step{Wait{10min + 30s}}})
+    for (const Step& step : {Desk("A"), Height(110), Wait(10min), Desk("B"), Wait(10min + 30s)})
         apply(step);
     const QList<ActivityInterval> stored = store->intervals(kFirstDay, kFirstDay);
     QStringList desks;

@@ -17,8 +17,11 @@ protected:
         central->setWriteObserver([this](const GattPath&, const Bytes& value) {
             sent.push_back({now(), value.size()});
         });
+        facade().bluetoothStateChanged(
+            [this](const PeripheralPtr&, int state) { writtenReports += state == 8 ? 1 : 0; });
     }
     std::vector<Sent> sent;
+    int writtenReports = 0; // state 8: a write completed
 };
 
 TEST_F(WriteTest, LongWriteGoesOutInTwentyBytePiecesFifthOfASecondApart) {
@@ -27,9 +30,6 @@ TEST_F(WriteTest, LongWriteGoesOutInTwentyBytePiecesFifthOfASecondApart) {
     desk.setSubscribed(false); // no polls, so no answers among the pieces
     sent.clear();
     int completions = 0;
-    int writtenReports = 0;
-    facade().bluetoothStateChanged(
-        [&](const PeripheralPtr&, int state) { writtenReports += state == 8 ? 1 : 0; });
     const auto start = now();
     facade().writeDataWithCurrentperipheral(Bytes(45, 0x00),
                                             [&](const CharacteristicPtr&, const OptionalError& e) {
@@ -54,9 +54,6 @@ TEST_F(WriteTest, EachWriteReportsExactlyOnce) {
     VirtualDesk& desk = addDesk();
     connect(desk); // not subscribed: no poll answers share the characteristic
     std::vector<OptionalError> reports;
-    int writtenReports = 0;
-    facade().bluetoothStateChanged(
-        [&](const PeripheralPtr&, int state) { writtenReports += state == 8 ? 1 : 0; });
     auto record = [&](const CharacteristicPtr&, const OptionalError& e) { reports.push_back(e); };
     central->setWriteRefusal(&desk, QStringLiteral("Write not permitted"));
     facade().writeDataWithCurrentperipheral(Bytes{0x01}, record);

@@ -2,7 +2,6 @@
 #include "widgets/HomeFunctionBtn.h"
 #include "widgets/OMDeskPicture.h"
 #include "widgets/OMRotatingImage.h"
-#include "widgets/OMSwitchButton.h"
 
 #include <QKeyEvent>
 #include <QSignalSpy>
@@ -56,18 +55,6 @@ TEST_F(ButtonsTest, HoldButtonFollowsTheKeyAndNotItsRepeats) {
         EXPECT_EQ(down.count(), 1);
         EXPECT_EQ(released.count(), 1);
     }
-}
-
-TEST_F(ButtonsTest, SwitchFlipsOnClickAndFollowsSetChecked) {
-    OMSwitchButton sw;
-    sw.resize(44, 26);
-    EXPECT_EQ(sw.imageName(), "setting_switchclose");
-    QTest::mouseClick(&sw, Qt::LeftButton);
-    EXPECT_EQ(sw.imageName(), "setting_switchopen");
-    QTest::mouseClick(&sw, Qt::LeftButton);
-    EXPECT_EQ(sw.imageName(), "setting_switchclose");
-    sw.setChecked(true);
-    EXPECT_EQ(sw.imageName(), "setting_switchopen");
 }
 
 TEST_F(ButtonsTest, RefreshTurnsOnceASecondUntilStoppedUpright) {

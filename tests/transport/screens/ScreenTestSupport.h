@@ -2,7 +2,6 @@
 
 #include "store/CurrentDeskModel.h"
 #include "support/ShellTestSupport.h"
-#include "transport/BluetoothCenterManager.h"
 #include "widgets/OMWindowIdentifier.h"
 #include "widgets/WidgetTestSupport.h"
 
@@ -26,20 +25,14 @@ protected:
         OMWindowIdentifier::assign(home.get(), OMWindowIdentifier::home());
         OMScreenRouter::instance().setHost(
             [this](QWidget* screen) { screen->setParent(home.get()); });
-        BluetoothCenterManager::setAlertHandler(
-            [this](const QString&, const QString& text, const QString&) {
-                radioAlerts.append(text);
-            });
     }
 
     void TearDown() override {
-        BluetoothCenterManager::setAlertHandler(nullptr);
         home.reset();
         ShellTest::TearDown();
     }
 
     std::unique_ptr<QWidget> home;
-    QStringList radioAlerts; // what the radio asked to tell the user
 };
 
 } // namespace ostrel::test
