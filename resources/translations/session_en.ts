@@ -77,6 +77,18 @@
 <context>
     <name>ostrel::DeskSession</name>
     <message>
+        <source>Connect desk</source>
+        <translation>Connect desk</translation>
+    </message>
+    <message>
+        <source>Release desk</source>
+        <translation>Release desk</translation>
+    </message>
+    <message>
+        <source>Desk released: your phone or another computer can connect to it.</source>
+        <translation>Desk released: your phone or another computer can connect to it.</translation>
+    </message>
+    <message>
         <source>Connected successful, move the table to synchronize the height.</source>
         <translation>Connected successful, move the table to synchronize the height.</translation>
     </message>

@@ -77,6 +77,18 @@
 <context>
     <name>ostrel::DeskSession</name>
     <message>
+        <source>Connect desk</source>
+        <translation>连接升降桌</translation>
+    </message>
+    <message>
+        <source>Release desk</source>
+        <translation>释放升降桌</translation>
+    </message>
+    <message>
+        <source>Desk released: your phone or another computer can connect to it.</source>
+        <translation>升降桌已释放：手机或其他电脑现在可以连接它。</translation>
+    </message>
+    <message>
         <source>Connected successful, move the table to synchronize the height.</source>
         <translation>连接成功，请移动桌子以同步高度。</translation>
     </message>

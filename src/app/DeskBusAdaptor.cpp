@@ -47,6 +47,10 @@ bool DeskBusAdaptor::connected() const {
     return m_session && m_session->isConnected();
 }
 
+bool DeskBusAdaptor::released() const {
+    return m_session && m_session->isReleased();
+}
+
 QString DeskBusAdaptor::deskName() const {
     return connected() ? m_session->link().blutoothName() : QString();
 }
@@ -122,6 +126,16 @@ bool DeskBusAdaptor::Down(const QDBusMessage& call) {
     return pressHotKey(QStringLiteral("GlobalKeyDown"), call);
 }
 
+void DeskBusAdaptor::Release(const QDBusMessage& call) {
+    if (DeskSession* session = liveSession(call))
+        session->releaseDesk();
+}
+
+void DeskBusAdaptor::Connect(const QDBusMessage& call) {
+    if (DeskSession* session = liveSession(call))
+        session->connectDesk();
+}
+
 // The hot key's own path, so the movement has the hot keys' watchdogs and stops.
 bool DeskBusAdaptor::pressHotKey(const QString& name, const QDBusMessage& call) {
     DeskSession* session = drivableSession(call);
@@ -135,7 +149,16 @@ bool DeskBusAdaptor::pressHotKey(const QString& name, const QDBusMessage& call) 
 DeskSession* DeskBusAdaptor::drivableSession(const QDBusMessage& call) {
     if (connected())
         return m_session;
-    refuse(call, name(config::kNotConnectedError), QStringLiteral("No desk is connected."));
+    refuse(call, name(config::kNotConnectedError),
+           released() ? QStringLiteral("The desk is released; Connect() links it again.")
+                      : QStringLiteral("No desk is connected."));
+    return nullptr;
+}
+
+DeskSession* DeskBusAdaptor::liveSession(const QDBusMessage& call) {
+    if (m_session)
+        return m_session;
+    refuse(call, name(config::kNotConnectedError), QStringLiteral("No desk is paired yet."));
     return nullptr;
 }
 
@@ -224,6 +247,7 @@ void DeskBusAdaptor::follow(DeskSession* session) {
             connect(&session->presetKeys(), &PresetKeys::presetsChanged, this, refreshing),
             connect(&session->goToHeight(), &GoToHeight::started, this, refreshing),
             connect(&session->goToHeight(), &GoToHeight::finished, this, refreshing),
+            connect(session, &DeskSession::releasedChanged, this, refreshing),
         };
     }
     refresh();
@@ -246,6 +270,7 @@ void DeskBusAdaptor::heightChanged() {
 
 QVariantMap DeskBusAdaptor::snapshot() const {
     return {{QStringLiteral("Connected"), connected()},
+            {QStringLiteral("Released"), released()},
             {QStringLiteral("DeskName"), deskName()},
             {QStringLiteral("Height"), height()},
             {QStringLiteral("Unit"), unit()},

@@ -105,6 +105,7 @@ void DeskStatePublisher::follow(DeskSession* session) {
             connect(&session->link(), &DeskLink::linkStarting, this, reloading),
             connect(&session->goToHeight(), &GoToHeight::started, this, refreshing),
             connect(&session->goToHeight(), &GoToHeight::finished, this, refreshing),
+            connect(session, &DeskSession::releasedChanged, this, refreshing),
         };
     }
     refresh();

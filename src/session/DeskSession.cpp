@@ -13,6 +13,7 @@
 #include "session/HotKeyMovement.h"
 #include "session/LiveSession.h"
 #include "session/OMTimeManager.h"
+#include "session/PlannedDisconnect.h"
 #include "session/PresetKeys.h"
 #include "session/SleepGuard.h"
 #include "store/CurrentDeskModel.h"
@@ -52,7 +53,8 @@ DeskSession::DeskSession(QObject* parent)
       m_presetKeys(new PresetKeys([this] { return m_currentHeight; }, this)),
       m_hotKeyMovement(new HotKeyMovement(this)),
       m_globalKeys(new GlobalKeyDispatch(*m_hotKeyMovement, *m_presetKeys, this)),
-      m_goToHeight(new GoToHeight(this)), m_sleepGuard(new SleepGuard(*this)),
+      m_goToHeight(new GoToHeight(this)), m_plannedDisconnect(new PlannedDisconnect(this)),
+      m_sleepGuard(new SleepGuard(*this, *m_plannedDisconnect)),
       m_status(new DeskStatus(this)) {
     wireParts();
 }
@@ -122,7 +124,11 @@ void DeskSession::registerObservers() {
     const std::pair<const char*, Handler> observers[] = {
         {notifications::kMemoryKeyChange, [this] { refreshDeviceInfo(); }},
         {notifications::kGlobeBlueToothIsConnect, [this] { actionDeviceChanged(); }},
-        {notifications::kReconnect, [this] { m_link->reconnect(); }},
+        {notifications::kReconnect,
+         [this] {
+             if (!m_released)
+                 m_link->reconnect();
+         }},
         {notifications::kBluetoothDisconnected, [this] { bluetoothDisConnected(); }},
         {notifications::kUnitChange, [this] { actionHeightUnitChange(); }},
         {notifications::kDeleteCurrentDevice, [this] { actionDeleteCurrentDevice(); }},
@@ -187,6 +193,11 @@ void DeskSession::initBluetoothResultHandle() {
 }
 
 void DeskSession::deskLinked() {
+    if (m_released) { // a link that came up while the desk was let go goes again
+        m_plannedDisconnect->start();
+        return;
+    }
+    m_plannedDisconnect->end();
     emit deskLinkChanged(m_link->blutoothName());
     m_sleepGuard->deskLinked();
     refreshDeviceInfo();
@@ -227,6 +238,9 @@ void DeskSession::refreshContentByDeviceInfo() {
 
 void DeskSession::actionDeviceChanged() {
     m_changingDesk = false;
+    // The user linked a desk from the device list: that ends a release.
+    if (std::exchange(m_released, false))
+        emit releasedChanged(false);
     keyOwner().releaseAll(); // another desk: nothing held for the old one carries over
     m_objectLightColor.reset();
     emit lightStripAvailable(false);
@@ -250,9 +264,9 @@ void DeskSession::deskChangeFailed() {
 void DeskSession::bluetoothDisConnected() {
     keyOwner().releaseAll();
     emit deskLinkChanged({});
-    // Letting go before sleep is no lost link: no alert, the screen stays.
-    if (m_sleepGuard->isAsleep())
-        m_sleepGuard->linkGone();
+    // Letting go before sleep or on request is no lost link: no alert, the screen stays.
+    if (m_plannedDisconnect->isPlanned())
+        m_plannedDisconnect->linkGone();
     else if (!m_changingDesk)
         requestBreakTip();
 }
@@ -288,6 +302,41 @@ void DeskSession::actionDeleteCurrentDevice() {
     emit deskLinkChanged({});
     // Every end of a session comes here, whoever ends it: the global keys go with it.
     DQGlobalKeyHelper::shareInstance().removeDeskGlobalHotKey();
+}
+
+// ---- Letting go of the desk ----
+
+void DeskSession::releaseDesk() {
+    if (m_released)
+        return;
+    m_released = true;
+    m_link->stopLooking();
+    m_plannedDisconnect->start();
+    emit deskLinkChanged({});
+    emit releasedChanged(true);
+}
+
+void DeskSession::connectDesk() {
+    if (!m_released)
+        return;
+    m_released = false;
+    emit releasedChanged(false);
+    m_link->reconnect();
+}
+
+void DeskSession::toggleRelease() {
+    if (m_released)
+        connectDesk();
+    else
+        releaseDesk();
+}
+
+QString DeskSession::releaseActionText(bool released) {
+    return released ? tr("Connect desk") : tr("Release desk");
+}
+
+QString DeskSession::releasedText() {
+    return tr("Desk released: your phone or another computer can connect to it.");
 }
 
 // ---- Height ----
@@ -346,7 +395,7 @@ void DeskSession::releaseHeldKeys() {
 }
 
 bool DeskSession::isConnected() const {
-    return facade().isConnect();
+    return !m_released && facade().isConnect();
 }
 
 void DeskSession::stopUnattendedMoves() {

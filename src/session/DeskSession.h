@@ -18,6 +18,7 @@ class DeskStatus;
 class GlobalKeyDispatch;
 class HotKeyMovement;
 class OMTimeManager;
+class PlannedDisconnect;
 class PresetKeys;
 class SleepGuard;
 
@@ -55,7 +56,9 @@ public:
     int minHeight() const { return m_minHeight; }
     int maxHeight() const { return m_maxHeight; }
     GoToHeight::Limits limits() const { return {m_minHeight, m_maxHeight}; }
+    // Linked and not released.
     bool isConnected() const;
+    bool isReleased() const { return m_released; }
     const std::optional<Object_LightColor>& objectLightColor() const { return m_objectLightColor; }
     const QString& sitOrStand() const { return m_sitOrStand; }
     static int commandType();
@@ -77,6 +80,20 @@ public:
     void actionDeleteCurrentDeviceSetting();
     void actionPushToTypeVC();
     void actionDeleteCurrentDevice();
+
+    // ---- Letting go of the desk ----
+    // Lets go of the desk so that a phone or another computer can link it: every movement ends,
+    // the link goes once the desk heard no key, and nothing links it again (no alert, no
+    // reconnection scan) until connectDesk. The screen stays.
+    void releaseDesk();
+    // Ends the release: the reconnection scan links the desk again once it is in range.
+    void connectDesk();
+    // Whichever of the two the screen's and the tray's action offers now.
+    void toggleRelease();
+    // "Release desk" or, while released, "Connect desk": the screen's and the tray's action.
+    static QString releaseActionText(bool released);
+    // What the released desk is free for.
+    static QString releasedText();
 
     // ---- Height ----
     void setTableViewHeight(const QString& height);
@@ -107,6 +124,7 @@ signals:
     // and the desk now linked ("" while none is).
     void heightReported(double tenthsCm);
     void deskLinkChanged(const QString& desk);
+    void releasedChanged(bool released);
 
 private:
     using Task = std::function<void(DeskSession&)>;
@@ -129,6 +147,7 @@ private:
     HotKeyMovement* m_hotKeyMovement;
     GlobalKeyDispatch* m_globalKeys;
     GoToHeight* m_goToHeight;
+    PlannedDisconnect* m_plannedDisconnect;
     SleepGuard* m_sleepGuard;
     DeskStatus* m_status;
     float m_currentHeight = 0.0f;
@@ -142,6 +161,7 @@ private:
     QString m_notificationSound = QStringLiteral("0");
     std::optional<Object_LightColor> m_objectLightColor;
     bool m_changingDesk = false;
+    bool m_released = false;
     HeldKeyOwner::Claim m_screenClaim;
 };
 

@@ -18,6 +18,7 @@ struct Object_SystemSetting {
     Text combinationopen = "0";
     Text push = "0";
     Text autocatchclean = "0";
+    Text rememberdesk = "0"; // "1": a launch comes back to the desk last used
 
     bool operator==(const Object_SystemSetting&) const = default;
 
@@ -27,7 +28,8 @@ struct Object_SystemSetting {
                                recordField("combinationkey", &M::combinationkey),
                                recordField("combinationopen", &M::combinationopen),
                                recordField("push", &M::push),
-                               recordField("autocatchclean", &M::autocatchclean));
+                               recordField("autocatchclean", &M::autocatchclean),
+                               recordField("rememberdesk", &M::rememberdesk));
     }
 };
 

@@ -193,7 +193,7 @@ INSTANTIATE_TEST_SUITE_P(BothPaths, DeskBusPathTest, ::testing::Bool());
 
 TEST_F(DeskBusTest, BadCallsGetClearErrorsAndHoldNothing) {
     // No control screen, no desk.
-    for (const char* method : {"MoveTo", "RecallPreset", "Stop", "Down"}) {
+    for (const char* method : {"MoveTo", "RecallPreset", "Stop", "Down", "Release", "Connect"}) {
         const QVariantList arguments = method == std::string("MoveTo")         ? QVariantList{100.0}
                                        : method == std::string("RecallPreset") ? QVariantList{"sit"}
                                                                                : QVariantList{};
@@ -260,6 +260,31 @@ TEST_F(DeskBusTest, UpAndDownToggleAsTheHotKeysAndEndByTheirWatchdog) {
     expectNothingHeld();
     EXPECT_EQ(desk->heightTenths(), 600);
     EXPECT_FALSE(session().hotKeyMovement().isMoving());
+}
+
+// Released for another device: the desk goes, every move is refused as with no desk until
+// Connect links it again.
+TEST_F(DeskBusTest, ReleaseLetsGoOfTheDeskAndMovesAreRefusedUntilConnect) {
+    open({}, "72,110,0,0");
+    ASSERT_EQ(call(QStringLiteral("Release")).type(), QDBusMessage::ReplyMessage);
+    advance(3s);
+    EXPECT_FALSE(desk->isSubscribed());
+    EXPECT_FALSE(property("Connected").toBool());
+    EXPECT_TRUE(property("Released").toBool());
+    for (const char* method : {"Stop", "Up"}) {
+        const QDBusMessage reply = call(QLatin1String(method));
+        EXPECT_EQ(reply.errorName(), QLatin1String(config::kNotConnectedError)) << method;
+        EXPECT_TRUE(reply.errorMessage().contains(QStringLiteral("released")));
+    }
+    expectNothingHeld();
+
+    ASSERT_EQ(call(QStringLiteral("Connect")).type(), QDBusMessage::ReplyMessage);
+    advance(20s);
+    EXPECT_TRUE(desk->isSubscribed());
+    EXPECT_TRUE(property("Connected").toBool());
+    EXPECT_FALSE(property("Released").toBool());
+    EXPECT_EQ(call(QStringLiteral("RecallPreset"), {QStringLiteral("stand")}).type(),
+              QDBusMessage::ReplyMessage);
 }
 
 TEST_F(DeskBusTest, PropertyChangesArriveAFewTimesASecondWhileMoving) {

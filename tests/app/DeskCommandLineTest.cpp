@@ -74,7 +74,8 @@ TEST(DeskCommandLineTest, WithoutARunningApplicationEveryVerbSaysSo) {
     for (const QStringList& verb :
          {QStringList{"--status"}, QStringList{"--status", "--json"},
           QStringList{"--move-to", "100"}, QStringList{"--preset", "sit"}, QStringList{"--stop"},
-          QStringList{"--up"}, QStringList{"--down"}}) {
+          QStringList{"--up"}, QStringList{"--down"}, QStringList{"--release"},
+          QStringList{"--connect"}}) {
         const Outcome outcome = runVerb(verb);
         EXPECT_EQ(outcome.code, Code::kNotRunning) << verb.join(' ').toStdString();
         EXPECT_EQ(outcome.err, QStringLiteral("Ostrel Motion is not running."));
@@ -82,7 +83,8 @@ TEST(DeskCommandLineTest, WithoutARunningApplicationEveryVerbSaysSo) {
     const Outcome help = runVerb({QStringLiteral("--help")});
     EXPECT_EQ(help.code, Code::kOk);
     for (const char* verb :
-         {"--status", "--json", "--move-to <cm>", "--preset <name>", "--stop", "--up", "--down"})
+         {"--status", "--json", "--move-to <cm>", "--preset <name>", "--stop", "--up", "--down",
+          "--release", "--connect"})
         EXPECT_TRUE(help.out.contains(QLatin1String(verb))) << verb;
 }
 
@@ -236,6 +238,20 @@ TEST_F(RunningApplicationTest, VerbsDriveTheDeskAndFailWithDistinctCodes) {
         EXPECT_FALSE(goTo.isMoving());
         EXPECT_TRUE(waitUntil([&] { return !desk->isMoving(); }, 200));
         EXPECT_LT(desk->heightTenths(), 890);
+
+        // Released for the phone app: status and moves exit 4 until --connect links it again.
+        const Outcome release = runVerb({QStringLiteral("--release")});
+        EXPECT_EQ(release.code, Code::kOk);
+        EXPECT_EQ(release.out, QStringLiteral("Desk released"));
+        EXPECT_TRUE(waitUntil([&] { return !desk->isSubscribed(); }, 3000));
+        for (const QStringList& verb :
+             {QStringList{"--status"}, QStringList{"--stop"}, QStringList{"--up"}}) {
+            const Outcome outcome = runVerb(verb);
+            EXPECT_EQ(outcome.code, Code::kNotConnected) << verb.join(' ').toStdString();
+            EXPECT_TRUE(outcome.err.contains(QStringLiteral("released"))) << outcome.err.toStdString();
+        }
+        EXPECT_EQ(runVerb({QStringLiteral("--connect")}).code, Code::kOk);
+        EXPECT_TRUE(waitUntil([&] { return control()->session().isConnected(); }));
 
         // How long a script waits for --status.
         std::vector<qint64> times;

@@ -6,6 +6,7 @@
 #include <QDBusArgument>
 #include <QDBusError>
 #include <QDBusObjectPath>
+#include <QDBusVariant>
 #include <QTest>
 
 namespace ostrel::test {
@@ -67,6 +68,27 @@ QVariantMap BluezTest::acquiredState(const QString& name) {
         }
     }
     return state;
+}
+
+namespace {
+
+QVariant bluezProperty(const QString& path, const char* interface, const char* property) {
+    QDBusMessage get = QDBusMessage::createMethodCall(
+        QStringLiteral("org.bluez"), path, QStringLiteral("org.freedesktop.DBus.Properties"),
+        QStringLiteral("Get"));
+    get.setArguments({QLatin1String(interface), QLatin1String(property)});
+    const QDBusMessage reply = StandinBus::instance().call(get);
+    return reply.arguments().value(0).value<QDBusVariant>().variant();
+}
+
+} // namespace
+
+QVariant BluezTest::deviceProperty(const QString& name, const char* property) {
+    return bluezProperty(m_deskPaths.value(name), "org.bluez.Device1", property);
+}
+
+QVariant BluezTest::adapterProperty(const char* property) {
+    return bluezProperty(QStringLiteral("/org/bluez/hci0"), "org.bluez.Adapter1", property);
 }
 
 void BluezTest::offerSockets(bool offered) {

@@ -121,7 +121,8 @@ TEST(RecordDictionaryTest, SettingsRecordsStartFromTheirDefaults) {
                                      {"combinationkey", "0"},
                                      {"combinationopen", "0"},
                                      {"push", "0"},
-                                     {"autocatchclean", "0"}}));
+                                     {"autocatchclean", "0"},
+                                     {"rememberdesk", "0"}}));
     EXPECT_EQ(fromPropertyForm<Object_SystemSetting>({{"unit", "0"}}).language, "1");
     EXPECT_EQ(toPropertyForm(Object_LightColor{}),
               (QVariantMap{{"open", 0}, {"mode", 1}, {"red", 0}, {"green", 0}, {"blue", 0}}));
