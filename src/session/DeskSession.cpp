@@ -54,8 +54,7 @@ DeskSession::DeskSession(QObject* parent)
       m_hotKeyMovement(new HotKeyMovement(this)),
       m_globalKeys(new GlobalKeyDispatch(*m_hotKeyMovement, *m_presetKeys, this)),
       m_goToHeight(new GoToHeight(this)), m_plannedDisconnect(new PlannedDisconnect(this)),
-      m_sleepGuard(new SleepGuard(*this, *m_plannedDisconnect)),
-      m_status(new DeskStatus(this)) {
+      m_sleepGuard(new SleepGuard(*this, *m_plannedDisconnect)), m_status(new DeskStatus(this)) {
     wireParts();
 }
 

@@ -262,31 +262,6 @@ TEST_F(DeskBusTest, UpAndDownToggleAsTheHotKeysAndEndByTheirWatchdog) {
     EXPECT_FALSE(session().hotKeyMovement().isMoving());
 }
 
-// Released for another device: the desk goes, every move is refused as with no desk until
-// Connect links it again.
-TEST_F(DeskBusTest, ReleaseLetsGoOfTheDeskAndMovesAreRefusedUntilConnect) {
-    open({}, "72,110,0,0");
-    ASSERT_EQ(call(QStringLiteral("Release")).type(), QDBusMessage::ReplyMessage);
-    advance(3s);
-    EXPECT_FALSE(desk->isSubscribed());
-    EXPECT_FALSE(property("Connected").toBool());
-    EXPECT_TRUE(property("Released").toBool());
-    for (const char* method : {"Stop", "Up"}) {
-        const QDBusMessage reply = call(QLatin1String(method));
-        EXPECT_EQ(reply.errorName(), QLatin1String(config::kNotConnectedError)) << method;
-        EXPECT_TRUE(reply.errorMessage().contains(QStringLiteral("released")));
-    }
-    expectNothingHeld();
-
-    ASSERT_EQ(call(QStringLiteral("Connect")).type(), QDBusMessage::ReplyMessage);
-    advance(20s);
-    EXPECT_TRUE(desk->isSubscribed());
-    EXPECT_TRUE(property("Connected").toBool());
-    EXPECT_FALSE(property("Released").toBool());
-    EXPECT_EQ(call(QStringLiteral("RecallPreset"), {QStringLiteral("stand")}).type(),
-              QDBusMessage::ReplyMessage);
-}
-
 TEST_F(DeskBusTest, PropertyChangesArriveAFewTimesASecondWhileMoving) {
     open({}, "72,110,0,0");
     ASSERT_TRUE(delivered([&] {
@@ -339,7 +314,8 @@ TEST_F(DeskBusTest, StandingTimeIncludesTheOpenIntervalAndTheGoalIsWritable) {
     ActivityDays days;
     history.arguments().value(0).value<QDBusArgument>() >> days;
     ASSERT_EQ(days.size(), 3);
-    EXPECT_EQ(days.last().value(QStringLiteral("date")), activity.recorder.today().toString(Qt::ISODate));
+    EXPECT_EQ(days.last().value(QStringLiteral("date")),
+              activity.recorder.today().toString(Qt::ISODate));
     EXPECT_NEAR(days.last().value(QStringLiteral("standing_s")).toDouble(), 600, 30);
 }
 

@@ -70,25 +70,15 @@ QVariantMap BluezTest::acquiredState(const QString& name) {
     return state;
 }
 
-namespace {
-
-QVariant bluezProperty(const QString& path, const char* interface, const char* property) {
+QVariant BluezTest::bluezProperty(const char* property, const QString& desk) {
     QDBusMessage get = QDBusMessage::createMethodCall(
-        QStringLiteral("org.bluez"), path, QStringLiteral("org.freedesktop.DBus.Properties"),
-        QStringLiteral("Get"));
-    get.setArguments({QLatin1String(interface), QLatin1String(property)});
-    const QDBusMessage reply = StandinBus::instance().call(get);
-    return reply.arguments().value(0).value<QDBusVariant>().variant();
-}
-
-} // namespace
-
-QVariant BluezTest::deviceProperty(const QString& name, const char* property) {
-    return bluezProperty(m_deskPaths.value(name), "org.bluez.Device1", property);
-}
-
-QVariant BluezTest::adapterProperty(const char* property) {
-    return bluezProperty(QStringLiteral("/org/bluez/hci0"), "org.bluez.Adapter1", property);
+        QStringLiteral("org.bluez"),
+        desk.isEmpty() ? QStringLiteral("/org/bluez/hci0") : m_deskPaths.value(desk),
+        QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    get.setArguments({desk.isEmpty() ? QStringLiteral("org.bluez.Adapter1")
+                                     : QStringLiteral("org.bluez.Device1"),
+                      QLatin1String(property)});
+    return StandinBus::instance().call(get).arguments().value(0).value<QDBusVariant>().variant();
 }
 
 void BluezTest::offerSockets(bool offered) {

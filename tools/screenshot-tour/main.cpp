@@ -554,12 +554,14 @@ std::deque<Step> tourSteps(Tour& tour, SampleActivity& sample, AppDelegate& dele
     std::ranges::move(keyboardAndTraySteps(home, delegate), std::back_inserter(steps));
     std::ranges::move(faultSteps(tour), std::back_inserter(steps));
     // The desk let go of for the phone app, then connected again.
-    steps.push_back({QStringLiteral("16d-released"),
-                     onControl(home, [](DeskControlVC& control) { control.session().releaseDesk(); }),
-                     800ms, [&tour] { return !boundDesk(tour.demo()).isSubscribed(); }});
-    steps.push_back({QString(),
-                     onControl(home, [](DeskControlVC& control) { control.session().connectDesk(); }),
-                     500ms, [&tour] { return boundDesk(tour.demo()).isSubscribed(); }});
+    steps.push_back(
+        {QStringLiteral("16d-released"),
+         onControl(home, [](DeskControlVC& control) { control.session().releaseDesk(); }), 800ms,
+         [&tour] { return !boundDesk(tour.demo()).isSubscribed(); }});
+    steps.push_back(
+        {QString(),
+         onControl(home, [](DeskControlVC& control) { control.session().connectDesk(); }), 500ms,
+         [&tour] { return boundDesk(tour.demo()).isSubscribed(); }});
     steps.push_back({QStringLiteral("17-link-loss"),
                      [&tour, &home] {
                          closeWindowsExceptHome(home);
