@@ -66,7 +66,7 @@ void ViewSystemSetting::initView() {
     m_rememberDesk->setToolTip(
         tr("At launch, come back to the desk last used and connect it as soon as it is found"));
     connect(m_rememberDesk, &QCheckBox::clicked, this, &ViewSystemSetting::actionRememberDesk);
-    contentLayout()->addWidget(m_rememberDesk);
+    contentLayout()->addWidget(m_rememberDesk, 0, Qt::AlignLeft);
     contentLayout()->addSpacing(12);
     addHeading(tr("Clear cache"));
     m_autoClean = new QCheckBox(tr("Automatically clean when over 200MB"), this);

@@ -5,6 +5,8 @@
 #include "core/ManualScheduler.h"
 #include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
+#include "protocol/CommandType.h"
+#include "session/DeskLink.h"
 #include "session/DeskSession.h"
 #include "store/CurrentDeviceStore.h"
 #include "store/DQDataCatchHelper.h"
@@ -28,17 +30,20 @@ TEST_F(BluezTest, ReleaseDisconnectsThroughBluezAndConnectLinksAgain) {
     ASSERT_TRUE(waitFor([] { return facade().isConnect(); }));
     CurrentDeviceStore::bindDevice(name, peripheral->identifierString());
     DeskSession session;
-    bool linked = false;
-    QObject::connect(&session, &DeskSession::deskLinkChanged,
-                     [&linked](const QString& desk) { linked = !desk.isEmpty(); });
+    int links = 0;
+    QObject::connect(&session.link(), &DeskLink::linked, [&links] { ++links; });
     session.setLoadViewAction();
     session.registerObservers();
     ASSERT_TRUE(waitFor([&] { return session.currentHeight() > 0; }));
+    const int start = deskHeight(name);
+    session.holdKey(command::kUpKey); // released while moving: the desk hears no key first
+    ASSERT_TRUE(waitFor([&] { return deskHeight(name) > start + 10; }));
 
     clock.restart();
     session.releaseDesk();
     ASSERT_TRUE(waitFor([&] { return !bluezProperty("Connected", name).toBool(); }, 3000));
     const qint64 releasedMs = clock.elapsed();
+    const int stopped = deskHeight(name);
 
     ManualScheduler virtualTime;
     Scheduler* realTime = Scheduler::setInstance(&virtualTime);
@@ -51,11 +56,13 @@ TEST_F(BluezTest, ReleaseDisconnectsThroughBluezAndConnectLinksAgain) {
     }
     Scheduler::setInstance(realTime);
     EXPECT_FALSE(scanned) << "a reconnection scan ran while released";
+    EXPECT_EQ(links, 0) << "linked again while released";
     EXPECT_FALSE(bluezProperty("Connected", name).toBool());
+    EXPECT_EQ(deskHeight(name), stopped);
 
     clock.restart();
     session.connectDesk();
-    ASSERT_TRUE(waitFor([&] { return linked; }, 20000));
+    ASSERT_TRUE(waitFor([&] { return links == 1; }, 20000));
     const qint64 linkedMs = clock.elapsed();
     EXPECT_TRUE(bluezProperty("Connected", name).toBool());
     std::printf("release to Connected=false: %lld ms; connect to linked: %lld ms\n",
