@@ -1,10 +1,10 @@
 #include "platform/PortalGlobalKeys.h"
 
+#include "platform/PortalShortcut.h"
+
 #include <QCoreApplication>
-#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusMetaType>
 #include <QDBusReply>
 
 namespace ostrel {
@@ -26,26 +26,6 @@ constexpr const char* kDescriptions[] = {
 };
 static_assert(std::size(kDescriptions) == GlobalKeyBackend::kKeys.size());
 
-// One entry of BindShortcuts' a(sa{sv}).
-struct Shortcut {
-    QString id;
-    QVariantMap properties;
-};
-
-QDBusArgument& operator<<(QDBusArgument& argument, const Shortcut& shortcut) {
-    argument.beginStructure();
-    argument << shortcut.id << shortcut.properties;
-    argument.endStructure();
-    return argument;
-}
-
-const QDBusArgument& operator>>(const QDBusArgument& argument, Shortcut& shortcut) {
-    argument.beginStructure();
-    argument >> shortcut.id >> shortcut.properties;
-    argument.endStructure();
-    return argument;
-}
-
 QDBusConnection bus() {
     return QDBusConnection::sessionBus();
 }
@@ -57,12 +37,6 @@ QDBusMessage portalCall(const char* method) {
 }
 
 } // namespace
-
-} // namespace ostrel
-
-Q_DECLARE_METATYPE(ostrel::Shortcut)
-
-namespace ostrel {
 
 std::unique_ptr<PortalGlobalKeys> PortalGlobalKeys::create() {
     if (!bus().isConnected())
@@ -78,8 +52,7 @@ std::unique_ptr<PortalGlobalKeys> PortalGlobalKeys::create() {
 }
 
 PortalGlobalKeys::PortalGlobalKeys() {
-    qDBusRegisterMetaType<Shortcut>();
-    qDBusRegisterMetaType<QList<Shortcut>>();
+    PortalShortcut::registerTypes();
     bus().connect(QLatin1String(kService), QLatin1String(kPath), QLatin1String(kInterface),
                   QStringLiteral("Activated"), this, SLOT(onActivated(QDBusMessage)));
 }
@@ -150,7 +123,7 @@ void PortalGlobalKeys::sessionCreated(uint response, const QVariantMap& results)
 }
 
 void PortalGlobalKeys::bindShortcuts() {
-    QList<Shortcut> shortcuts;
+    QList<PortalShortcut> shortcuts;
     for (std::size_t i = 0; i < kKeys.size(); ++i)
         shortcuts.append({QString::number(kKeys[i].id),
                           {{QStringLiteral("description"), tr(kDescriptions[i])},

@@ -40,7 +40,7 @@ bool HeldKeyOwner::Claim::isActive() const {
 void HeldKeyOwner::Claim::hold(int type, int direction) const {
     HeldKeyOwner& owner = instance();
     if (owner.owns(*this))
-        owner.write(type, direction);
+        owner.answer(type, direction);
 }
 
 void HeldKeyOwner::Claim::release() const {
@@ -79,19 +79,24 @@ HeldKeyOwner::Claim HeldKeyOwner::claim(Source source, int type, QObject* contex
                                         int direction) {
     endCurrent(Ending::TakenOver);
     m_current = {m_nextId++, source, context, std::move(ended), 0};
-    write(type, direction);
+    answer(type, direction);
     return Claim(m_current.id);
 }
 
 void HeldKeyOwner::releaseAll() {
     endCurrent(Ending::LetGo);
+    m_stopping = Stopping::No;
+    m_stopWatch.cancel();
     write(command::kNoKey, 0);
     m_selfMoving = false;
 }
 
 void HeldKeyOwner::stopAll(Ending why) {
-    if (m_current.source == Source::StopTap && isHeld())
-        return; // already stopping
+    if (m_stopping != Stopping::No) {
+        endCurrent(why);
+        m_deferredType = command::kNoKey; // already stopping: only what waited for it goes
+        return;
+    }
     const int direction = selfMoveDirection();
     endCurrent(why);
     write(command::kNoKey, 0);
@@ -114,9 +119,22 @@ void HeldKeyOwner::heightReported(int reported) {
     m_lastHeight = reported;
 }
 
-// The only write of the answer to the desk's polls.
+void HeldKeyOwner::answer(int type, int direction) {
+    if (m_stopping == Stopping::No) {
+        write(type, direction);
+        return;
+    }
+    m_deferredType = type;
+    m_deferredDirection = direction;
+}
+
 void HeldKeyOwner::write(int type, int direction) {
     m_releaseWatch.cancel();
+    send(type, direction);
+}
+
+// The only write of the answer to the desk's polls.
+void HeldKeyOwner::send(int type, int direction) {
     const int previous = handle().currentCommandType();
     handle().setCurrentCommandType(type);
     m_current.pollsAtHold = handle().answeredPolls();
@@ -147,15 +165,33 @@ void HeldKeyOwner::letGo(const Claim& claim) {
     if (!owns(claim))
         return;
     m_current = {};
-    write(command::kNoKey, 0);
+    answer(command::kNoKey, 0);
 }
 
 void HeldKeyOwner::tapToStop(int direction) {
     if (direction == 0 || !linked())
         return;
-    const Claim tap =
-        claim(Source::StopTap, direction > 0 ? command::kUpKey : command::kDownKey, this);
-    afterPolls(tap, 1, [tap] { tap.release(); });
+    m_deferredType = command::kNoKey;
+    write(direction > 0 ? command::kUpKey : command::kDownKey, 0);
+    m_stopping = Stopping::Tapping;
+    m_pollsAtTap = handle().answeredPolls();
+    m_stopDeadline = now() + kHearingLimit;
+    m_stopWatch = Scheduler::instance().every(kAnswerCheck, this, [this] { advanceStop(); });
+}
+
+void HeldKeyOwner::advanceStop() {
+    if (m_stopping == Stopping::Tapping &&
+        (handle().answeredPolls() != m_pollsAtTap || now() >= m_stopDeadline)) {
+        send(command::kNoKey, 0);
+        m_stopping = Stopping::Untapping;
+        m_stopDeadline = now() + kHearingLimit;
+    }
+    if (m_stopping == Stopping::Untapping && (deskHeardNoKey() || now() >= m_stopDeadline)) {
+        m_stopping = Stopping::No;
+        m_stopWatch.cancel();
+        if (m_deferredType != command::kNoKey)
+            send(std::exchange(m_deferredType, command::kNoKey), m_deferredDirection);
+    }
 }
 
 // Which way the desk goes by itself now, 0 when it does not: it stands once its height has not
@@ -182,7 +218,9 @@ void HeldKeyOwner::afterPolls(const Claim& claim, std::uint64_t polls, std::func
         return;
     const Scheduler::Duration deadline = now() + kHearingLimit;
     auto heard = [this, claim, polls, deadline] {
-        return !owns(claim) || handle().answeredPolls() - m_current.pollsAtHold >= polls ||
+        return !owns(claim) ||
+               (m_stopping == Stopping::No &&
+                handle().answeredPolls() - m_current.pollsAtHold >= polls) ||
                now() >= deadline;
     };
     if (heard()) {

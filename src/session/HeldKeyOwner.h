@@ -18,7 +18,9 @@ namespace ostrel {
 //
 // A key only ever reaches the desk as the answer to one of its polls. A desk that moves by itself
 // (to a target height, to a preset) ignores "no key"; it is stopped by answering its next poll
-// with the key of its own direction, then no key, never with the opposite key.
+// with the key of its own direction, then no key, never with the opposite key. The desk takes no
+// key held on from that tap as a new press, so a claim made while the stop is under way gets the
+// desk only once the desk has heard the no key.
 class HeldKeyOwner : public QObject {
     Q_OBJECT
 public:
@@ -30,7 +32,7 @@ public:
     // A press, however short, is answered to this many polls: a desk may not act on one.
     static constexpr std::uint64_t kShortestPress = 2;
 
-    enum class Source { Screen, HotKey, GoToHeight, PresetKeys, Settings, StopTap };
+    enum class Source { Screen, HotKey, GoToHeight, PresetKeys, Settings };
     // Why a claim ended without its source letting it go.
     enum class Ending { TakenOver, Stopped, LetGo };
     using Ended = std::function<void(Ending)>;
@@ -61,9 +63,6 @@ public:
     // Ends the claim that holds the key now (telling its source) and holds `type` for `source`.
     // `ended` runs only while `context` lives.
     Claim claim(Source source, int type, QObject* context, Ended ended = {}, int direction = 0);
-    // Whether some claim answers the desk now.
-    bool isHeld() const { return m_current.id != 0; }
-
     // The link is gone or replaced: every claim ends, nothing is sent.
     void releaseAll();
     // Every claim ends, and a desk that moves by itself is stopped.
@@ -90,10 +89,15 @@ private:
 
     HeldKeyOwner();
     bool owns(const Claim& claim) const { return claim.m_id != 0 && claim.m_id == m_current.id; }
+    // The current claim's key: written now, or once a stop under way is over.
+    void answer(int type, int direction);
+    // Writes a new key and drops any wait for the previous one to be heard.
     void write(int type, int direction);
+    void send(int type, int direction);
     void endCurrent(Ending why);
     void letGo(const Claim& claim);
     void tapToStop(int direction);
+    void advanceStop();
     int selfMoveDirection();
     bool deskHeardNoKey() const;
     void afterPolls(const Claim& claim, std::uint64_t polls, std::function<void()> then);
@@ -103,6 +107,16 @@ private:
     std::uint64_t m_nextId = 1;
     std::uint64_t m_noKeySincePolls = 0;
     TimerHandle m_releaseWatch;
+
+    // A stop of the desk's own move: the tap's key until a poll hears it, then no key until a
+    // poll hears that; what the current claim holds meanwhile waits in m_deferred*.
+    enum class Stopping { No, Tapping, Untapping };
+    Stopping m_stopping = Stopping::No;
+    std::uint64_t m_pollsAtTap = 0;
+    Scheduler::Duration m_stopDeadline{};
+    TimerHandle m_stopWatch;
+    int m_deferredType = 0;
+    int m_deferredDirection = 0;
 
     // A desk on a move of its own, and which way it goes.
     bool m_selfMoving = false;

@@ -237,6 +237,10 @@ TEST_F(RunningApplicationTest, VerbsDriveTheDeskAndFailWithDistinctCodes) {
         EXPECT_FALSE(goTo.isMoving());
         EXPECT_TRUE(waitUntil([&] { return !desk->isMoving(); }, 200));
         EXPECT_LT(desk->heightTenths(), 890);
+        // A stopped move leaves nothing that swallows the next hot-key movement.
+        EXPECT_EQ(runVerb({QStringLiteral("--up")}).out, QStringLiteral("Moving up"));
+        EXPECT_TRUE(waitUntil([&] { return desk->isMoving(); }));
+        EXPECT_EQ(runVerb({QStringLiteral("--up")}).out, QStringLiteral("Stopped"));
 
         // Released for the phone app: status and moves exit 4 until --connect links it again.
         EXPECT_EQ(runVerb({QStringLiteral("--release")}).out, QStringLiteral("Desk released"));

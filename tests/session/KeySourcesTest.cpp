@@ -250,6 +250,21 @@ const Interleaving kInterleavings[] = {
      }},
     {"StopDuringAMoveUp", moveUp, stop, heardOnceThenNoKey(command::kUpKey)},
     {"StopDuringAMoveDown", moveDown, stop, heardOnceThenNoKey(command::kDownKey)},
+    // The desk takes a key held on from the stop's tap for the tap: it must hear no key between.
+    {"HotKeyAtOnceAfterAStop", moveUp,
+     [](KeySourcesTest& t) {
+         t.session().stopMoving();
+         t.hotKey("GlobalKeyUp");
+         t.advance(1500ms);
+     },
+     [](KeySourcesTest& t) {
+         const std::vector<int> keys = t.answers();
+         ASSERT_GE(keys.size(), 3u);
+         EXPECT_EQ(keys[0], command::kUpKey);
+         EXPECT_EQ(keys[1], command::kNoKey);
+         EXPECT_TRUE(t.session().hotKeyMovement().isMoving());
+         EXPECT_TRUE(t.desk->isMoving());
+     }},
     // A tap shorter than a poll period still reaches the desk, twice.
     {"PresetClickOf25ms", nothing,
      [](KeySourcesTest& t) {

@@ -17,4 +17,12 @@ void registerTypes() {
     qDBusRegisterMetaType<QList<qint64>>();
 }
 
+QDBusMessage failure(const QDBusMessage& message, const char* name, const QString& text) {
+    return message.createErrorReply(QString::fromLatin1(name), text);
+}
+
+QDBusMessage notSupported(const QDBusMessage& message) {
+    return failure(message, kErrorNotSupported, QStringLiteral("Not supported"));
+}
+
 } // namespace ostrel::bluez

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QMap>
 #include <QString>
@@ -34,6 +35,10 @@ inline constexpr char kErrorInProgress[] = "org.bluez.Error.InProgress";
 
 // "180d" -> "0000180d-0000-1000-8000-00805f9b34fb"; longer forms are only lower-cased.
 QString fullUuid(const QString& shortUuid);
+
+// An error answer to `message`, as bluetoothd gives it.
+QDBusMessage failure(const QDBusMessage& message, const char* name, const QString& text);
+QDBusMessage notSupported(const QDBusMessage& message);
 
 // Registers the container types above with QtDBus; safe to call more than once.
 void registerTypes();

@@ -1,20 +1,17 @@
 #pragma once
 
 #include "BluezTypes.h"
+#include "StandinGatt.h"
 #include "sim/VirtualDesk.h"
 
 #include <QDBusMessage>
-#include <QElapsedTimer>
 #include <QObject>
-#include <QPointer>
 #include <QStringList>
 #include <chrono>
 #include <memory>
 #include <optional>
 
 namespace ostrel {
-
-class PacketSocket;
 
 // One virtual desk as BlueZ would show it: a Device1 object under the adapter and, while
 // linked, its GATT service, characteristics and client-configuration descriptor. Calls on
@@ -23,11 +20,8 @@ class PacketSocket;
 // The Device1 object exists from the first sighting by a discovering adapter until the
 // desk is forgotten (RemoveDevice), or until it has been out of reach and unlinked for
 // BlueZ's temporary-device time-out. A Connect while it is out of reach waits for it, as
-// BlueZ's does, until it is back or the attempt times out.
-//
-// Like bluetoothd, it offers the notify and write characteristics as sockets too
-// (AcquireNotify, AcquireWrite): packets then travel over the socket instead of the bus, and
-// the link's end hangs the sockets up.
+// BlueZ's does, until it is back or the attempt times out. The GATT objects and their calls
+// are StandinGatt's.
 class StandinDesk : public QObject {
     Q_OBJECT
 public:
@@ -51,14 +45,14 @@ public:
     // The radio went away under the link (or the attempt).
     void dropLink();
     // Closes the acquired sockets while the link stays up on the bus.
-    void hangUpSockets();
+    void hangUpSockets() { m_gatt->hangUpSockets(); }
     // WriteValue is refused, and an acquired write socket is no longer read.
-    void setWriteError(bool failing);
+    void setWriteError(bool failing) { m_gatt->setWriteError(failing); }
     // Whether links set up from now on offer AcquireNotify and AcquireWrite.
-    void setAcquireOffered(bool offered) { m_acquireOffered = offered; }
-    void setMtu(quint16 mtu) { m_mtu = mtu; }
+    void setAcquireOffered(bool offered) { m_gatt->setAcquireOffered(offered); }
+    void setMtu(quint16 mtu) { m_gatt->setMtu(mtu); }
     // Microseconds from each keypad poll sent on the current link to the host's next write.
-    const QList<qint64>& pollRoundTrips() const { return m_pollRoundTrips; }
+    const QList<qint64>& pollRoundTrips() const { return m_gatt->pollRoundTrips(); }
     // The desk model has no setter for its poll period, so a new one takes over at the same
     // height. Presets, faults and reach are not carried over.
     void setPollPeriod(std::chrono::milliseconds period);
@@ -75,66 +69,27 @@ signals:
     void lateReply(const QDBusMessage& reply);
 
 private:
-    struct Characteristic {
-        QString path;
-        QString uuid;
-        QStringList flags;
-        bool notifies = false;
-        bool writable = false;
-        QString descriptorPath;
-    };
-
     void adopt(std::unique_ptr<VirtualDesk> desk);
-    void buildGatt();
     InterfaceList deviceInterfaces() const;
-    ManagedObjectList gattObjects() const;
-    const Characteristic* characteristicAt(const QString& path) const;
-    const Characteristic* notifyCharacteristic() const;
-    const Characteristic* writeCharacteristic() const;
-
     QDBusMessage connectLink(const QDBusMessage& message);
     void establishLink();
     void reachChanged(bool advertising);
     void finishConnect(bool linked);
-    QDBusMessage characteristicCall(const Characteristic& characteristic,
-                                    const QDBusMessage& message);
-    QDBusMessage descriptorCall(const QDBusMessage& message);
-    QDBusMessage writeValue(const Characteristic& characteristic, const QDBusMessage& message);
-    QDBusMessage acquire(const Characteristic& characteristic, const QDBusMessage& message);
-    QVariantMap acquireProperties(const Characteristic& characteristic) const;
-    // Hands one end of a new socket pair to the caller and keeps the other in `kept`.
-    QDBusMessage handOutSocket(const QDBusMessage& message, QPointer<PacketSocket>& kept);
-    void releaseAcquired(bool notify);
-    void hostWrote(const QByteArray& value);
-    void setNotifying(bool notifying);
     void tearDown();
     void deviceChanged(const QVariantMap& changed);
-    void deliver(const Bytes& value);
 
     std::unique_ptr<VirtualDesk> m_desk;
+    StandinGatt* m_gatt = nullptr;
     QString m_address;
     QString m_adapterPath;
     QString m_path;
-    QString m_servicePath;
-    QString m_serviceUuid;
-    QList<Characteristic> m_characteristics;
-    QByteArray m_value; // last value of the notify characteristic
     bool m_exported = false;
     bool m_connected = false;
     bool m_servicesResolved = false;
-    bool m_notifying = false;
-    bool m_writeError = false;
-    bool m_acquireOffered = true;
-    quint16 m_mtu;
-    QPointer<PacketSocket> m_notifySocket; // while the host holds AcquireNotify's socket
-    QPointer<PacketSocket> m_writeSocket;  // while the host holds AcquireWrite's socket
     int m_sightings = 0;
     std::optional<QDBusMessage> m_pendingConnect; // a Connect waiting for the desk
     TimerHandle m_connectTimeout;
     TimerHandle m_expiry; // forgets the desk a while after it left reach
-    QElapsedTimer m_clock;
-    std::optional<qint64> m_pollSentAt; // ns on m_clock, until answered
-    QList<qint64> m_pollRoundTrips;
 };
 
 } // namespace ostrel

@@ -4,11 +4,11 @@
 // trigger, records the bindings and closed sessions, and on request emits Activated as a user
 // pressing a bound shortcut would. Tests steer it through com.ostrel.test.PortalStandin at
 // /standin.
+#include "platform/PortalShortcut.h"
+
 #include <QCoreApplication>
-#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
@@ -20,28 +20,7 @@ constexpr char kBusName[] = "org.freedesktop.impl.portal.desktop.ostreltest";
 constexpr char kDesktop[] = "/org/freedesktop/portal/desktop";
 constexpr char kShortcuts[] = "org.freedesktop.impl.portal.GlobalShortcuts";
 
-struct Shortcut {
-    QString id;
-    QVariantMap properties;
-};
-
-QDBusArgument& operator<<(QDBusArgument& argument, const Shortcut& shortcut) {
-    argument.beginStructure();
-    argument << shortcut.id << shortcut.properties;
-    argument.endStructure();
-    return argument;
-}
-
-const QDBusArgument& operator>>(const QDBusArgument& argument, Shortcut& shortcut) {
-    argument.beginStructure();
-    argument >> shortcut.id >> shortcut.properties;
-    argument.endStructure();
-    return argument;
-}
-
 } // namespace
-
-Q_DECLARE_METATYPE(Shortcut)
 
 namespace {
 
@@ -59,10 +38,10 @@ public:
             return respond(bus, message, {{QStringLiteral("session_handle"), m_session}});
         }
         if (member == u"BindShortcuts") {
-            QList<Shortcut> granted;
+            QList<ostrel::PortalShortcut> granted;
             m_bindings.clear();
-            const auto shortcuts = qdbus_cast<QList<Shortcut>>(arguments.value(2));
-            for (Shortcut shortcut : shortcuts) {
+            const auto shortcuts = qdbus_cast<QList<ostrel::PortalShortcut>>(arguments.value(2));
+            for (ostrel::PortalShortcut shortcut : shortcuts) {
                 const QString trigger =
                     shortcut.properties.value(QStringLiteral("preferred_trigger")).toString();
                 m_bindings << shortcut.id + u' ' + trigger;
@@ -130,8 +109,7 @@ private:
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    qDBusRegisterMetaType<Shortcut>();
-    qDBusRegisterMetaType<QList<Shortcut>>();
+    ostrel::PortalShortcut::registerTypes();
     QDBusConnection bus = QDBusConnection::sessionBus();
     Backend backend;
     Control control(backend);
