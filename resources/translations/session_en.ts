@@ -75,7 +75,7 @@
     </message>
 </context>
 <context>
-    <name>ostrel::DeskSession</name>
+    <name>ostrel::DeskRelease</name>
     <message>
         <source>Connect desk</source>
         <translation>Connect desk</translation>
@@ -88,6 +88,9 @@
         <source>Desk released: your phone or another computer can connect to it.</source>
         <translation>Desk released: your phone or another computer can connect to it.</translation>
     </message>
+</context>
+<context>
+    <name>ostrel::DeskSession</name>
     <message>
         <source>Connected successful, move the table to synchronize the height.</source>
         <translation>Connected successful, move the table to synchronize the height.</translation>

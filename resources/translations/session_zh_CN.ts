@@ -75,7 +75,7 @@
     </message>
 </context>
 <context>
-    <name>ostrel::DeskSession</name>
+    <name>ostrel::DeskRelease</name>
     <message>
         <source>Connect desk</source>
         <translation>连接升降桌</translation>
@@ -88,6 +88,9 @@
         <source>Desk released: your phone or another computer can connect to it.</source>
         <translation>升降桌已释放：手机或其他电脑现在可以连接它。</translation>
     </message>
+</context>
+<context>
+    <name>ostrel::DeskSession</name>
     <message>
         <source>Connected successful, move the table to synchronize the height.</source>
         <translation>连接成功，请移动桌子以同步高度。</translation>

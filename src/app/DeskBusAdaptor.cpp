@@ -4,6 +4,7 @@
 #include "session/ActivityRecorder.h"
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskLink.h"
+#include "session/DeskRelease.h"
 #include "session/DeskSession.h"
 #include "session/GlobalKeyDispatch.h"
 #include "session/HotKeyMovement.h"
@@ -128,12 +129,12 @@ bool DeskBusAdaptor::Down(const QDBusMessage& call) {
 
 void DeskBusAdaptor::Release(const QDBusMessage& call) {
     if (DeskSession* session = liveSession(call))
-        session->releaseDesk();
+        session->release().releaseDesk();
 }
 
 void DeskBusAdaptor::Connect(const QDBusMessage& call) {
     if (DeskSession* session = liveSession(call))
-        session->connectDesk();
+        session->release().connectDesk();
 }
 
 // The hot key's own path, so the movement has the hot keys' watchdogs and stops.
@@ -247,7 +248,7 @@ void DeskBusAdaptor::follow(DeskSession* session) {
             connect(&session->presetKeys(), &PresetKeys::presetsChanged, this, refreshing),
             connect(&session->goToHeight(), &GoToHeight::started, this, refreshing),
             connect(&session->goToHeight(), &GoToHeight::finished, this, refreshing),
-            connect(session, &DeskSession::releasedChanged, this, refreshing),
+            connect(&session->release(), &DeskRelease::releasedChanged, this, refreshing),
         };
     }
     refresh();

@@ -2,6 +2,7 @@
 
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskLink.h"
+#include "session/DeskRelease.h"
 #include "session/DeskSession.h"
 #include "session/GoToHeight.h"
 #include "session/LiveSession.h"
@@ -51,7 +52,7 @@ void TrayDeskMenu::follow(DeskSession* session) {
             connect(&session->link(), &DeskLink::linked, this, refreshing),
             connect(&session->link(), &DeskLink::linkStarting, this, refreshing),
             connect(&session->presetKeys(), &PresetKeys::presetsChanged, this, refreshing),
-            connect(session, &DeskSession::releasedChanged, this, refreshing),
+            connect(&session->release(), &DeskRelease::releasedChanged, this, refreshing),
         };
     }
     refresh();
@@ -89,7 +90,7 @@ void TrayDeskMenu::refresh() {
     }
     m_stop->setEnabled(linked);
     const bool released = m_session && m_session->isReleased();
-    m_release->setText(DeskSession::releaseActionText(released));
+    m_release->setText(DeskRelease::actionText(released));
     m_release->setEnabled(m_session != nullptr);
     m_icon->setToolTip(toolTip());
 }
@@ -117,7 +118,7 @@ void TrayDeskMenu::stop() {
 
 void TrayDeskMenu::toggleRelease() {
     if (m_session)
-        m_session->toggleRelease();
+        m_session->release().toggle();
 }
 
 QString TrayDeskMenu::notLinkedText() const {

@@ -5,6 +5,7 @@
 #include "session/ActivityRecorder.h"
 #include "session/CountdownView.h"
 #include "session/DeskHeightDisplay.h"
+#include "session/DeskRelease.h"
 #include "session/DeskReleaseRow.h"
 #include "session/DeskSession.h"
 #include "session/DeskStatus.h"
@@ -118,7 +119,7 @@ QWidget* DeskControlVC::buildControlView() {
     m_tip->setAlignment(Qt::AlignCenter);
     m_tip->setMinimumHeight(m_tip->fontMetrics().height());
     layout->addWidget(m_tip);
-    m_release = new DeskReleaseRow(*m_session, view);
+    m_release = new DeskReleaseRow(m_session->release(), view);
     layout->addWidget(m_release);
     return view;
 }
@@ -224,7 +225,7 @@ void DeskControlVC::connectSession() {
     connect(&s->presetKeys(), &PresetKeys::heightToastRequested, this,
             [this](const QString& text) { SJHUD::showHeightMessage(text, this); });
     connect(s, &DeskSession::breakTipRequested, this, &DeskControlVC::bluetoothBreakTip);
-    connect(s, &DeskSession::releasedChanged, this, &DeskControlVC::showDeskReleased);
+    connect(&s->release(), &DeskRelease::releasedChanged, this, &DeskControlVC::showDeskReleased);
     // Never from inside the frame that reported the fault.
     connect(&s->status(), &DeskStatus::faultAppeared, this, [this] {
         Scheduler::instance().after(Scheduler::Duration::zero(), this, [this] { jumpErrorVC(); });

@@ -1,6 +1,6 @@
 #include "session/DeskReleaseRow.h"
 
-#include "session/DeskSession.h"
+#include "session/DeskRelease.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -8,8 +8,8 @@
 
 namespace ostrel {
 
-DeskReleaseRow::DeskReleaseRow(DeskSession& session, QWidget* parent)
-    : QWidget(parent), m_note(new QLabel(DeskSession::releasedText(), this)),
+DeskReleaseRow::DeskReleaseRow(DeskRelease& release, QWidget* parent)
+    : QWidget(parent), m_note(new QLabel(DeskRelease::releasedText(), this)),
       m_button(new QPushButton(this)) {
     m_note->setAlignment(Qt::AlignCenter);
     m_note->setWordWrap(true);
@@ -19,14 +19,14 @@ DeskReleaseRow::DeskReleaseRow(DeskSession& session, QWidget* parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_note);
     layout->addWidget(m_button, 0, Qt::AlignHCenter);
-    connect(m_button, &QPushButton::clicked, &session, &DeskSession::toggleRelease);
-    connect(&session, &DeskSession::releasedChanged, this, &DeskReleaseRow::showReleased);
-    showReleased(session.isReleased());
+    connect(m_button, &QPushButton::clicked, &release, &DeskRelease::toggle);
+    connect(&release, &DeskRelease::releasedChanged, this, &DeskReleaseRow::showReleased);
+    showReleased(release.isReleased());
 }
 
 void DeskReleaseRow::showReleased(bool released) {
     m_note->setVisible(released);
-    m_button->setText(DeskSession::releaseActionText(released));
+    m_button->setText(DeskRelease::actionText(released));
 }
 
 } // namespace ostrel

@@ -7,14 +7,14 @@ class QPushButton;
 
 namespace ostrel {
 
-class DeskSession;
+class DeskRelease;
 
 // The control screen's "Release desk", which lets go of the desk so that a phone or another
 // computer can link it, and "Connect desk", which links it again; while released a line says so.
 class DeskReleaseRow : public QWidget {
     Q_OBJECT
 public:
-    DeskReleaseRow(DeskSession& session, QWidget* parent = nullptr);
+    explicit DeskReleaseRow(DeskRelease& release, QWidget* parent = nullptr);
 
     QPushButton* button() const { return m_button; }
     QLabel* note() const { return m_note; }

@@ -7,6 +7,7 @@
 #include "session/DQGlobalKeyHelper.h"
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskLink.h"
+#include "session/DeskRelease.h"
 #include "session/DeskStatus.h"
 #include "session/GlobalKeyDispatch.h"
 #include "session/HeldKeyOwner.h"
@@ -54,6 +55,7 @@ DeskSession::DeskSession(QObject* parent)
       m_hotKeyMovement(new HotKeyMovement(this)),
       m_globalKeys(new GlobalKeyDispatch(*m_hotKeyMovement, *m_presetKeys, this)),
       m_goToHeight(new GoToHeight(this)), m_plannedDisconnect(new PlannedDisconnect(this)),
+      m_release(new DeskRelease(*m_link, *m_plannedDisconnect, this)),
       m_sleepGuard(new SleepGuard(*this, *m_plannedDisconnect)), m_status(new DeskStatus(this)) {
     wireParts();
 }
@@ -72,6 +74,10 @@ void DeskSession::wireParts() {
             emit breakTipRequested();
     });
     connect(m_presetKeys, &PresetKeys::saved, this, &DeskSession::refreshDeviceInfo);
+    connect(m_release, &DeskRelease::releasedChanged, this, [this](bool released) {
+        if (released)
+            emit deskLinkChanged({});
+    });
     // Quitting ends the event loop before the link is released: nothing may stay held.
     connect(qApp, &QCoreApplication::aboutToQuit, this, &DeskSession::releaseHeldKeys);
 }
@@ -125,7 +131,7 @@ void DeskSession::registerObservers() {
         {notifications::kGlobeBlueToothIsConnect, [this] { actionDeviceChanged(); }},
         {notifications::kReconnect,
          [this] {
-             if (!m_released)
+             if (!isReleased())
                  m_link->reconnect();
          }},
         {notifications::kBluetoothDisconnected, [this] { bluetoothDisConnected(); }},
@@ -192,7 +198,7 @@ void DeskSession::initBluetoothResultHandle() {
 }
 
 void DeskSession::deskLinked() {
-    if (m_released) { // a link that came up while the desk was let go goes again
+    if (isReleased()) { // a link that came up while the desk was let go goes again
         m_plannedDisconnect->start();
         return;
     }
@@ -237,9 +243,7 @@ void DeskSession::refreshContentByDeviceInfo() {
 
 void DeskSession::actionDeviceChanged() {
     m_changingDesk = false;
-    // The user linked a desk from the device list: that ends a release.
-    if (std::exchange(m_released, false))
-        emit releasedChanged(false);
+    m_release->end();
     keyOwner().releaseAll(); // another desk: nothing held for the old one carries over
     m_objectLightColor.reset();
     emit lightStripAvailable(false);
@@ -303,41 +307,6 @@ void DeskSession::actionDeleteCurrentDevice() {
     DQGlobalKeyHelper::shareInstance().removeDeskGlobalHotKey();
 }
 
-// ---- Letting go of the desk ----
-
-void DeskSession::releaseDesk() {
-    if (m_released)
-        return;
-    m_released = true;
-    m_link->stopLooking();
-    m_plannedDisconnect->start();
-    emit deskLinkChanged({});
-    emit releasedChanged(true);
-}
-
-void DeskSession::connectDesk() {
-    if (!m_released)
-        return;
-    m_released = false;
-    emit releasedChanged(false);
-    m_link->reconnect();
-}
-
-void DeskSession::toggleRelease() {
-    if (m_released)
-        connectDesk();
-    else
-        releaseDesk();
-}
-
-QString DeskSession::releaseActionText(bool released) {
-    return released ? tr("Connect desk") : tr("Release desk");
-}
-
-QString DeskSession::releasedText() {
-    return tr("Desk released: your phone or another computer can connect to it.");
-}
-
 // ---- Height ----
 
 void DeskSession::showHeight(int height) {
@@ -393,8 +362,12 @@ void DeskSession::releaseHeldKeys() {
     keyOwner().stopAll(HeldKeyOwner::Ending::LetGo);
 }
 
+bool DeskSession::isReleased() const {
+    return m_release->isReleased();
+}
+
 bool DeskSession::isConnected() const {
-    return !m_released && facade().isConnect();
+    return !isReleased() && facade().isConnect();
 }
 
 void DeskSession::stopUnattendedMoves() {

@@ -14,6 +14,7 @@
 namespace ostrel {
 
 class DeskLink;
+class DeskRelease;
 class DeskStatus;
 class GlobalKeyDispatch;
 class HotKeyMovement;
@@ -45,6 +46,8 @@ public:
     void registerObservers();
 
     DeskLink& link() const { return *m_link; }
+    // Letting go of the desk for another device, and connecting it again.
+    DeskRelease& release() const { return *m_release; }
     PresetKeys& presetKeys() const { return *m_presetKeys; }
     HotKeyMovement& hotKeyMovement() const { return *m_hotKeyMovement; }
     GlobalKeyDispatch& globalKeys() const { return *m_globalKeys; }
@@ -58,7 +61,7 @@ public:
     GoToHeight::Limits limits() const { return {m_minHeight, m_maxHeight}; }
     // Linked and not released.
     bool isConnected() const;
-    bool isReleased() const { return m_released; }
+    bool isReleased() const;
     const std::optional<Object_LightColor>& objectLightColor() const { return m_objectLightColor; }
     const QString& sitOrStand() const { return m_sitOrStand; }
     static int commandType();
@@ -80,20 +83,6 @@ public:
     void actionDeleteCurrentDeviceSetting();
     void actionPushToTypeVC();
     void actionDeleteCurrentDevice();
-
-    // ---- Letting go of the desk ----
-    // Lets go of the desk so that a phone or another computer can link it: every movement ends,
-    // the link goes once the desk heard no key, and nothing links it again (no alert, no
-    // reconnection scan) until connectDesk. The screen stays.
-    void releaseDesk();
-    // Ends the release: the reconnection scan links the desk again once it is in range.
-    void connectDesk();
-    // Whichever of the two the screen's and the tray's action offers now.
-    void toggleRelease();
-    // "Release desk" or, while released, "Connect desk": the screen's and the tray's action.
-    static QString releaseActionText(bool released);
-    // What the released desk is free for.
-    static QString releasedText();
 
     // ---- Height ----
     void setTableViewHeight(const QString& height);
@@ -124,7 +113,6 @@ signals:
     // and the desk now linked ("" while none is).
     void heightReported(double tenthsCm);
     void deskLinkChanged(const QString& desk);
-    void releasedChanged(bool released);
 
 private:
     using Task = std::function<void(DeskSession&)>;
@@ -148,6 +136,7 @@ private:
     GlobalKeyDispatch* m_globalKeys;
     GoToHeight* m_goToHeight;
     PlannedDisconnect* m_plannedDisconnect;
+    DeskRelease* m_release;
     SleepGuard* m_sleepGuard;
     DeskStatus* m_status;
     float m_currentHeight = 0.0f;
@@ -161,7 +150,6 @@ private:
     QString m_notificationSound = QStringLiteral("0");
     std::optional<Object_LightColor> m_objectLightColor;
     bool m_changingDesk = false;
-    bool m_released = false;
     HeldKeyOwner::Claim m_screenClaim;
 };
 

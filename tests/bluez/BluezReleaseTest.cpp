@@ -7,6 +7,7 @@
 #include "core/NotificationNames.h"
 #include "protocol/CommandType.h"
 #include "session/DeskLink.h"
+#include "session/DeskRelease.h"
 #include "session/DeskSession.h"
 #include "store/CurrentDeviceStore.h"
 #include "store/DQDataCatchHelper.h"
@@ -40,7 +41,7 @@ TEST_F(BluezTest, ReleaseDisconnectsThroughBluezAndConnectLinksAgain) {
     ASSERT_TRUE(waitFor([&] { return deskHeight(name) > start + 10; }));
 
     clock.restart();
-    session.releaseDesk();
+    session.release().releaseDesk();
     ASSERT_TRUE(waitFor([&] { return !bluezProperty("Connected", name).toBool(); }, 3000));
     const qint64 releasedMs = clock.elapsed();
     const int stopped = deskHeight(name);
@@ -61,7 +62,7 @@ TEST_F(BluezTest, ReleaseDisconnectsThroughBluezAndConnectLinksAgain) {
     EXPECT_EQ(deskHeight(name), stopped);
 
     clock.restart();
-    session.connectDesk();
+    session.release().connectDesk();
     ASSERT_TRUE(waitFor([&] { return links == 1; }, 20000));
     const qint64 linkedMs = clock.elapsed();
     EXPECT_TRUE(bluezProperty("Connected", name).toBool());
