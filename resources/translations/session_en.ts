@@ -85,8 +85,12 @@
         <translation>Release desk</translation>
     </message>
     <message>
-        <source>Desk released: your phone or another computer can connect to it.</source>
-        <translation>Desk released: your phone or another computer can connect to it.</translation>
+        <source>Desk released</source>
+        <translation>Desk released</translation>
+    </message>
+    <message>
+        <source>Let go of the desk, so that your phone or another computer can connect to it</source>
+        <translation>Let go of the desk, so that your phone or another computer can connect to it</translation>
     </message>
 </context>
 <context>

@@ -85,8 +85,12 @@
         <translation>释放升降桌</translation>
     </message>
     <message>
-        <source>Desk released: your phone or another computer can connect to it.</source>
-        <translation>升降桌已释放：手机或其他电脑现在可以连接它。</translation>
+        <source>Desk released</source>
+        <translation>升降桌已释放</translation>
+    </message>
+    <message>
+        <source>Let go of the desk, so that your phone or another computer can connect to it</source>
+        <translation>释放升降桌，让手机或其他电脑可以连接它</translation>
     </message>
 </context>
 <context>

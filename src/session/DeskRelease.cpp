@@ -42,7 +42,11 @@ QString DeskRelease::actionText(bool released) {
 }
 
 QString DeskRelease::releasedText() {
-    return tr("Desk released: your phone or another computer can connect to it.");
+    return tr("Desk released");
+}
+
+QString DeskRelease::releaseHint() {
+    return tr("Let go of the desk, so that your phone or another computer can connect to it");
 }
 
 } // namespace ostrel

@@ -28,8 +28,10 @@ public:
 
     // "Release desk" or, while released, "Connect desk".
     static QString actionText(bool released);
-    // What the released desk is free for.
+    // The line beside "Connect desk" while released.
     static QString releasedText();
+    // What releasing is for.
+    static QString releaseHint();
 
 signals:
     void releasedChanged(bool released);

@@ -2,23 +2,24 @@
 
 #include "session/DeskRelease.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 namespace ostrel {
 
 DeskReleaseRow::DeskReleaseRow(DeskRelease& release, QWidget* parent)
     : QWidget(parent), m_note(new QLabel(DeskRelease::releasedText(), this)),
       m_button(new QPushButton(this)) {
-    m_note->setAlignment(Qt::AlignCenter);
-    m_note->setWordWrap(true);
     m_button->setFlat(true);
     m_button->setCursor(Qt::PointingHandCursor);
-    auto* layout = new QVBoxLayout(this);
+    // One line beside the action: the screen needs no more height while released.
+    auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->addStretch();
     layout->addWidget(m_note);
-    layout->addWidget(m_button, 0, Qt::AlignHCenter);
+    layout->addWidget(m_button);
+    layout->addStretch();
     connect(m_button, &QPushButton::clicked, &release, &DeskRelease::toggle);
     connect(&release, &DeskRelease::releasedChanged, this, &DeskReleaseRow::showReleased);
     showReleased(release.isReleased());
@@ -27,6 +28,7 @@ DeskReleaseRow::DeskReleaseRow(DeskRelease& release, QWidget* parent)
 void DeskReleaseRow::showReleased(bool released) {
     m_note->setVisible(released);
     m_button->setText(DeskRelease::actionText(released));
+    m_button->setToolTip(released ? QString() : DeskRelease::releaseHint());
 }
 
 } // namespace ostrel
