@@ -7,6 +7,7 @@
 #include "homeautomation/HomeAutomationBridge.h"
 #include "homeautomation/MosquittoBroker.h"
 #include "homeautomation/MqttClient.h"
+#include "platform/Platform.h"
 #include "platform/SecretFileStore.h"
 
 #include <QElapsedTimer>
@@ -42,7 +43,9 @@ TEST_F(MqttCommandLatency, PublishedTargetToFirstMovement) {
     VirtualDesk& desk = bindDesk();
     openControl();
     QTemporaryDir secrets;
-    HomeAutomationBridge bridge(std::make_unique<SecretFileStore>(secrets.path()));
+    SecretFileStore fileSecrets(secrets.path());
+    PlatformOverride<SecretStore> secretsHere(fileSecrets);
+    HomeAutomationBridge bridge;
     Object_HomeAutomation settings;
     settings.mqttEnabled = "1";
     settings.mqttAllowControl = "1";

@@ -41,7 +41,7 @@ hz=$(getconf CLK_TCK)
 cpu_ticks() { awk '{ print $14 + $15 }' "/proc/$1/stat"; } # utime + stime
 rss_mib() { awk '/^VmRSS:/ { printf "%.0f", $2 / 1024 }' "/proc/$1/status"; }
 x_server=$(for pid in $(pgrep -x Xvfb); do
-    tr '\0' '\n' <"/proc/$pid/cmdline" | grep -qx "$DISPLAY" && echo "$pid"
+    tr '\0' '\n' <"/proc/$pid/cmdline" | grep -qx "$DISPLAY" && echo "$pid" || true
 done | head -1)
 
 # Microseconds from each poll to its answer on the current link, one a line.

@@ -219,5 +219,9 @@
         <source>Name</source>
         <translation>Name</translation>
     </message>
+    <message>
+        <source>Type a name first</source>
+        <translation>Type a name first</translation>
+    </message>
 </context>
 </TS>

@@ -219,5 +219,9 @@
         <source>Name</source>
         <translation>名称</translation>
     </message>
+    <message>
+        <source>Type a name first</source>
+        <translation>请先输入名称</translation>
+    </message>
 </context>
 </TS>

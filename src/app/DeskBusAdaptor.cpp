@@ -32,14 +32,14 @@ const QString kInvalidArgs = QStringLiteral("org.freedesktop.DBus.Error.InvalidA
 } // namespace
 
 DeskBusAdaptor::DeskBusAdaptor(QDBusConnection connection, QObject* host)
-    : QDBusAbstractAdaptor(host), m_connection(std::move(connection)) {
+    : QDBusAbstractAdaptor(host), m_connection(std::move(connection)),
+      m_changes(kChangeInterval, this, [this](const QVariantMap& changed) { announce(changed); }) {
     qDBusRegisterMetaType<PresetHeights>();
     qDBusRegisterMetaType<ActivityDays>();
     LiveSession& live = LiveSession::instance();
     connect(&live, &LiveSession::currentChanged, this, &DeskBusAdaptor::follow);
     follow(live.current());
-    m_published = snapshot(); // a bus that has just seen the interface needs no news
-    m_pending.clear();
+    m_changes.reset(snapshot()); // a bus that has just seen the interface needs no news
 }
 
 // ---- Properties ----
@@ -279,35 +279,16 @@ QVariantMap DeskBusAdaptor::snapshot() const {
             {QStringLiteral("Presets"), QVariant::fromValue(presets())}};
 }
 
-// Collects what changed since the last announcement; announces at once unless one went out
-// within the interval, in which case the end of the interval announces the latest values.
 void DeskBusAdaptor::refresh() {
-    const QVariantMap now = snapshot();
-    for (auto it = now.begin(); it != now.end(); ++it) {
-        if (m_published.value(it.key()) != it.value())
-            m_pending.insert(it.key(), it.value());
-        else
-            m_pending.remove(it.key());
-    }
-    if (!m_coolingDown)
-        publish();
+    m_changes.update(snapshot());
 }
 
-void DeskBusAdaptor::publish() {
-    if (m_pending.isEmpty())
-        return;
+void DeskBusAdaptor::announce(const QVariantMap& changed) {
     QDBusMessage signal = QDBusMessage::createSignal(
         name(config::kDeskPath), QStringLiteral("org.freedesktop.DBus.Properties"),
         QStringLiteral("PropertiesChanged"));
-    signal << name(config::kDeskInterface) << m_pending << QStringList();
+    signal << name(config::kDeskInterface) << changed << QStringList();
     m_connection.send(signal);
-    m_published.insert(m_pending);
-    m_pending.clear();
-    m_coolingDown = true;
-    m_cooldown = Scheduler::instance().after(kChangeInterval, this, [this] {
-        m_coolingDown = false;
-        publish();
-    });
 }
 
 } // namespace ostrel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Scheduler.h"
+#include "core/ThrottledChanges.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnection>
@@ -90,7 +91,7 @@ private:
     void refuse(const QDBusMessage& call, const QString& error, const QString& text);
     QVariantMap snapshot() const;
     void refresh();
-    void publish();
+    void announce(const QVariantMap& changed);
 
     QDBusConnection m_connection;
     QPointer<DeskSession> m_session;
@@ -98,10 +99,7 @@ private:
     double m_lastHeight = 0.0;
     bool m_heightChanging = false;
     TimerHandle m_still;
-    QVariantMap m_published;
-    QVariantMap m_pending;
-    bool m_coolingDown = false;
-    TimerHandle m_cooldown;
+    ThrottledChanges m_changes;
 };
 
 } // namespace ostrel

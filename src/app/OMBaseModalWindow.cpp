@@ -23,6 +23,8 @@ OMBaseModalWindow::OMBaseModalWindow(QSize size, QWidget* parent)
     m_scroll->setFrameShape(QFrame::NoFrame);
     m_scroll->setWidgetResizable(true);
     m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // Not a stop of its own on the way round with Tab: it scrolls to the control Tab reaches.
+    m_scroll->setFocusPolicy(Qt::NoFocus);
     setWindowTitle(QStringLiteral("Ostrel Motion"));
     setWindowIcon(OMImage::icon(QStringLiteral("common_toolbarlogo")));
     fitToScreen();

@@ -16,6 +16,8 @@ QString latin(const char* text) {
 const QString kSet = QStringLiteral("set");
 const QString kPress = QStringLiteral("press");
 const QString kTargetHeight = QStringLiteral("target_height");
+const QString kStandingToday = QStringLiteral("standing_today");
+const QString kSittingToday = QStringLiteral("sitting_today");
 
 } // namespace
 
@@ -40,6 +42,12 @@ QString DeskEntities::movingTopic() const {
 }
 QString DeskEntities::connectedTopic() const {
     return topic(QStringLiteral("connected"));
+}
+QString DeskEntities::standingTodayTopic() const {
+    return topic(kStandingToday);
+}
+QString DeskEntities::sittingTodayTopic() const {
+    return topic(kSittingToday);
 }
 QString DeskEntities::targetCommandTopic() const {
     return topic(kTargetHeight + QLatin1Char('/') + kSet);
@@ -79,6 +87,13 @@ QList<DeskEntities::Message> DeskEntities::discoveryConfigs() const {
                            {QStringLiteral("payload_off"), latin(kOff)},
                            {QStringLiteral("device_class"), latin(deviceClass)}};
     };
+    // Whole minutes; a total that starts again at midnight, which Home Assistant reads as a reset.
+    const auto minutesToday = [](const QString& state) {
+        return QVariantMap{{QStringLiteral("state_topic"), state},
+                           {QStringLiteral("unit_of_measurement"), QStringLiteral("min")},
+                           {QStringLiteral("device_class"), QStringLiteral("duration")},
+                           {QStringLiteral("state_class"), QStringLiteral("total_increasing")}};
+    };
     QList<Message> configs = {
         config("sensor", QStringLiteral("height"), QStringLiteral("Height"),
                {{QStringLiteral("state_topic"), heightTopic()},
@@ -98,6 +113,10 @@ QList<DeskEntities::Message> DeskEntities::discoveryConfigs() const {
                 {QStringLiteral("step"), kTargetStep},
                 {QStringLiteral("unit_of_measurement"), cm},
                 {QStringLiteral("mode"), QStringLiteral("box")}}),
+        config("sensor", kStandingToday, QStringLiteral("Standing today"),
+               minutesToday(standingTodayTopic())),
+        config("sensor", kSittingToday, QStringLiteral("Sitting today"),
+               minutesToday(sittingTodayTopic())),
     };
     static const std::array kButtonTitles{"Sit", "Stand", "M1", "M2", "Stop"};
     for (std::size_t i = 0; i < kButtonNames.size(); ++i)

@@ -9,9 +9,9 @@
 namespace ostrel {
 
 // One desk as Home Assistant sees it: a device with a height sensor, "moving" and "connected"
-// binary sensors, a target-height number and five buttons, announced by retained discovery
-// configs under "homeassistant/". Topics are fixed by the desk's address, so a desk keeps its
-// entities across restarts and computers.
+// binary sensors, a target-height number, five buttons and the minutes stood and sat at it
+// today, announced by retained discovery configs under "homeassistant/". Topics are fixed by the
+// desk's address, so a desk keeps its entities across restarts and computers.
 class DeskEntities {
 public:
     static constexpr char kTopicRoot[] = "ostrel-motion";
@@ -51,6 +51,8 @@ public:
     QString connectedTopic() const;
     QString targetCommandTopic() const;
     QString buttonTopic(Button button) const;
+    QString standingTodayTopic() const;
+    QString sittingTodayTopic() const;
 
     QList<Message> discoveryConfigs() const;
 

@@ -1,6 +1,7 @@
 #include "homeautomation/DeskStatePublisher.h"
 
 #include "homeautomation/MqttClient.h"
+#include "session/ActivityRecorder.h"
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskLink.h"
 #include "session/DeskRelease.h"
@@ -22,6 +23,10 @@ QString stored(const QVariantMap& record, const char* key) {
     return record.value(QString::fromLatin1(key)).toString();
 }
 
+QByteArray minutes(const DayTotals& day, Posture posture) {
+    return QByteArray::number(day.of(posture) / 60'000);
+}
+
 DeskEntities::Desk deskFrom(const QVariantMap& record) {
     const QString advertised = stored(record, "bluetoothName");
     const QString name = stored(record, "deviceName");
@@ -33,7 +38,11 @@ DeskEntities::Desk deskFrom(const QVariantMap& record) {
 } // namespace
 
 DeskStatePublisher::DeskStatePublisher(MqttClient& client, QString availability, QObject* parent)
-    : QObject(parent), m_client(client), m_availability(std::move(availability)) {
+    : QObject(parent), m_client(client), m_availability(std::move(availability)),
+      m_changes(kStateInterval, this, [this](const QVariantMap& changed) {
+          for (auto it = changed.begin(); it != changed.end(); ++it)
+              m_client.publish(it.key(), it.value().toByteArray(), true);
+      }) {
     LiveSession& live = LiveSession::instance();
     connect(&live, &LiveSession::currentChanged, this, &DeskStatePublisher::follow);
     follow(live.current());
@@ -42,10 +51,37 @@ DeskStatePublisher::DeskStatePublisher(MqttClient& client, QString availability,
 void DeskStatePublisher::publishAll() {
     reloadDesks();
     m_configsSent.clear();
-    m_published.clear();
-    m_pending.clear();
-    m_cooldown.cancel();
-    m_coolingDown = false;
+    m_changes.reset();
+    followActivity();
+    activityChanged();
+}
+
+// The application's record may begin after the bridge: it is looked for at every connection.
+void DeskStatePublisher::followActivity() {
+    ActivityRecorder* recorder = ActivityRecorder::current();
+    if (recorder == m_recorder)
+        return;
+    disconnect(m_recorderChanged);
+    m_recorder = recorder;
+    if (recorder)
+        m_recorderChanged = connect(recorder, &ActivityRecorder::changed, this,
+                                    &DeskStatePublisher::activityChanged);
+}
+
+// Each desk's own share of the day: the intervals name the desk they were spent at.
+void DeskStatePublisher::activityChanged() {
+    m_activity.clear();
+    if (m_recorder) {
+        const QDate today = m_recorder->today();
+        QHash<QString, DayTotals> atDesk;
+        for (const ActivityInterval& interval : m_recorder->intervals(today, today))
+            atDesk[interval.desk].add(interval.posture, interval.durationMs);
+        for (const DeskEntities& desk : desks()) {
+            const DayTotals day = atDesk.value(desk.desk().model);
+            m_activity.insert(desk.standingTodayTopic(), minutes(day, Posture::Standing));
+            m_activity.insert(desk.sittingTodayTopic(), minutes(day, Posture::Sitting));
+        }
+    }
     refresh();
 }
 
@@ -97,7 +133,7 @@ void DeskStatePublisher::follow(DeskSession* session) {
         const auto refreshing = [this] { refresh(); };
         const auto reloading = [this] {
             reloadDesks();
-            refresh();
+            activityChanged();
         };
         m_followed = {
             connect(session, &DeskSession::heightShown, this, &DeskStatePublisher::heightChanged),
@@ -139,9 +175,9 @@ void DeskStatePublisher::heightChanged() {
     refresh();
 }
 
-QHash<QString, QByteArray> DeskStatePublisher::states(const QList<DeskEntities>& desks) const {
+QVariantMap DeskStatePublisher::states(const QList<DeskEntities>& desks) const {
     const QString live = liveDeskId();
-    QHash<QString, QByteArray> states;
+    QVariantMap states = m_activity;
     for (const DeskEntities& desk : desks) {
         const bool isLive = desk.id() == live;
         states.insert(desk.connectedTopic(), onOff(isLive));
@@ -159,31 +195,7 @@ void DeskStatePublisher::refresh() {
         return;
     const QList<DeskEntities> all = desks();
     publishConfigs(all);
-    const QHash<QString, QByteArray> now = states(all);
-    for (auto it = now.begin(); it != now.end(); ++it) {
-        if (m_published.value(it.key()) != it.value())
-            m_pending.insert(it.key(), it.value());
-        else
-            m_pending.remove(it.key());
-    }
-    if (!m_coolingDown)
-        flush();
-}
-
-// Sends what changed, then waits out the interval; its end sends what changed meanwhile.
-void DeskStatePublisher::flush() {
-    if (m_pending.isEmpty())
-        return;
-    for (auto it = m_pending.begin(); it != m_pending.end(); ++it) {
-        if (m_client.publish(it.key(), it.value(), true))
-            m_published.insert(it.key(), it.value());
-    }
-    m_pending.clear();
-    m_coolingDown = true;
-    m_cooldown = Scheduler::instance().after(kStateInterval, this, [this] {
-        m_coolingDown = false;
-        flush();
-    });
+    m_changes.update(states(all));
 }
 
 // Configs go out when a desk is paired or its limits become known, not on every height.

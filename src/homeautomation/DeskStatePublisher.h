@@ -1,23 +1,24 @@
 #pragma once
 
 #include "core/Scheduler.h"
+#include "core/ThrottledChanges.h"
 #include "core/TimerHandle.h"
 #include "homeautomation/DeskEntities.h"
 #include "session/DeskSession.h"
 
-#include <QHash>
 #include <QObject>
 #include <QPointer>
 
 namespace ostrel {
 
+class ActivityRecorder;
 class MqttClient;
 
 // What Home Assistant is told about the desks: a discovery config for every bound desk, and the
-// state of each (height, moving, connected), retained so a restarted Home Assistant knows it at
-// once. It follows the session of the control screen that is showing. A moving desk reports a
-// height on every poll; states go out at once when still and at most every kStateInterval while
-// they change.
+// state of each (height, moving, connected, minutes stood and sat today), retained so a restarted
+// Home Assistant knows it at once. It follows the session of the control screen that is showing
+// and the application's standing-time record. A moving desk reports a height on every poll;
+// states go out at once when still and at most every kStateInterval while they change.
 class DeskStatePublisher : public QObject {
     Q_OBJECT
 public:
@@ -43,9 +44,12 @@ private:
     void follow(DeskSession* session);
     void heightChanged();
     void refresh();
-    void flush();
     void publishConfigs(const QList<DeskEntities>& desks);
-    QHash<QString, QByteArray> states(const QList<DeskEntities>& desks) const;
+    QVariantMap states(const QList<DeskEntities>& desks) const;
+    // The record is read when it changes (a posture begins or ends, a minute passes), never on
+    // the height path.
+    void followActivity();
+    void activityChanged();
     bool connected() const;
     bool moving() const;
     // Tenths of a centimetre, 0 when not known.
@@ -57,10 +61,10 @@ private:
     QList<QMetaObject::Connection> m_followed;
     QList<DeskEntities::Desk> m_bound;
     QByteArray m_configsSent;
-    QHash<QString, QByteArray> m_published;
-    QHash<QString, QByteArray> m_pending;
-    bool m_coolingDown = false;
-    TimerHandle m_cooldown;
+    ThrottledChanges m_changes;
+    QPointer<ActivityRecorder> m_recorder;
+    QMetaObject::Connection m_recorderChanged;
+    QVariantMap m_activity; // topic to payload
     double m_lastHeight = 0.0;
     bool m_heightChanging = false;
     TimerHandle m_still;

@@ -3,8 +3,8 @@
 #include "homeautomation/DeskStatePublisher.h"
 #include "homeautomation/MqttClient.h"
 #include "homeautomation/RemoteCommand.h"
+#include "platform/Platform.h"
 #include "platform/SecretStore.h"
-#include "store/DQDataCatchHelper.h"
 
 #include <QLoggingCategory>
 #include <QRegularExpression>
@@ -23,10 +23,18 @@ QString nodeName() {
     return name.isEmpty() ? QStringLiteral("desktop") : name;
 }
 
+SecretStore& secrets() {
+    return Platform::get<SecretStore>();
+}
+
+QString secretKey() {
+    return QString::fromLatin1(HomeAutomationSettings::kSecretKey);
+}
+
 } // namespace
 
-HomeAutomationBridge::HomeAutomationBridge(std::unique_ptr<SecretStore> secrets, QObject* parent)
-    : QObject(parent), m_secrets(std::move(secrets)), m_client(new MqttClient(this)),
+HomeAutomationBridge::HomeAutomationBridge(QObject* parent)
+    : QObject(parent), m_client(new MqttClient(this)),
       m_publisher(new DeskStatePublisher(*m_client, availabilityTopic(), this)) {
     connect(m_client, &MqttClient::connected, this, &HomeAutomationBridge::onConnected);
     connect(m_client, &MqttClient::stateChanged, this, &HomeAutomationBridge::statusChanged);
@@ -43,17 +51,14 @@ QString HomeAutomationBridge::availabilityTopic() const {
 }
 
 void HomeAutomationBridge::start() {
-    if (!m_secrets)
-        m_secrets = SecretStore::create(DQDataCatchHelper::getDocPath());
     shutdown(); // settings that switch the bridge off must not leave it "online"
     m_settings = HomeAutomationSettings::load();
     const int attempt = ++m_attempt;
     if (HomeAutomationSettings::flag(m_settings.mqttEnabled) && settingsProblem().isEmpty())
-        m_secrets->load(QString::fromLatin1(HomeAutomationSettings::kSecretKey), this,
-                        [this, attempt](std::optional<QString> password) {
-                            if (attempt == m_attempt)
-                                connectWith(password);
-                        });
+        secrets().load(secretKey(), this, [this, attempt](std::optional<QString> password) {
+            if (attempt == m_attempt)
+                connectWith(password);
+        });
     emit statusChanged();
 }
 
@@ -71,12 +76,11 @@ void HomeAutomationBridge::applySettings(const Object_HomeAutomation& settings,
         return;
     }
     shutdown();
-    m_secrets->store(QString::fromLatin1(HomeAutomationSettings::kSecretKey), *password, this,
-                     [this](bool ok) {
-                         if (!ok)
-                             qCWarning(lcBridge) << "The MQTT password could not be stored.";
-                         start();
-                     });
+    secrets().store(secretKey(), *password, this, [this](bool ok) {
+        if (!ok)
+            qCWarning(lcBridge) << "The MQTT password could not be stored.";
+        start();
+    });
 }
 
 QString HomeAutomationBridge::settingsProblem() const {

@@ -1,10 +1,8 @@
 #pragma once
 
 #include "homeautomation/HomeAutomationSettings.h"
-#include "platform/SecretStore.h"
 
 #include <QObject>
-#include <memory>
 #include <optional>
 
 namespace ostrel {
@@ -23,9 +21,8 @@ public:
     static constexpr char kOnline[] = "online";
     static constexpr char kOffline[] = "offline";
 
-    // Without a store, the desktop's secret service or a private file in the data folder.
-    explicit HomeAutomationBridge(std::unique_ptr<SecretStore> secrets = nullptr,
-                                  QObject* parent = nullptr);
+    // The password is kept by the platform's SecretStore.
+    explicit HomeAutomationBridge(QObject* parent = nullptr);
     ~HomeAutomationBridge() override;
 
     // Reads the settings and the password, and connects when the bridge is on.
@@ -54,7 +51,6 @@ private:
     // A problem of the settings themselves, or empty.
     QString settingsProblem() const;
 
-    std::unique_ptr<SecretStore> m_secrets;
     MqttClient* m_client;
     DeskStatePublisher* m_publisher;
     Object_HomeAutomation m_settings;

@@ -7,10 +7,13 @@
 #include "platform/LogindSleep.h"
 #include "platform/NoGlobalKeys.h"
 #include "platform/PortalGlobalKeys.h"
+#include "platform/SecretFileStore.h"
+#include "platform/SecretServiceStore.h"
 #include "platform/UnixTerminationSignals.h"
 #include "platform/X11GlobalKeys.h"
 
 #include <QGuiApplication>
+#include <QStandardPaths>
 
 namespace ostrel {
 
@@ -44,6 +47,15 @@ std::unique_ptr<Autostart> Autostart::forDesktop() {
 
 std::unique_ptr<SystemSleep> SystemSleep::forDesktop() {
     return std::make_unique<LogindSleep>(QDBusConnection::systemBus());
+}
+
+// Chosen once, at the first password asked for: a secret service that starts later is not used
+// until the next start, and the password stays where it was put.
+std::unique_ptr<SecretStore> SecretStore::forDesktop() {
+    if (SecretServiceStore::isRunning())
+        return std::make_unique<SecretServiceStore>();
+    return std::make_unique<SecretFileStore>(
+        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
 }
 
 std::unique_ptr<TerminationSignals> TerminationSignals::forDesktop() {

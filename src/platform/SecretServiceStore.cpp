@@ -1,7 +1,5 @@
 #include "platform/SecretServiceStore.h"
 
-#include "platform/SecretFileStore.h"
-
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QFutureWatcher>
@@ -95,12 +93,6 @@ void SecretServiceStore::store(const QString& key, const QString& secret, QObjec
             return succeeded(error, "Storing a secret");
         },
         std::move(done));
-}
-
-std::unique_ptr<SecretStore> SecretStore::create(const QString& folder) {
-    if (SecretServiceStore::isRunning())
-        return std::make_unique<SecretServiceStore>();
-    return std::make_unique<SecretFileStore>(folder);
 }
 
 } // namespace ostrel

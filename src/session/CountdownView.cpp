@@ -3,6 +3,7 @@
 #include "widgets/OMImage.h"
 #include "widgets/OMImageButton.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 
@@ -11,12 +12,12 @@ namespace ostrel {
 namespace {
 
 constexpr int kIconSize = 18;
+constexpr char kClearImage[] = "control_clock_clear";
 
 } // namespace
 
 CountdownView::CountdownView(QWidget* parent)
-    : QFrame(parent), m_label(new QLabel(this)),
-      m_clear(new OMImageButton(QStringLiteral("control_clock_clear"), this)) {
+    : QFrame(parent), m_label(new QLabel(this)), m_clear(new OMImageButton(QString(), this)) {
     setObjectName(QStringLiteral("countdown"));
     setStyleSheet(QStringLiteral("#countdown { background: #EEF4FD; border-radius: 12px; }"));
     auto* icon = new QLabel(this);
@@ -29,7 +30,10 @@ CountdownView::CountdownView(QWidget* parent)
     m_label->setFont(font);
     m_clear->setFixedSize(kIconSize, kIconSize);
     m_clear->setToolTip(tr("Clear the reminder"));
-    m_clear->hide();
+    // Concealed rather than hidden, so that Tab still reaches it; focus reveals it as the pointer
+    // does.
+    m_clear->installEventFilter(this);
+    revealClear();
     // The time alone does not say what comes when it runs out.
     auto* caption = new QLabel(tr("Reminder in"), this);
     setToolTip(tr("Time left until the next sit-stand reminder"));
@@ -49,21 +53,40 @@ QString CountdownView::text() const {
     return m_label->text();
 }
 
+bool CountdownView::isClearRevealed() const {
+    return !m_clear->imageName().isEmpty();
+}
+
+void CountdownView::revealClear() {
+    m_clear->setImageName(m_pointedAt || m_clear->hasFocus() ? QString::fromLatin1(kClearImage)
+                                                             : QString());
+}
+
 void CountdownView::setCountdown(const QString& label, bool shown) {
     m_label->setText(label);
     setVisible(shown);
     if (!shown)
-        m_clear->hide();
+        m_pointedAt = false;
+    revealClear();
 }
 
 void CountdownView::enterEvent(QEnterEvent* event) {
     QFrame::enterEvent(event);
-    m_clear->show();
+    m_pointedAt = true;
+    revealClear();
 }
 
 void CountdownView::leaveEvent(QEvent* event) {
     QFrame::leaveEvent(event);
-    m_clear->hide();
+    m_pointedAt = false;
+    revealClear();
+}
+
+bool CountdownView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_clear &&
+        (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut))
+        revealClear();
+    return QFrame::eventFilter(watched, event);
 }
 
 } // namespace ostrel

@@ -80,7 +80,8 @@ DeskControlVC::DeskControlVC(QWidget* parent)
 // The screen read from top to bottom, left to right.
 void DeskControlVC::setTabOrderTopToBottom() {
     QList<QWidget*> order{
-        m_help, m_countdown->clearButton(), m_lightStrip, m_settings, m_height, m_up, m_down};
+        m_help, m_countdown->clearButton(), m_lightStrip, m_settings, m_standing, m_height, m_up,
+        m_down};
     for (OMHoverButton* preset : m_presets)
         order.append(preset);
     order.append(m_release->button());

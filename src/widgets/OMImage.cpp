@@ -33,6 +33,8 @@ QStringList OMImage::names() {
 QSvgRenderer* OMImage::renderer(const QString& name) {
     // Renderers are parsed once; paint events ask for the same few pictures many times a second.
     static QHash<QString, std::shared_ptr<QSvgRenderer>> cache;
+    if (name.isEmpty())
+        return nullptr; // no picture asked for
     auto found = cache.find(name);
     if (found == cache.end()) {
         std::shared_ptr<QSvgRenderer> svg;
@@ -72,8 +74,14 @@ QPixmap OMImage::pixmap(const QString& name, qreal scale, qreal devicePixelRatio
 QIcon OMImage::icon(const QString& name) {
     if (!renderer(name))
         return {};
-    // QIcon's own SVG engine renders crisply at whatever size a view asks for.
-    return QIcon(path(name));
+    // QIcon's own SVG engine renders crisply at whatever size a view asks for. Its renderings are
+    // cached under the engine's serial number: a fresh QIcon for every window (each error window
+    // has one) would leave a new set of window-icon images in the pixmap cache each time.
+    static QHash<QString, QIcon> icons;
+    auto found = icons.find(name);
+    if (found == icons.end())
+        found = icons.insert(name, QIcon(path(name)));
+    return *found;
 }
 
 } // namespace ostrel

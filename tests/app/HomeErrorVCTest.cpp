@@ -38,7 +38,6 @@ INSTANTIATE_TEST_SUITE_P(
                       ErrorCase{5, "升降桌故障,错误代码E05", kAbnormal},
                       ErrorCase{2, "升降桌故障,错误代码E02", "设备温度异常，等待18分钟后再使用"},
                       ErrorCase{3, "升降桌故障,错误代码E03", "设备需要进行“自动回退”操作"},
-                      ErrorCase{-3, "升降桌故障,错误代码E-3", kAbnormal},
                       ErrorCase{100, "升降桌故障,错误代码E100", kAbnormal}));
 
 TEST(ErrorResetSet, IsExactlyTheMaskedCodes) {

@@ -2,9 +2,32 @@
 // the tab order, holding Up with Space while the keyboard auto-repeats, what ends such a hold,
 // and Escape and Enter on pages and sheets. The virtual desk says whether it moves.
 #include "X11AppTest.h"
+#include "core/NotificationCenter.h"
+#include "core/NotificationNames.h"
+#include "protocol/BluetoothProtocol.h"
+#include "session/ActivityRecorder.h"
+#include "session/CountdownView.h"
 #include "session/GoToHeightDialog.h"
 #include "session/HeightSaveHelpVC.h"
+#include "session/PresetKeys.h"
+#include "session/ShortcutsHeightSetVC.h"
+#include "settings/ActivityPage.h"
+#include "settings/ColorManageView.h"
+#include "settings/DevicePages.h"
+#include "settings/SettingsPages.h"
+#include "settings/ViewIntelligentControl.h"
+#include "settings/ViewReminderInterval.h"
+#include "settings/ViewSensitivity.h"
+#include "settings/ViewSetting.h"
+#include "settings/ViewShortcutKeys.h"
+#include "settings/ViewSitStand.h"
+#include "settings/ViewSystemSetting.h"
+#include "settings/ViewUnit.h"
 #include "store/CurrentDeviceStore.h"
+#include "transport/screens/DeviceManagerRowView.h"
+#include "transport/screens/ViewDeviceDetail.h"
+#include "transport/screens/ViewDeviceManagement.h"
+#include "transport/screens/ViewNameEdit.h"
 #include "widgets/HomeFunctionBtn.h"
 #include "widgets/OMHoverButton.h"
 #include "widgets/OMImageButton.h"
@@ -13,6 +36,7 @@
 #include <QDoubleSpinBox>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPointer>
 #include <gtest/gtest.h>
 
 namespace ostrel::test {
@@ -65,26 +89,223 @@ protected:
         EXPECT_TRUE(control()->upButton()->isDown()) << "no pressed state while held";
     }
 
+    // Stand set in the record: the screen sends the key of a set preset only. Where the desk
+    // then goes is the desk's own memory.
+    static void setStand() {
+        OMBluetoothModel record = CurrentDeviceStore::load();
+        record.memoryHeight = "0,110,0,0";
+        CurrentDeviceStore::save(record);
+        NotificationCenter::defaultCenter().post(QLatin1String(notifications::kMemoryKeyChange));
+    }
+
+    static int standKeys() {
+        const Bytes frame = BluetoothProtocol::cmdForTableResponseType(command::kStandKey);
+        return frame[3] | frame[4] << 8;
+    }
+
+    // The runs of Stand key frames the desk received since `from`: how many polls each answered
+    // in a row. A frame that answered no poll fails the test.
+    std::vector<int> standRuns(std::size_t from) const {
+        std::vector<int> runs;
+        int previous = -1;
+        for (std::size_t i = from; i < desk->keyFrames().size(); ++i) {
+            const VirtualDesk::KeyFrame& key = desk->keyFrames()[i];
+            EXPECT_TRUE(key.answeredPoll) << "key " << key.keys << " came unasked";
+            if (key.keys == standKeys() && previous != key.keys)
+                runs.push_back(0);
+            if (key.keys == standKeys())
+                ++runs.back();
+            previous = key.keys;
+        }
+        return runs;
+    }
+
+    // The desk heard the Stand key since `from`, then another.
+    bool standLetGo(std::size_t from) const {
+        return !standRuns(from).empty() && desk->keyFrames().back().keys != standKeys();
+    }
+
     bool stoppedWithinPolls(int polls) {
         waitForPolls(polls);
         return !desk->isMoving();
     }
 };
 
-TEST_F(KeyboardX11Test, TabFollowsTheControlScreenFromTopToBottom) {
+// Where Tab goes on each screen, page and sheet: every control the keyboard can reach comes in
+// turn, each below the one before or to its right on the same row. The control screen runs its
+// countdown, whose clear button is only drawn while pointed at or focused.
+struct TabbedScreen {
+    const char* name;
+    // Opens the page or sheet over the control screen and returns it.
+    std::function<QWidget*(DeskControlVC*)> open;
+};
+
+QWidget* pushed(DeskControlVC* control, QWidget* page) {
+    control->pushViewControlWithView(page);
+    return page;
+}
+
+QWidget* sheet(const std::function<void()>& present) {
+    QWidget* const main = QApplication::activeWindow();
+    present();
+    QWidget* shown = nullptr;
+    EXPECT_TRUE(waitUntil([&] {
+        shown = QApplication::activeWindow() != main ? QApplication::activeWindow() : nullptr;
+        return shown != nullptr;
+    }));
+    return shown;
+}
+
+QWidget* openDetail(DeskControlVC* c) {
+    auto* devices = qobject_cast<ViewDeviceManagement*>(pushed(c, DevicePages::create(c)));
+    if (devices && !devices->pairedRows().isEmpty())
+        emit devices->pairedRows().first()->clicked();
+    return qobject_cast<ViewDeviceDetail*>(c->topView());
+}
+
+const TabbedScreen kTabbedScreens[] = {
+    {"ControlScreen", [](DeskControlVC* control) -> QWidget* { return control; }},
+    {"Settings", [](DeskControlVC* c) { return pushed(c, new ViewSetting(c)); }},
+    {"SitStand", [](DeskControlVC* c) { return pushed(c, new ViewSitStand(c)); }},
+    {"ReminderInterval", [](DeskControlVC* c) { return pushed(c, new ViewReminderInterval(c)); }},
+    {"SystemSettings", [](DeskControlVC* c) { return pushed(c, new ViewSystemSetting(c)); }},
+    {"Unit", [](DeskControlVC* c) { return pushed(c, new ViewUnit(c)); }},
+    {"ShortcutKeys", [](DeskControlVC* c) { return pushed(c, new ViewShortcutKeys(c)); }},
+    {"HomeAutomation",
+     [](DeskControlVC* c) {
+         return pushed(c, SettingsPages::instance().create(SettingsPages::Page::HomeAutomation, c));
+     }},
+    {"IntelligentControl",
+     [](DeskControlVC* c) { return pushed(c, new ViewIntelligentControl(c)); }},
+    {"Sensitivity", [](DeskControlVC* c) { return pushed(c, new ViewSensitivity(c)); }},
+    {"LightStrip",
+     [](DeskControlVC* c) { return pushed(c, new ColorManageView(c, Object_LightColor{})); }},
+    {"Activity",
+     [](DeskControlVC* c) { return pushed(c, new ActivityPage(c, *ActivityRecorder::current())); }},
+    {"DeviceManagement", [](DeskControlVC* c) { return pushed(c, DevicePages::create(c)); }},
+    {"DeviceDetail", &openDetail},
+    {"Rename",
+     [](DeskControlVC* c) -> QWidget* {
+         if (auto* detail = qobject_cast<ViewDeviceDetail*>(openDetail(c)))
+             emit detail->nameRow()->clicked();
+         return qobject_cast<ViewNameEdit*>(c->topView());
+     }},
+    {"PresetsHelpSheet", [](DeskControlVC* c) { return sheet([c] { c->actionShowHelp(); }); }},
+    {"GoToHeightDialog", [](DeskControlVC* c) { return sheet([c] { c->actionGoToHeight(); }); }},
+    {"PresetSaveSheet",
+     [](DeskControlVC* c) {
+         return sheet([c] {
+             ShortcutsHeightSetVC::present(c, PresetKeys::presetImageName(0, true),
+                                           PresetKeys::presetSaveTip(0), [] {});
+         });
+     }},
+};
+
+// Tab from wherever the focus is until the focus comes round again: the reachable controls in
+// Tab order. A list rebuilt meanwhile (the device list, as the scan reports) leaves out rows
+// that are gone; the focus stays on the same desk's new row.
+QList<QWidget*> tabCycle() {
+    QList<QPointer<QWidget>> met;
+    for (int presses = 0; presses < 40; ++presses) {
+        QWidget* before = QApplication::focusWidget();
+        xdotool({QStringLiteral("key"), QStringLiteral("Tab")});
+        if (!waitUntil([&] { return QApplication::focusWidget() != before; }, 2000))
+            break;
+        QWidget* now = QApplication::focusWidget();
+        if (met.contains(now)) {
+            met = met.mid(met.indexOf(now));
+            break;
+        }
+        met.append(now);
+    }
+    QList<QWidget*> live;
+    for (const QPointer<QWidget>& widget : met) {
+        if (widget)
+            live.append(widget);
+    }
+    return live;
+}
+
+QRect placeIn(const QWidget* screen, const QWidget* widget) {
+    return {widget->mapToGlobal(QPoint(0, 0)) - screen->mapToGlobal(QPoint(0, 0)), widget->size()};
+}
+
+QString describe(const QWidget* screen, const QList<QWidget*>& order) {
+    QStringList names;
+    for (const QWidget* widget : order) {
+        if (!widget) {
+            names << QStringLiteral("nothing");
+            continue;
+        }
+        const QRect at = placeIn(screen, widget);
+        names << QStringLiteral("%1@%2,%3")
+                     .arg(QLatin1String(widget->metaObject()->className()))
+                     .arg(at.x())
+                     .arg(at.y());
+    }
+    return names.join(QStringLiteral(" -> "));
+}
+
+void expectTopToBottom(const QWidget* screen, QList<QWidget*> order) {
+    ASSERT_FALSE(order.isEmpty()) << "Tab reaches nothing";
+    for (const QWidget* widget : order)
+        ASSERT_TRUE(widget && screen->isAncestorOf(widget))
+            << describe(screen, order).toStdString();
+    const auto first = std::min_element(order.begin(), order.end(), [&](auto* a, auto* b) {
+        const QRect ra = placeIn(screen, a);
+        const QRect rb = placeIn(screen, b);
+        return std::pair(ra.top(), ra.left()) < std::pair(rb.top(), rb.left());
+    });
+    std::rotate(order.begin(), first, order.end());
+    for (qsizetype i = 1; i < order.size(); ++i) {
+        const QRect before = placeIn(screen, order[i - 1]);
+        const QRect after = placeIn(screen, order[i]);
+        const bool below = after.center().y() > before.bottom();
+        const bool sameRowRight = after.top() < before.bottom() && after.bottom() > before.top() &&
+                                  after.center().x() > before.center().x();
+        const bool firstInside = order[i - 1]->isAncestorOf(order[i]); // a list, then its rows
+        EXPECT_TRUE(below || sameRowRight || firstInside) << describe(screen, order).toStdString();
+    }
+    for (QWidget* widget : screen->findChildren<QWidget*>()) {
+        const bool reachable = widget->isVisible() && widget->isEnabled() &&
+                               (widget->focusPolicy() & Qt::TabFocus) &&
+                               widget->window() == screen->window();
+        // The parts of a compound control (a spin box's editor) go with it.
+        const bool reached = std::any_of(order.begin(), order.end(), [&](const QWidget* met) {
+            return met == widget || met->isAncestorOf(widget) || met->focusProxy() == widget;
+        });
+        EXPECT_TRUE(!reachable || reached)
+            << widget->metaObject()->className() << " cannot be reached with Tab";
+    }
+}
+
+TEST_F(KeyboardX11Test, TabFollowsEveryScreenPageAndSheetFromTopToBottom) {
     run([&] {
         ASSERT_NO_FATAL_FAILURE(pairDesk());
-        DeskControlVC* screen = control();
-        const QList<QWidget*> met = tabTo(screen->presetButton(DeskControlVC::kPresetCount - 1));
-        const QList<QWidget*> expected{
-            screen->helpButton(),    screen->settingsButton(), screen->heightLabel(),
-            screen->upButton(),      screen->downButton(),     screen->presetButton(0),
-            screen->presetButton(1), screen->presetButton(2),  screen->presetButton(3)};
-        qsizetype last = -1;
-        for (QWidget* widget : expected) {
-            const qsizetype at = met.indexOf(widget);
-            EXPECT_GT(at, last) << widget->metaObject()->className() << " out of order";
-            last = at;
+        DeskControlVC* control = this->control();
+        // The reminder on, so the control screen shows its countdown.
+        auto* sitStand = new ViewSitStand(control);
+        control->pushViewControlWithView(sitStand);
+        sitStand->actionSitStandSwitch();
+        control->popViewControl();
+        ASSERT_TRUE(waitUntil([&] { return control->countdownView()->isVisible(); }));
+        for (const TabbedScreen& entry : kTabbedScreens) {
+            SCOPED_TRACE(entry.name);
+            xdotool({QStringLiteral("windowfocus"), QString::number(control->window()->winId())});
+            ASSERT_TRUE(
+                waitUntil([&] { return QApplication::activeWindow() == control->window(); }));
+            QWidget* screen = entry.open(control);
+            ASSERT_TRUE(screen && waitUntil([&] { return screen->isVisible(); }));
+            expectTopToBottom(screen, tabCycle());
+            if (screen->isWindow()) {
+                const QPointer<QWidget> shown(screen); // a sheet may go once closed
+                xdotool({QStringLiteral("key"), QStringLiteral("Escape")});
+                ASSERT_TRUE(waitUntil([&] { return !shown || !shown->isVisible(); }));
+            }
+            while (control->pageCount() > 0)
+                control->popViewControl();
+            // Gone before the next page opens, so Tab can meet nothing of them.
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         }
     });
 }
@@ -112,6 +333,36 @@ TEST_F(KeyboardX11Test, SpaceHoldsUpThroughAutoRepeatAndReleasesWithTheKey) {
         EXPECT_TRUE(stoppedWithinPolls(6)) << "moving again after the release";
         EXPECT_FALSE(control()->upButton()->isDown());
         QObject::disconnect(watch);
+    });
+}
+
+// A preset is recalled once per press, and at least two polls hear its key: Space on the focused
+// button held long enough for the keyboard to repeat (short of a long press), then a 25 ms tap
+// of the touchpad.
+TEST_F(KeyboardX11Test, APresetKeyPressOrShortClickRecallsOnceForTwoPolls) {
+    run([&] {
+        ASSERT_NO_FATAL_FAILURE(pairDesk());
+        setStand();
+        xdotool({QStringLiteral("windowfocus"),
+                 QString::number(runner->delegate().modalWindow()->winId())});
+        ASSERT_EQ(QProcess::execute(QStringLiteral("xset"), {"r", "rate", "150", "30"}), 0);
+        tabTo(control()->presetButton(1));
+        RepeatCounter counter;
+        std::size_t from = desk->keyFrames().size();
+        xdotool({QStringLiteral("keydown"), QStringLiteral("space")});
+        EXPECT_TRUE(waitUntil([&] { return counter.repeats >= 3; }, 400)) << "no auto-repeat";
+        xdotool({QStringLiteral("keyup"), QStringLiteral("space")});
+        EXPECT_TRUE(waitUntil([&] { return standLetGo(from); }));
+        waitForPolls(20); // longer than a press takes to be reported
+        EXPECT_EQ(standRuns(from).size(), 1u) << "auto-repeat recalled the preset again";
+        EXPECT_GE(standRuns(from).front(), 2);
+
+        from = desk->keyFrames().size();
+        xdotool(pointAt(control()->presetButton(1))
+                << QStringLiteral("mousedown") << QStringLiteral("1") << QStringLiteral("sleep")
+                << QStringLiteral("0.025") << QStringLiteral("mouseup") << QStringLiteral("1"));
+        ASSERT_TRUE(waitUntil([&] { return standLetGo(from); }));
+        EXPECT_GE(standRuns(from).front(), 2);
     });
 }
 

@@ -1,5 +1,4 @@
 #include "AppTestSupport.h"
-#include "app/CacheRule.h"
 #include "store/DQDataSessionHelper.h"
 
 #include <QFile>
@@ -17,52 +16,36 @@ void makeFile(const QString& path, qint64 size) {
     ASSERT_TRUE(file.resize(size));
 }
 
-class CacheAtLaunchTest : public AppTest {
-protected:
-    static QString cache() { return DQDataCatchHelper::getLibCatchesPath(); }
-    // A sibling of the application's cache folder that must never be touched.
-    static QString foreign() { return QFileInfo(cache()).absolutePath() + "/someone-else/big"; }
-
-    void launchWith(const char* autoClean) {
-        DQDataSessionHelper::userSaveSystemSetting(
-            {{QStringLiteral("autocatchclean"), QString::fromLatin1(autoClean)}});
-        delegate->applicationDidFinishLaunching();
-    }
+struct CacheCase {
+    const char* name;
+    const char* autoClean;
+    qint64 size;
+    bool kept;
 };
 
-TEST_F(CacheAtLaunchTest, ExactlyTheLimitIsKept) {
-    makeFile(cache() + "/blob", kLimitBytes);
-    launchWith("1");
-    EXPECT_TRUE(QFile::exists(cache() + "/blob"));
+// How folders are measured and emptied is DQDataCatchHelperTest's; here the limit and the switch.
+class CacheAtLaunchTest : public AppTest, public ::testing::WithParamInterface<CacheCase> {};
+
+TEST_P(CacheAtLaunchTest, OnlyAnOversizedCacheIsCleanedAndNothingOutsideTheApplicationsFolder) {
+    const QString cache = DQDataCatchHelper::getLibCatchesPath();
+    // A sibling of the application's cache folder that must never be touched.
+    const QString foreign = QFileInfo(cache).absolutePath() + "/someone-else/big";
+    makeFile(cache + "/blob", GetParam().size);
+    makeFile(foreign, kLimitBytes * 2);
+    DQDataSessionHelper::userSaveSystemSetting(
+        {{QStringLiteral("autocatchclean"), QString::fromLatin1(GetParam().autoClean)}});
+    delegate->applicationDidFinishLaunching();
+    EXPECT_EQ(QFile::exists(cache + "/blob"), GetParam().kept);
+    EXPECT_TRUE(QDir(cache).exists());
+    EXPECT_TRUE(QFile::exists(foreign));
 }
 
-TEST_F(CacheAtLaunchTest, OneByteOverIsCleanedButNothingOutsideTheApplicationsFolder) {
-    makeFile(cache() + "/blob", kLimitBytes + 1);
-    makeFile(foreign(), kLimitBytes * 2);
-    launchWith("1");
-    EXPECT_FALSE(QFile::exists(cache() + "/blob"));
-    EXPECT_TRUE(QDir(cache()).exists());
-    EXPECT_TRUE(QFile::exists(foreign()));
-}
-
-TEST_F(CacheAtLaunchTest, SwitchedOffKeepsAnySize) {
-    makeFile(cache() + "/blob", kLimitBytes * 2);
-    launchWith("0");
-    EXPECT_TRUE(QFile::exists(cache() + "/blob"));
-}
-
-TEST_F(CacheAtLaunchTest, MeasuresFoldersAndCleansNestedEntries) {
-    makeFile(cache() + "/a/b/c", 1024 * 1024);
-    makeFile(cache() + "/d", 1024 * 1024);
-    const double folders =
-        double(QFileInfo(cache() + "/a").size() + QFileInfo(cache() + "/a/b").size()) /
-        (1024 * 1024);
-    EXPECT_DOUBLE_EQ(CacheRule::actionCalculateCache(cache()), 2.0 + folders);
-
-    CacheRule::actionClearCache(cache());
-    EXPECT_TRUE(QDir(cache()).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden));
-    EXPECT_DOUBLE_EQ(CacheRule::actionCalculateCache(cache()), 0.0);
-}
+INSTANTIATE_TEST_SUITE_P(
+    Sizes, CacheAtLaunchTest,
+    ::testing::Values(CacheCase{"ExactlyTheLimitIsKept", "1", kLimitBytes, true},
+                      CacheCase{"OneByteOverIsCleaned", "1", kLimitBytes + 1, false},
+                      CacheCase{"SwitchedOffKeepsAnySize", "0", kLimitBytes * 2, true}),
+    [](const auto& tested) { return std::string(tested.param.name); });
 
 } // namespace
 } // namespace ostrel::test

@@ -8,7 +8,6 @@ using BluezScanTest = BluezTest;
 
 constexpr int kFirstSighting = 8;
 constexpr int kRefreshed = 16;
-constexpr int kLost = 32;
 
 QStringList namesSeenByRadio() {
     QStringList names;
@@ -18,25 +17,16 @@ QStringList namesSeenByRadio() {
     return names;
 }
 
-TEST_F(BluezScanTest, TypeTwoScanReportsMatchingDeskOnlyAndDropsItFiveSecondsAfterItLeaves) {
+// BlueZ reports a desk on the air again and again as property changes: they must reach the scan
+// as sightings (ten make a refresh). When a desk counts as gone is DiscoveryTest's.
+TEST_F(BluezScanTest, TypeTwoScanReportsMatchingDeskOnlyAndRefreshesIt) {
     addDesk(QStringLiteral("QWJ-1101"), 2);
     addDesk(QStringLiteral("Ostrel-CN-1102"), 1);
     addDesk(QStringLiteral("DESK-1103"), 2); // the type-2 layout under a name with no known head
     startScan(2);
-    // Ten repeated sightings make one refresh: the desk stays on the air meanwhile.
     ASSERT_TRUE(waitFor([&] { return firstEvent(QStringLiteral("QWJ-1101"), kRefreshed); }));
     EXPECT_TRUE(namesSeenByRadio().contains(QStringLiteral("Ostrel-CN-1102")));
     EXPECT_TRUE(namesSeenByRadio().contains(QStringLiteral("DESK-1103")));
-
-    control(QStringLiteral("SetInRange"), {QStringLiteral("QWJ-1101"), false});
-    const qint64 left = clock.elapsed();
-    ASSERT_TRUE(waitFor([&] { return firstEvent(QStringLiteral("QWJ-1101"), kLost); }));
-    // Five seconds after the last sighting, which came at most one advertising interval
-    // before the desk left.
-    const qint64 lostAfter = firstEvent(QStringLiteral("QWJ-1101"), kLost)->atMs - left;
-    EXPECT_GE(lostAfter, 4800);
-    EXPECT_LE(lostAfter, 6500);
-
     for (const ScanEvent& event : scanEvents) {
         EXPECT_EQ(event.name, QStringLiteral("QWJ-1101")) << "flags " << event.flags;
         EXPECT_EQ(event.errorCode, std::nullopt);

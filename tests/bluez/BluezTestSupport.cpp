@@ -12,7 +12,6 @@
 namespace ostrel::test {
 
 void BluezTest::SetUp() {
-    clock.start();
     m_previousTool =
         BluetoothTool::replaceShareInstance(std::make_unique<BluetoothTool>(new QtPlatformCentral));
     m_previousHandle =
@@ -93,8 +92,7 @@ void BluezTest::startScan(BluetoothType type) {
     facade().scanWithType(
         type, [this](const PeripheralPtr& peripheral, int flags, const OptionalError& error) {
             scanEvents.push_back({peripheral, peripheral ? peripheral->name() : QString(), flags,
-                                  error ? std::optional<int>(error->code) : std::nullopt,
-                                  clock.elapsed()});
+                                  error ? std::optional<int>(error->code) : std::nullopt});
         });
 }
 

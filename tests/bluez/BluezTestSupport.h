@@ -5,7 +5,6 @@
 #include "transport/BluetoothTool.h"
 #include "transport/RBBluetoothManager.h"
 
-#include <QElapsedTimer>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -13,13 +12,12 @@
 
 namespace ostrel::test {
 
-// One scan callback call, stamped with the fixture's clock.
+// One scan callback call.
 struct ScanEvent {
     PeripheralPtr peripheral;
     QString name;
     int flags = 0;
     std::optional<int> errorCode;
-    qint64 atMs = 0;
 };
 
 // The real transport (facade, tool, QtBluetooth central) on a fresh set of process-wide
@@ -57,7 +55,6 @@ protected:
     // heights land in heights.
     void connectDesk(const PeripheralPtr& peripheral);
 
-    QElapsedTimer clock;
     std::vector<ScanEvent> scanEvents;
     std::vector<std::optional<int>> connectReports; // error code of each report, if any
     int frames = 0;

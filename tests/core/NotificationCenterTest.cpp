@@ -6,18 +6,6 @@
 
 using ostrel::NotificationCenter;
 
-TEST(NotificationCenter, DeliversObjectToObserversOfThatNameOnly) {
-    NotificationCenter center;
-    QObject a;
-    QVariant seen;
-    int other = 0;
-    center.addObserver(&a, "GlobalKeyPushName", [&](const QVariant& v) { seen = v; });
-    center.addObserver(&a, "Notification_UnitChange", [&](const QVariant&) { ++other; });
-    center.post("GlobalKeyPushName", QStringLiteral("GlobalKeyUp"));
-    EXPECT_EQ(seen.toString(), "GlobalKeyUp");
-    EXPECT_EQ(other, 0);
-}
-
 TEST(NotificationCenter, DeadOrRemovedObserversAreNotCalledEvenMidDelivery) {
     NotificationCenter center;
     auto doomed = std::make_unique<QObject>();

@@ -17,13 +17,9 @@ std::uint16_t bitwiseModbus(const Bytes& data) {
     return crc;
 }
 
-TEST(CRC16Test, KnownValuesGoOnTheWireHighByteFirst) {
-    EXPECT_EQ(CRC16::crc16(Bytes{'1', '2', '3', '4', '5', '6', '7', '8', '9'}), 0x4B37);
-    EXPECT_EQ(CRC16::appendCRC16(Bytes{0x05, 0x03, 0x82}), (Bytes{0x05, 0x03, 0x82, 0x50, 0xE1}));
-    EXPECT_EQ(CRC16::appendCRC16(Bytes{}), (Bytes{0xFF, 0xFF}));
-}
-
+// Where the CRC goes on the wire is the command catalogue's test.
 TEST(CRC16Test, MatchesBitwiseReferenceOnRandomInputs) {
+    EXPECT_EQ(CRC16::crc16(Bytes{'1', '2', '3', '4', '5', '6', '7', '8', '9'}), 0x4B37);
     std::mt19937 random(1234);
     for (int round = 0; round < 2000; ++round) {
         Bytes data(random() % 300);

@@ -18,21 +18,15 @@ struct Collector {
     }
 };
 
-TEST(FrameSplitterTest, KeepsIncompleteFramesForTheNextNotification) {
+// How a stream may be cut is the random test's; here what clear() drops.
+TEST(FrameSplitterTest, ClearDropsAFrameInProgress) {
     FrameSplitter splitter;
     Collector out;
-    out.feed(splitter, hexBytes("00 9B 05 03 82 50 E1 9D 9B 06"));
-    EXPECT_EQ(out.frames, (std::vector<Bytes>{hexBytes("9B 05 03 82 50 E1 9D")}));
-    EXPECT_EQ(splitter.bufferedSize(), 2u);
-    out.feed(splitter, hexBytes("02 00 00 6C A1 9D"));
-    EXPECT_EQ(out.frames.back(), hexBytes("9B 06 02 00 00 6C A1 9D"));
-    EXPECT_EQ(splitter.bufferedSize(), 0u);
-
     out.feed(splitter, hexBytes("9B FF"));
     EXPECT_EQ(splitter.bufferedSize(), 2u);
     splitter.clear();
     out.feed(splitter, hexBytes("03 9D"));
-    EXPECT_EQ(out.frames.size(), 2u);
+    EXPECT_TRUE(out.frames.empty());
 }
 
 // Frames whose bytes after the head hold no 0x9B, so no false head can hide inside them.

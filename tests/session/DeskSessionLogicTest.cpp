@@ -4,8 +4,6 @@
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskStatus.h"
 
-#include <QCoreApplication>
-
 namespace ostrel::test {
 namespace {
 
@@ -58,9 +56,6 @@ TEST(DeskHeightDisplayTest, ReportsBelow580AreInchesAndTheUnitPicksTheText) {
 }
 
 TEST(DeskHeightDisplayTest, PictureOffsetsFollowTheModelsLegsAndStopAtTheLimits) {
-    const auto plus = DeskHeightDisplay::legsForModel("D5Plus");
-    EXPECT_FLOAT_EQ(plus.fir, 57.73f);
-    EXPECT_FLOAT_EQ(DeskHeightDisplay::legsForModel("D5Pro").sec, 55.7f);
     EXPECT_FLOAT_EQ(DeskHeightDisplay::legsForModel("d5pro").sec, 48.4f); // unknown: the default
 
     const auto legs = DeskHeightDisplay::legsForModel("D5");
@@ -133,8 +128,11 @@ TEST_F(DeskSessionLogicTest, ConfirmationCountsOnceAndStillStoresWhenLate) {
 
     session().presetKeys().actionSetMemoryKeyWithtype(9);
     EXPECT_EQ(DeskSession::commandType(), command::kMemoryKey);
-    advance(PresetKeys::kMemoryConfirmTimeout);
+    advance(PresetKeys::kMemoryConfirmTimeout - 1ms);
+    EXPECT_NE(toast(), "Setting failed");
+    advance(1ms);
     EXPECT_EQ(toast(), "Setting failed");
+    EXPECT_EQ(storedPresets(), "0,0,0,0");
     confirm();
     EXPECT_EQ(DeskSession::commandType(), 9);
     confirm();
@@ -142,20 +140,6 @@ TEST_F(DeskSessionLogicTest, ConfirmationCountsOnceAndStillStoresWhenLate) {
     EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
     EXPECT_EQ(toast(), "Setting successful");
     EXPECT_EQ(storedPresets(), "80,0,0,0");
-}
-
-TEST_F(DeskSessionLogicTest, OnlyAChangedHeightRestartsTheCountdown) {
-    storeRecord("0,0,0,0");
-    openControl();
-    OMTimeManager& counter = OMTimeManager::sharedInstance();
-    report(750);
-    counter.setTime(40);
-    report(750);
-    EXPECT_EQ(counter.time(), 40);
-    report(751);
-    EXPECT_EQ(counter.time(), 0);
-    report(0); // ignored
-    EXPECT_EQ(session().currentHeight(), 751.0f);
 }
 
 TEST_F(DeskSessionLogicTest, ReminderOnStartsTheCounterWithTheRecordsInterval) {
@@ -173,8 +157,6 @@ TEST_F(DeskSessionLogicTest, ReminderOnStartsTheCounterWithTheRecordsInterval) {
 
     openControl();
     OMTimeManager& counter = OMTimeManager::sharedInstance();
-    EXPECT_TRUE(counter.isRunning());
-    EXPECT_EQ(counter.type(), 3);
     EXPECT_EQ(counter.total(), 25);
     counter.start(); // already running: no second announcement
     advance(2s);
@@ -188,14 +170,13 @@ TEST_F(DeskSessionLogicTest, StartUpAsksToMoveTheDeskWhileNoHeightIsKnown) {
     EXPECT_EQ(toast(), "Connected successful, move the table to synchronize the height.");
 }
 
-// Whatever ends, replaces or starts a session, no key held before it stays held.
+// Whatever ends, replaces or starts a session, no key held before it stays held. A deleted desk
+// is DeviceSwitchTest's, quitting GoToHeightTest's and the X11 tests'.
 TEST_F(DeskSessionLogicTest, AKeyHeldInTheSessionEndsWithIt) {
     auto post = [](const char* name) { NotificationCenter::defaultCenter().post(name); };
     const std::pair<const char*, std::function<void()>> endings[] = {
         {"session ended", [this] { session().actionDeleteCurrentDeviceSetting(); }},
-        {"desk deleted", [post] { post(notifications::kDeleteCurrentDevice); }},
         {"another desk", [post] { post(notifications::kGlobeBlueToothIsConnect); }},
-        {"application quitting", [] { QMetaObject::invokeMethod(qApp, "aboutToQuit"); }},
         {"screen closed", [this] { control.reset(); }},
     };
     for (const auto& [name, end] : endings) {

@@ -12,17 +12,6 @@ namespace {
 
 class GlobalKeysTest : public SessionTest {
 protected:
-    void SetUp() override {
-        SessionTest::SetUp();
-        NotificationCenter::defaultCenter().addObserver(
-            &observer, QString::fromLatin1(notifications::kGlobalKeyPushName),
-            [this](const QVariant& name) { posted << name.toString(); });
-    }
-    void TearDown() override {
-        NotificationCenter::defaultCenter().removeObserver(&observer);
-        SessionTest::TearDown();
-    }
-
     static void storeShortcuts(const char* open, const char* combination) {
         Object_SystemSetting setting;
         setting.unit = "0";
@@ -48,8 +37,6 @@ protected:
     HotKeyMovement& movement() { return session().hotKeyMovement(); }
 
     FakeGlobalKeysInstalled fake;
-    QObject observer;
-    QStringList posted;
 };
 
 constexpr int kUp = 126, kDown = 125, kOne = 18, kTwo = 19, kThree = 20, kFour = 21;
@@ -62,23 +49,15 @@ TEST_F(GlobalKeysTest, AnUnknownCombinationFallsBackToShiftAndEachKeyIsNamed) {
     EXPECT_EQ(fake.keys->calls,
               QStringList{QStringLiteral("grab %1").arg(GlobalKeyBackend::kShift)});
 
+    QObject observer;
+    QStringList posted;
+    NotificationCenter::defaultCenter().addObserver(
+        &observer, QString::fromLatin1(notifications::kGlobalKeyPushName),
+        [&posted](const QVariant& name) { posted << name.toString(); });
     for (int id : {kUp, kDown, kOne, kTwo, kThree, kFour, 17, 127})
         fake.keys->press(id);
     EXPECT_EQ(posted, QStringList({"GlobalKeyUp", "GlobalKeyDown", "GlobalKeyOne", "GlobalKeyTwo",
                                    "GlobalKeyThree", "GlobalKeyFour"}));
-}
-
-// Toggling one arrow on and off with real keys is the X11 test's; here the other arrow.
-TEST_F(GlobalKeysTest, TheOtherArrowStopsAMovementRatherThanReversingIt) {
-    linkedControl();
-    ASSERT_TRUE(fake.keys->held) << "the session takes the keys at start";
-    press(kUp);
-    EXPECT_EQ(DeskSession::commandType(), command::kUpKey);
-    press(kDown); // stops rather than reverses
-    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
-    EXPECT_FALSE(movement().isMoving());
-    press(kDown);
-    EXPECT_EQ(DeskSession::commandType(), command::kDownKey);
 }
 
 TEST_F(GlobalKeysTest, DigitsTapSetPresetsAndIgnoreUnsetOnesSilently) {
@@ -111,19 +90,9 @@ TEST_F(GlobalKeysTest, KeysDoNothingWithoutALinkedDesk) {
     EXPECT_FALSE(movement().isMoving());
 }
 
-// The desk runs into its top end stop: the height stays put and the watchdog lets go.
-TEST_F(GlobalKeysTest, AMovementEndsByItselfAtTheEndStop) {
-    VirtualDesk& desk = linkedControl();
-    press(kUp);
-    for (int i = 0; i < 400 && movement().isMoving(); ++i)
-        advance(100ms);
-    EXPECT_FALSE(movement().isMoving());
-    EXPECT_EQ(desk.heightTenths(), desk.config().maxHeight);
-    EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
-}
-
 TEST_F(GlobalKeysTest, KeysAreLetGoAtSessionEndAndASheetStopsTheMovement) {
     linkedControl();
+    ASSERT_TRUE(fake.keys->held) << "the session takes the keys at start";
     press(kDown);
     QDialog sheet(control->window());
     sheet.setWindowModality(Qt::WindowModal);

@@ -137,8 +137,6 @@ TEST_F(GoToHeightTest, TargetsOutsideTheLimitsOrBeforeAHeightAreRefused) {
     EXPECT_EQ(s.moveTo(limits.maxHeight + 1), GoToHeight::Refusal::OutOfRange);
     EXPECT_FALSE(s.goToHeight().isMoving());
     EXPECT_EQ(handle().currentCommandType(), command::kNoKey);
-    EXPECT_EQ(GoToHeight::refusalText(GoToHeight::Refusal::OutOfRange, limits, false),
-              "The desk moves between 60.0cm and 120.0cm.");
 
     GoToHeight fresh;
     EXPECT_EQ(fresh.start(900, 0, limits), GoToHeight::Refusal::HeightUnknown);
@@ -170,7 +168,6 @@ TEST_F(GoToHeightTest, ClickingTheHeightAsksInTheShownUnitAndMovesThere) {
     EXPECT_DOUBLE_EQ(asked[0].maximum, 120.0);
     EXPECT_DOUBLE_EQ(asked[0].current, 72.0);
     EXPECT_EQ(runMove(), Ending::Arrived);
-    EXPECT_LE(errorTo(1000), GoToHeight::kToleranceTenthsCm);
 
     setUnit("1");
     answer = 30.0; // inches

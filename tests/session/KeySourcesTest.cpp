@@ -2,7 +2,6 @@
 // the desk's side: which key each of its polls was answered with, and that no key frame ever
 // came unasked.
 #include "SessionTestSupport.h"
-#include "protocol/BluetoothProtocol.h"
 #include "session/GlobalKeyDispatch.h"
 #include "session/HotKeyMovement.h"
 #include "settings/MemoryKeySequence.h"
@@ -18,18 +17,6 @@ namespace ostrel::test {
 namespace {
 
 using Ending = GoToHeight::Ending;
-
-// The command type a logged answer stands for.
-int typeOf(int keys) {
-    if (keys == VirtualDesk::kTargetCommand)
-        return command::kTargetHeight;
-    for (int type : {0, 1, 2, 9, 10, 11, 12, 13}) {
-        const Bytes frame = BluetoothProtocol::cmdForTableResponseType(type);
-        if ((frame[3] | frame[4] << 8) == keys)
-            return type;
-    }
-    return -1;
-}
 
 // The table's steps drive the fixture from outside: what they use is public.
 class KeySourcesTest : public SessionTest {
@@ -61,13 +48,7 @@ public:
     }
     // From here on, answers() reports what the desk is told.
     void mark() { from = desk->keyFrames().size(); }
-    std::vector<int> answers() const {
-        std::vector<int> types;
-        const auto& frames = desk->keyFrames();
-        for (auto frame = frames.begin() + std::ptrdiff_t(from); frame != frames.end(); ++frame)
-            types.push_back(typeOf(frame->keys));
-        return types;
-    }
+    std::vector<int> answers() const { return answersSince(*desk, from); }
     bool answered(int type) const {
         const std::vector<int> all = answers();
         return std::find(all.begin(), all.end(), type) != all.end();
@@ -235,6 +216,7 @@ const Interleaving kInterleavings[] = {
          EXPECT_EQ(t.answers().front(), command::kSitKey);
          EXPECT_FALSE(t.answered(command::kMemoryKey));
          EXPECT_FALSE(t.answered(command::presetKey(2)));
+         EXPECT_EQ(t.answers().back(), command::kNoKey) << "a preset held past two polls lets go";
      }},
     {"SettingsKeySequenceDuringScreenHold", screenUp,
      [](KeySourcesTest& t) {

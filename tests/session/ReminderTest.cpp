@@ -266,10 +266,10 @@ TEST_F(ReminderTest, ClearingShowsOnHoverAndSwitchesTheReminderAndItsSoundOff) {
     openControl();
     advance(30s);
     CountdownView* view = control->countdownView();
-    EXPECT_TRUE(view->clearButton()->isHidden());
+    EXPECT_FALSE(view->isClearRevealed());
     QEnterEvent enter(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
     QCoreApplication::sendEvent(view, &enter);
-    ASSERT_FALSE(view->clearButton()->isHidden());
+    ASSERT_TRUE(view->isClearRevealed());
 
     view->clearButton()->click();
     EXPECT_FALSE(countdownShown());

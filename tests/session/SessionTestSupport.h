@@ -1,5 +1,6 @@
 #pragma once
 
+#include "protocol/BluetoothProtocol.h"
 #include "session/ActivityFeed.h"
 #include "session/ActivityRecorder.h"
 #include "session/DeskControlVC.h"
@@ -89,6 +90,25 @@ protected:
     }
 
     DeskSession& session() { return control->session(); }
+
+    // The command types the desk's polls were answered with, from its key frame `from` on.
+    static std::vector<int> answersSince(const VirtualDesk& desk, std::size_t from) {
+        std::vector<int> types;
+        const auto& frames = desk.keyFrames();
+        for (auto frame = frames.begin() + std::ptrdiff_t(from); frame != frames.end(); ++frame)
+            types.push_back(typeOf(frame->keys));
+        return types;
+    }
+    static int typeOf(int keys) {
+        if (keys == VirtualDesk::kTargetCommand)
+            return command::kTargetHeight;
+        for (int type : {0, 1, 2, 9, 10, 11, 12, 13}) {
+            const Bytes frame = BluetoothProtocol::cmdForTableResponseType(type);
+            if ((frame[3] | frame[4] << 8) == keys)
+                return type;
+        }
+        return -1;
+    }
 
     QString toast() const {
         // A dismissed toast lingers hidden until deleted.

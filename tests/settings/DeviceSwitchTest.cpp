@@ -313,12 +313,16 @@ TEST_F(DeviceSwitchTest, RenamingPersistsInBothStoresAndABlankNameChangesNothing
     EXPECT_EQ(edit->nameField()->text(), kDeskName);
 
     edit->nameField()->setText(QStringLiteral("   "));
-    click(edit->confirmButton());
+    EXPECT_FALSE(edit->confirmButton()->isEnabled()) << "a blank name looks confirmable";
+    EXPECT_FALSE(edit->confirmButton()->toolTip().isEmpty()) << "greyed without a reason";
+    QTest::keyClick(edit->nameField(), Qt::Key_Return);
     EXPECT_EQ(control->topView(), edit);
     EXPECT_EQ(CurrentDeviceStore::load().deviceName, kDeskName.toStdString());
 
     edit->nameField()->clear();
     QTest::keyClicks(edit->nameField(), QStringLiteral("Standing desk by the big window"));
+    EXPECT_TRUE(edit->confirmButton()->isEnabled());
+    EXPECT_TRUE(edit->confirmButton()->toolTip().isEmpty());
     click(edit->confirmButton());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     const std::string renamed = "Standing desk by the big"; // cut at the longest name

@@ -63,6 +63,7 @@ TEST_F(IntelligentControlTest,
     EXPECT_EQ(page.presetBar(kM1)->fraction(), 0.0);
 
     page.currentAltitudeButton(kM1)->click();
+    EXPECT_EQ(storedPresets(), "72,110,0,0") << "not before the desk has had the keys";
     const int framesBefore = desk->keyFramesReceived();
     EXPECT_EQ(keysOverSequence(),
               (std::vector<int>{command::kMemoryKey, command::kNoKey, command::presetKey(2),
@@ -109,20 +110,6 @@ TEST_F(IntelligentControlTest, TheKeySequenceOutlivesThePage) {
     EXPECT_EQ(storedPresets(), "72,110,0,0");
 }
 
-// Cut short by a lost link, the desk may have stored nothing: neither does the record.
-TEST_F(IntelligentControlTest, ALinkLostDuringTheSequenceChangesNoRecord) {
-    alertAnswer = OMAlert::kFirstButton + 1; // the session stays on screen
-    ViewIntelligentControl& page = openPage({}, "0,110,0,0");
-    page.currentAltitudeButton(kSitting)->click();
-    advance(1500ms); // the preset key is held
-    desk->dropLink();
-    advance(3s);
-    EXPECT_FALSE(page.keySequence().isRunning());
-    EXPECT_EQ(storedPresets(), "0,110,0,0");
-    EXPECT_EQ(boundPresets(), "0,110,0,0");
-    EXPECT_EQ(postedCount(notifications::kMemoryKeyChange), 0);
-}
-
 TEST_F(IntelligentControlTest, AntiCollisionAndSensitivityAreStoredAndSentToTheDesk) {
     ViewIntelligentControl& page = openPage();
     EXPECT_EQ(page.antiSwitch()->imageName(), "setting_switchclose");
@@ -131,7 +118,6 @@ TEST_F(IntelligentControlTest, AntiCollisionAndSensitivityAreStoredAndSentToTheD
     click(page.antiSwitch());
     advance(100ms);
     EXPECT_EQ(page.antiSwitch()->imageName(), "setting_switchopen");
-    EXPECT_EQ(CurrentDeviceStore::load().encounterResistanceGoBack, "1");
     EXPECT_EQ(OMPlistManager::getDeviceInfoWithBlueToothName(kDeskName).value(
                   "encounterResistanceGoBack"),
               "1");
@@ -140,7 +126,6 @@ TEST_F(IntelligentControlTest, AntiCollisionAndSensitivityAreStoredAndSentToTheD
     click(page.sensitivityRow());
     auto* levels = top<ViewSensitivity>();
     ASSERT_NE(levels, nullptr);
-    EXPECT_EQ(levels->levelRow(1)->accessoryImage(), "setting_select");
     click(levels->levelRow(3));
     advance(100ms);
     EXPECT_EQ(levels->levelRow(3)->accessoryImage(), "setting_select");
@@ -196,12 +181,6 @@ TEST_F(IntelligentControlTest, WithoutADeskOrARecordThePageStillWorks) {
     EXPECT_EQ(CurrentDeviceStore::load().memoryHeight, "0,0,0,0");
     EXPECT_TRUE(OMPlistManager::getBindDevice().isEmpty());
     EXPECT_EQ(postedCount(notifications::kMemoryKeyChange), 0);
-}
-
-TEST_F(IntelligentControlTest, TwoPartPresetsLeaveThePresetsUnset) {
-    ViewIntelligentControl& page = openPage({}, "72,110");
-    EXPECT_EQ(page.presetLabel(kSitting)->text(), "Not set");
-    EXPECT_EQ(page.presetLabel(kStanding)->text(), "Not set");
 }
 
 } // namespace

@@ -3,8 +3,6 @@
 #include "settings/ViewSetting.h"
 #include "settings/ViewSystemSetting.h"
 
-#include <QLabel>
-
 namespace ostrel::test {
 namespace {
 
@@ -42,48 +40,10 @@ TEST_F(NavigationTest, TheGearOpensTheMenuWhoseRowsOpenTheirPagesEachWithAWayBac
     EXPECT_TRUE(control->settingsButton()->isVisible());
 }
 
-TEST_F(NavigationTest, AFeatureThatRegistersItsPageReplacesTheComingPage) {
-    bindDesk();
-    openControlWithSettings();
-    QPointer<QWidget> opened;
-    SettingsPages::instance().registerPage(SettingsPages::Page::Device,
-                                           [&opened](DeskControlVC* father) {
-                                               opened = new QLabel(QStringLiteral("devices"));
-                                               EXPECT_NE(father, nullptr);
-                                               return opened.data();
-                                           });
-    clickGear();
-    click(top<ViewSetting>()->row(1));
-    ASSERT_FALSE(opened.isNull());
-    EXPECT_EQ(control->topView(), opened.data());
-}
-
 TEST_F(NavigationTest, TheMenuPicturesTheChosenDeskModel) {
-    for (const char* model : {"D5Plus", "D5Q", "D5L", "D5Pro"})
-        EXPECT_EQ(ViewSetting::deskImageName(QString::fromLatin1(model)),
-                  QStringLiteral("connect_desk_") + QString::fromLatin1(model));
+    EXPECT_EQ(ViewSetting::deskImageName(QStringLiteral("D5Pro")), "connect_desk_D5Pro");
     for (const char* other : {"D5", "", "d5plus", "D7"})
         EXPECT_EQ(ViewSetting::deskImageName(QString::fromLatin1(other)), "connect_desk_D5");
-}
-
-// Polls are answered and heights shown while a page covers the control content.
-TEST_F(NavigationTest, TheSessionKeepsRunningUnderThePages) {
-    VirtualDesk& desk = bindDesk();
-    openControlWithSettings();
-    clickGear();
-    click(top<ViewSetting>()->row(2));
-    ASSERT_EQ(control->pageCount(), 2);
-
-    session().holdKey(command::kUpKey);
-    advance(1000ms);
-    session().releaseKey();
-    advance(300ms);
-    EXPECT_FALSE(desk.isMoving());
-    EXPECT_GT(desk.heightTenths(), 750);
-
-    goBack();
-    goBack();
-    EXPECT_EQ(control->heightText(), QString::asprintf("%.1fcm", desk.heightTenths() / 10.0));
 }
 
 } // namespace

@@ -114,17 +114,5 @@ TEST_F(OMPlistManagerTest, DeviceInfoIsReplacedWholeAndLooksUpByName) {
               (QVariantList{QVariantMap{{"bluetoothName", "QWJ-2"}}}));
 }
 
-TEST_F(OMPlistManagerTest, EachDeskModelKeepsItsOwnBoundDevices) {
-    OMPlistManager::saveBindDeviceWithDevice(desk("QWJ-1", "A", "t"));
-    CurrentDeskModel::setName("D5Plus");
-    EXPECT_TRUE(OMPlistManager::getBindDevice().isEmpty());
-    OMPlistManager::saveBindDeviceWithDevice(desk("QWJ-2", "B", "t"));
-    EXPECT_TRUE(exists("D5system_binddevice.plist"));
-    EXPECT_TRUE(exists("D5Plussystem_binddevice.plist"));
-    CurrentDeskModel::setName("D5");
-    EXPECT_EQ(OMPlistManager::getBindDevice().size(), 1);
-    EXPECT_EQ(OMPlistManager::getBindDevice().at(0).toMap().value("bluetoothName"), "QWJ-1");
-}
-
 } // namespace
 } // namespace ostrel

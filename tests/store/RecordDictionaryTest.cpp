@@ -2,7 +2,6 @@
 #include "store/AreaCodeModel.h"
 #include "store/OMBluetoothModel.h"
 #include "store/Object_LightColor.h"
-#include "store/Object_SystemSetting.h"
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -112,20 +111,6 @@ TEST(RecordDictionaryTest, ValuesOfAnotherKindAreConverted) {
         EXPECT_TRUE(c.check(fromPropertyForm<OMBluetoothModel>({{c.key, c.value}})));
         EXPECT_TRUE(c.check(initWithDictionary<OMBluetoothModel>({{c.key, c.value}})));
     }
-}
-
-TEST(RecordDictionaryTest, SettingsRecordsStartFromTheirDefaults) {
-    const QVariantMap settings = toPropertyForm(Object_SystemSetting{});
-    EXPECT_EQ(settings, (QVariantMap{{"language", "1"},
-                                     {"unit", "1"},
-                                     {"combinationkey", "0"},
-                                     {"combinationopen", "0"},
-                                     {"push", "0"},
-                                     {"autocatchclean", "0"},
-                                     {"rememberdesk", "0"}}));
-    EXPECT_EQ(fromPropertyForm<Object_SystemSetting>({{"unit", "0"}}).language, "1");
-    EXPECT_EQ(toPropertyForm(Object_LightColor{}),
-              (QVariantMap{{"open", 0}, {"mode", 1}, {"red", 0}, {"green", 0}, {"blue", 0}}));
 }
 
 } // namespace

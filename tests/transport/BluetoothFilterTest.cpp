@@ -1,7 +1,6 @@
 #include "transport/BluetoothFilter.h"
 
 #include "transport/BluetoothCharacteristic.h"
-#include "transport/BluetoothUuid.h"
 
 #include <gtest/gtest.h>
 
@@ -28,20 +27,15 @@ TEST_P(NameToType, ResolvesTypeAndPassesOnlyItsRules) {
 
 INSTANTIATE_TEST_SUITE_P(
     Names, NameToType,
-    ::testing::Values(NameCase{"Ostrel-CN-1234", 1, {0, 1}},
-                      // Heads match anywhere in the name, not only at its start.
-                      NameCase{
-                          "Desk QXR 01", 2, {2}}, // QXR alone is left out of the all-families list
-                      NameCase{"xxKVM20", 3, {0, 3}},
-                      // QJW is tested before QJWK, so QJWK desks are driven as type 2.
-                      NameCase{"QJWK-5", 2, {0, 2, 9}}, NameCase{"QWJ-0001", 2, {0, 2}},
-                      NameCase{"RX01", 6, {0, 6}},
-                      NameCase{"qwj-0001", 0, {}}, // heads are case-sensitive
-                      NameCase{"", 0, {}}, NameCase{"Headphones", 0, {}}));
-
-TEST(BluetoothFilter, NullNameIsTypeZero) {
-    EXPECT_EQ(BluetoothFilter::getBluetoothTypeWithPeriperalName(QString()), 0);
-}
+    ::testing::Values(
+        NameCase{"Ostrel-CN-1234", 1, {0, 1}},
+        // Heads match anywhere in the name, not only at its start.
+        NameCase{"Desk QXR 01", 2, {2}}, // QXR alone is left out of the all-families list
+        NameCase{"xxKVM20", 3, {0, 3}},
+        // QJW is tested before QJWK, so QJWK desks are driven as type 2.
+        NameCase{"QJWK-5", 2, {0, 2, 9}}, NameCase{"QWJ-0001", 2, {0, 2}},
+        NameCase{"RX01", 6, {0, 6}}, NameCase{"qwj-0001", 0, {}}, // heads are case-sensitive
+        NameCase{"", 0, {}}, NameCase{nullptr, 0, {}}, NameCase{"Headphones", 0, {}}));
 
 TEST(BluetoothCharacteristic, PropertiesStringNamesEachBitInOrder) {
     EXPECT_EQ(BluetoothCharacteristic::propertiesString(0x1A), "Read Write Notify");
@@ -50,15 +44,6 @@ TEST(BluetoothCharacteristic, PropertiesStringNamesEachBitInOrder) {
               "Broadcast Read WriteWithoutResponse Write Notify Indicate "
               "AuthenticatedSignedWrites");
     EXPECT_EQ(BluetoothCharacteristic::propertiesString(0x80), ""); // extended: not named
-}
-
-TEST(BluetoothUuid, ShortAndLongFormsCompareEqual) {
-    EXPECT_TRUE(BluetoothUuid::same("180d", "0000180D-0000-1000-8000-00805F9B34FB"));
-    EXPECT_TRUE(BluetoothUuid::same("{00002a37-0000-1000-8000-00805f9b34fb}", "2A37"));
-    EXPECT_FALSE(BluetoothUuid::same("2A37", "2A39"));
-    EXPECT_TRUE(BluetoothUuid::isValidIdentifier("AA:BB:CC:DD:EE:0F"));
-    EXPECT_TRUE(BluetoothUuid::isValidIdentifier("6F1C5F0E-3A57-4B52-9D0E-8A1F00C0FFEE"));
-    EXPECT_FALSE(BluetoothUuid::isValidIdentifier("desk-1"));
 }
 
 } // namespace

@@ -23,6 +23,11 @@ TEST(BluetoothUuidTest, NormalizedFormIsUpperCaseAndShortOnTheBaseUuidOnly) {
             << input;
     EXPECT_TRUE(BluetoothUuid::same(QStringLiteral("2a39"),
                                     QStringLiteral("00002A39-0000-1000-8000-00805F9B34FB")));
+    EXPECT_FALSE(BluetoothUuid::same(QStringLiteral("2A37"), QStringLiteral("2A39")));
+    EXPECT_TRUE(BluetoothUuid::isValidIdentifier(QStringLiteral("AA:BB:CC:DD:EE:0F")));
+    EXPECT_TRUE(
+        BluetoothUuid::isValidIdentifier(QStringLiteral("6F1C5F0E-3A57-4B52-9D0E-8A1F00C0FFEE")));
+    EXPECT_FALSE(BluetoothUuid::isValidIdentifier(QStringLiteral("desk-1")));
 }
 
 } // namespace

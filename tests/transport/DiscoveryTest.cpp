@@ -98,22 +98,6 @@ TEST_F(DiscoveryTest, UnsetTimeOutScansForThirtySeconds) {
     EXPECT_EQ(error->domain, "device not found !");
 }
 
-TEST_F(DiscoveryTest, CollectingScanListsEachMatchingDeskOnce) {
-    addDesk();
-    addDesk({.name = "QJW-7"});
-    addDesk({.name = "Ostrel-CN-9", .bluetoothType = 1});
-    QStringList names;
-    facade().setScanTimeOut(3);
-    facade().scanAllWithType(2, [&](const QList<PeripheralPtr>& list, const OptionalError& error) {
-        EXPECT_FALSE(error);
-        for (const PeripheralPtr& p : list)
-            names.append(p->name());
-    });
-    advance(4s);
-    names.sort();
-    EXPECT_EQ(names, (QStringList{"QJW-7", "QWJ-0001"}));
-}
-
 // A scan started with the radio off runs all the same and ends as a powered-off scan: the
 // continuous one with flags 2 and code 1, the single-result one with code 0 at once and code 1
 // at the end.

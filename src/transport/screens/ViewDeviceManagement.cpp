@@ -66,7 +66,25 @@ void ViewDeviceManagement::actionRefresh() {
     management()->blueToothStartScan();
 }
 
+namespace {
+
+QString deskNameOf(const DeviceManagerRowView* row) {
+    return row->record().value(QStringLiteral("bluetoothName")).toString();
+}
+
+} // namespace
+
+// The rows are rebuilt whenever the scan reports; the keyboard stays on the same desk's row.
+QString ViewDeviceManagement::focusedDesk() const {
+    for (const DeviceManagerRowView* row : m_pairedRows + m_unPairedRows) {
+        if (row->hasFocus())
+            return deskNameOf(row);
+    }
+    return {};
+}
+
 void ViewDeviceManagement::reloadData() {
+    const QString focused = focusedDesk();
     // Later, not now: the list may change from inside a click on one of its rows.
     const auto discard = [](auto& widgets) {
         for (QWidget* widget : std::as_const(widgets)) {
@@ -79,8 +97,9 @@ void ViewDeviceManagement::reloadData() {
     discard(m_pairedRows);
     discard(m_unPairedRows);
 
-    const auto addSection = [this](const QString& heading, const QList<QVariantMap>& records,
-                                   bool paired, QList<DeviceManagerRowView*>& rows) {
+    const auto addSection = [this, &focused](const QString& heading,
+                                             const QList<QVariantMap>& records, bool paired,
+                                             QList<DeviceManagerRowView*>& rows) {
         if (records.isEmpty())
             return;
         m_headings.append(sectionLabel(heading));
@@ -91,6 +110,10 @@ void ViewDeviceManagement::reloadData() {
                     [this, row, paired] { actionSelectRow(row, paired); });
             m_tableDevices->addRow(row);
             rows.append(row);
+            if (!focused.isEmpty() && deskNameOf(row) == focused) {
+                row->show();
+                row->setFocus(Qt::OtherFocusReason);
+            }
         }
     };
     addSection(tr("My desks"), management()->arrayPaired(), true, m_pairedRows);

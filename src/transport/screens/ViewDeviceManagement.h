@@ -30,6 +30,7 @@ public:
     void actionRefresh();
 
 private:
+    QString focusedDesk() const;
     void reloadData();
     void actionSelectRow(const DeviceManagerRowView* row, bool paired);
 

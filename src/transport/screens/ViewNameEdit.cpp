@@ -17,7 +17,9 @@ ViewNameEdit::ViewNameEdit(DevicePageHost host, const QString& deviceName, Renam
     m_field->setClearButtonEnabled(true);
     connect(m_field, &QLineEdit::returnPressed, this, &ViewNameEdit::actionConfirm);
     connect(m_confirm, &QPushButton::clicked, this, &ViewNameEdit::actionConfirm);
+    connect(m_field, &QLineEdit::textChanged, this, &ViewNameEdit::refreshConfirm);
     m_confirm->setDefault(true);
+    refreshConfirm();
 
     auto* label = new QLabel(tr("Name"));
     label->setBuddy(m_field);
@@ -25,6 +27,13 @@ ViewNameEdit::ViewNameEdit(DevicePageHost host, const QString& deviceName, Renam
     contentLayout()->addWidget(m_field);
     contentLayout()->addStretch();
     contentLayout()->addWidget(m_confirm, 0, Qt::AlignHCenter);
+}
+
+// A blank name would be ignored: Confirm says so before it is pressed.
+void ViewNameEdit::refreshConfirm() {
+    const bool named = !m_field->text().trimmed().isEmpty();
+    m_confirm->setEnabled(named);
+    m_confirm->setToolTip(named ? QString() : tr("Type a name first"));
 }
 
 void ViewNameEdit::actionConfirm() {

@@ -9,7 +9,7 @@ class QLineEdit;
 namespace ostrel {
 
 // Renames a desk: the "Name" field and "Confirm". A name is handed on and the page closes; a
-// blank field is ignored and the page stays.
+// blank field is ignored and the page stays, its Confirm greyed with a tooltip saying why.
 class ViewNameEdit : public DevicePage {
     Q_OBJECT
 public:
@@ -25,6 +25,8 @@ public:
     void actionConfirm();
 
 private:
+    void refreshConfirm();
+
     RenameCallback m_rename;
     QLineEdit* m_field;
     QPushButton* m_confirm;

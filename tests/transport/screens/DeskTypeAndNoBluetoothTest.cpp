@@ -119,7 +119,6 @@ TEST_F(DeskTypeAndNoBluetoothTest, PairAsksTheRadioAgain) {
     scheduler.runDue();
     ASSERT_EQ(alerts.size(), 1u);
     EXPECT_EQ(alerts[0].message, "Tip");
-    EXPECT_EQ(alerts[0].informativeText, NoBluetoothVC::noBluetoothText());
     EXPECT_EQ(alerts[0].informativeText,
               "No Bluetooth connection, please turn on your device's Bluetooth to establish a "
               "connection");
