@@ -14,6 +14,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <cstdio>
 
 namespace ostrel::test {
@@ -40,7 +41,8 @@ TEST_F(BluezTest, ReleaseDisconnectsThroughBluezAndConnectLinksAgain) {
     session.holdKey(command::kUpKey); // released while moving: the desk hears no key first
     ASSERT_TRUE(waitFor([&] { return deskHeight(name) > start + 10; }));
 
-    clock.restart();
+    QElapsedTimer clock;
+    clock.start();
     session.release().releaseDesk();
     ASSERT_TRUE(waitFor([&] { return !bluezProperty("Connected", name).toBool(); }, 3000));
     const qint64 releasedMs = clock.elapsed();
