@@ -136,6 +136,10 @@
 <context>
     <name>ostrel::TrayDeskMenu</name>
     <message>
+        <source>Desk released</source>
+        <translation>Desk released</translation>
+    </message>
+    <message>
         <source>Stop</source>
         <translation>Stop</translation>
     </message>

@@ -136,6 +136,10 @@
 <context>
     <name>ostrel::TrayDeskMenu</name>
     <message>
+        <source>Desk released</source>
+        <translation>升降桌已释放</translation>
+    </message>
+    <message>
         <source>Stop</source>
         <translation>停止</translation>
     </message>

@@ -75,6 +75,25 @@
     </message>
 </context>
 <context>
+    <name>ostrel::DeskRelease</name>
+    <message>
+        <source>Connect desk</source>
+        <translation>Connect desk</translation>
+    </message>
+    <message>
+        <source>Release desk</source>
+        <translation>Release desk</translation>
+    </message>
+    <message>
+        <source>Desk released</source>
+        <translation>Desk released</translation>
+    </message>
+    <message>
+        <source>Let go of the desk, so that your phone or another computer can connect to it</source>
+        <translation>Let go of the desk, so that your phone or another computer can connect to it</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::DeskSession</name>
     <message>
         <source>Connected successful, move the table to synchronize the height.</source>

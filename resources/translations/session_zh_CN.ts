@@ -75,6 +75,25 @@
     </message>
 </context>
 <context>
+    <name>ostrel::DeskRelease</name>
+    <message>
+        <source>Connect desk</source>
+        <translation>连接升降桌</translation>
+    </message>
+    <message>
+        <source>Release desk</source>
+        <translation>释放升降桌</translation>
+    </message>
+    <message>
+        <source>Desk released</source>
+        <translation>升降桌已释放</translation>
+    </message>
+    <message>
+        <source>Let go of the desk, so that your phone or another computer can connect to it</source>
+        <translation>释放升降桌，让手机或其他电脑可以连接它</translation>
+    </message>
+</context>
+<context>
     <name>ostrel::DeskSession</name>
     <message>
         <source>Connected successful, move the table to synchronize the height.</source>

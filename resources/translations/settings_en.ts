@@ -530,6 +530,14 @@ A reset also clears the height presets stored on the desk.</translation>
 <context>
     <name>ostrel::ViewSystemSetting</name>
     <message>
+        <source>Remember my desk</source>
+        <translation>Remember my desk</translation>
+    </message>
+    <message>
+        <source>At launch, come back to the desk last used and connect it as soon as it is found</source>
+        <translation>At launch, come back to the desk last used and connect it as soon as it is found</translation>
+    </message>
+    <message>
         <source>Shortcut keys</source>
         <translation>Shortcut keys</translation>
     </message>

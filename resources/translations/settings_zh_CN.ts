@@ -529,6 +529,14 @@ A reset also clears the height presets stored on the desk.</source>
 <context>
     <name>ostrel::ViewSystemSetting</name>
     <message>
+        <source>Remember my desk</source>
+        <translation>记住我的升降桌</translation>
+    </message>
+    <message>
+        <source>At launch, come back to the desk last used and connect it as soon as it is found</source>
+        <translation>启动时回到上次使用的升降桌，并在找到后自动连接</translation>
+    </message>
+    <message>
         <source>Shortcut keys</source>
         <translation>快捷键</translation>
     </message>

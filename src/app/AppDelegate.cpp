@@ -13,15 +13,18 @@
 #include "platform/Platform.h"
 #include "session/DQGlobalKeyHelper.h"
 #include "store/CurrentDeskModel.h"
+#include "store/CurrentDeviceStore.h"
 #include "store/DQDataCatchHelper.h"
 #include "store/DQDataSessionHelper.h"
 #include "store/FileManager.h"
 #include "store/OMPlistManager.h"
 #include "store/Object_SystemSetting.h"
 #include "store/RecordDictionary.h"
+#include "store/RememberedDesk.h"
 #include "transport/BluetoothCenterManager.h"
 #include "transport/BluetoothTool.h"
 #include "transport/RBBluetoothManager.h"
+#include "transport/screens/DeskTypeTable.h"
 #include "widgets/OMAlert.h"
 #include "widgets/OMAppStyle.h"
 #include "widgets/OMImage.h"
@@ -74,9 +77,12 @@ void AppDelegate::applicationDidFinishLaunching() {
     createStatusItem();
     actionSetSystomSetting();
     m_menu->setTitles();
-    deleteLegacyFiles();
+    // Read before the legacy files go: the current-device file names the remembered desk.
+    const std::optional<QString> rememberedModel =
+        RememberedDesk::modelOfCurrentDesk(DeskTypeTable::models());
+    deleteLegacyFiles(rememberedModel.has_value());
     initPlist();
-    goHome();
+    goHome(rememberedModel.value_or(QLatin1String(kDefaultFoldName)));
 }
 
 void AppDelegate::setTrayPresence(std::unique_ptr<TrayPresence> tray) {
@@ -182,9 +188,11 @@ void AppDelegate::actionSetSystomSetting() {
                                    DQDataCatchHelper::getLibCatchesPath());
 }
 
-void AppDelegate::deleteLegacyFiles() {
-    for (const QString& name : legacyFileNames())
-        FileManager::deleteFileName(name);
+void AppDelegate::deleteLegacyFiles(bool keepCurrentDesk) {
+    for (const QString& name : legacyFileNames()) {
+        if (!keepCurrentDesk || name != QLatin1String(CurrentDeviceStore::kFileName))
+            FileManager::deleteFileName(name);
+    }
 }
 
 void AppDelegate::initPlist() {
@@ -193,8 +201,8 @@ void AppDelegate::initPlist() {
     OMPlistManager::initDataList();
 }
 
-void AppDelegate::goHome() {
-    setFoldName(QLatin1String(kDefaultFoldName));
+void AppDelegate::goHome(const QString& foldName) {
+    setFoldName(foldName);
     actionPushToSearchVC();
 }
 

@@ -84,9 +84,10 @@ private:
     void showStatusItem();
     void trayChanged(bool available);
     void connectMenu();
-    void deleteLegacyFiles();
+    // With "Remember my desk" on and a desk to remember, its current-device file stays.
+    void deleteLegacyFiles(bool keepCurrentDesk);
     void initPlist();
-    void goHome();
+    void goHome(const QString& foldName);
     void showFirstScreen(bool bluetoothOpen);
 
     bool m_isMoving = false;

@@ -6,6 +6,7 @@
 #include "session/ActivityRecorder.h"
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskLink.h"
+#include "session/DeskRelease.h"
 #include "session/DeskSession.h"
 #include "session/GlobalKeyDispatch.h"
 #include "session/HotKeyMovement.h"
@@ -48,6 +49,10 @@ DeskBusAdaptor::DeskBusAdaptor(QDBusConnection connection, QObject* host)
 
 bool DeskBusAdaptor::connected() const {
     return m_session && m_session->isConnected();
+}
+
+bool DeskBusAdaptor::released() const {
+    return m_session && m_session->isReleased();
 }
 
 QString DeskBusAdaptor::deskName() const {
@@ -125,6 +130,16 @@ bool DeskBusAdaptor::Down(const QDBusMessage& call) {
     return pressHotKey(QStringLiteral("GlobalKeyDown"), call);
 }
 
+void DeskBusAdaptor::Release(const QDBusMessage& call) {
+    if (DeskSession* session = liveSession(call))
+        session->release().releaseDesk();
+}
+
+void DeskBusAdaptor::Connect(const QDBusMessage& call) {
+    if (DeskSession* session = liveSession(call))
+        session->release().connectDesk();
+}
+
 // The hot key's own path, so the movement has the hot keys' watchdogs and stops.
 bool DeskBusAdaptor::pressHotKey(const QString& name, const QDBusMessage& call) {
     DeskSession* session = drivableSession(call);
@@ -138,7 +153,16 @@ bool DeskBusAdaptor::pressHotKey(const QString& name, const QDBusMessage& call) 
 DeskSession* DeskBusAdaptor::drivableSession(const QDBusMessage& call) {
     if (connected())
         return m_session;
-    refuse(call, name(config::kNotConnectedError), QStringLiteral("No desk is connected."));
+    refuse(call, name(config::kNotConnectedError),
+           released() ? QStringLiteral("The desk is released; Connect() links it again.")
+                      : QStringLiteral("No desk is connected."));
+    return nullptr;
+}
+
+DeskSession* DeskBusAdaptor::liveSession(const QDBusMessage& call) {
+    if (m_session)
+        return m_session;
+    refuse(call, name(config::kNotConnectedError), QStringLiteral("No desk is paired yet."));
     return nullptr;
 }
 
@@ -231,6 +255,7 @@ void DeskBusAdaptor::follow(DeskSession* session) {
             connect(&session->presetKeys(), &PresetKeys::presetsChanged, this, refreshing),
             connect(&session->goToHeight(), &GoToHeight::started, this, refreshing),
             connect(&session->goToHeight(), &GoToHeight::finished, this, refreshing),
+            connect(&session->release(), &DeskRelease::releasedChanged, this, refreshing),
         };
     }
     refresh();
@@ -253,6 +278,7 @@ void DeskBusAdaptor::heightChanged() {
 
 QVariantMap DeskBusAdaptor::snapshot() const {
     return {{QStringLiteral("Connected"), connected()},
+            {QStringLiteral("Released"), released()},
             {QStringLiteral("DeskName"), deskName()},
             {QStringLiteral("Height"), height()},
             {QStringLiteral("Unit"), unit()},

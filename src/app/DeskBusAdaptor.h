@@ -26,10 +26,12 @@ using ActivityDays = QList<QVariantMap>;
 // (resources/dbus/com.ostrel.Motion.Desk1.xml). It drives the session of the control screen
 // that is showing; without one, or without a link, calls fail with NotConnected. Every move
 // goes through the session's move to a height, so nothing a caller sends can leave a key held.
+// Release and Connect let go of the desk and link it again, as the screen's action does.
 class DeskBusAdaptor : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.ostrel.Motion.Desk1")
     Q_PROPERTY(bool Connected READ connected)
+    Q_PROPERTY(bool Released READ released)
     Q_PROPERTY(QString DeskName READ deskName)
     Q_PROPERTY(double Height READ height)
     Q_PROPERTY(QString Unit READ unit)
@@ -51,6 +53,7 @@ public:
     DeskBusAdaptor(QDBusConnection connection, QObject* host);
 
     bool connected() const;
+    bool released() const;
     QString deskName() const;
     double height() const;
     QString unit() const;
@@ -75,12 +78,16 @@ public slots:
     // whether the desk now moves.
     bool Up(const QDBusMessage& call);
     bool Down(const QDBusMessage& call);
+    void Release(const QDBusMessage& call);
+    void Connect(const QDBusMessage& call);
 
 private:
     void follow(DeskSession* session);
     void heightChanged();
     // The session to drive, or an error reply and null.
     DeskSession* drivableSession(const QDBusMessage& call);
+    // The session of the control screen, linked or not, or an error reply and null.
+    DeskSession* liveSession(const QDBusMessage& call);
     void moveTo(DeskSession& session, double cm, const QDBusMessage& call);
     bool pressHotKey(const QString& name, const QDBusMessage& call);
     void refuse(const QDBusMessage& call, const QString& error, const QString& text);

@@ -34,6 +34,9 @@ constexpr std::array kVerbs{
     Verb{"up", "", "As the Up shortcut: move the desk up, or stop it if it moves, then exit."},
     Verb{"down", "",
          "As the Down shortcut: move the desk down, or stop it if it moves, then exit."},
+    Verb{"release", "",
+         "Let go of the desk, so that a phone or another computer can connect, then exit."},
+    Verb{"connect", "", "Connect the released desk again once it is in range, then exit."},
 };
 constexpr char kDays[] = "days";
 constexpr char kJson[] = "json";
@@ -138,6 +141,10 @@ int DeskCommandLine::run(const Request& request) {
                     QStringLiteral("Moving to the %1 preset").arg(request.argument.toLower()));
     if (request.verb == u"up" || request.verb == u"down")
         return toggle(request.verb);
+    if (request.verb == u"release")
+        return call(QStringLiteral("Release"), {}, QStringLiteral("Desk released"));
+    if (request.verb == u"connect")
+        return call(QStringLiteral("Connect"), {}, QStringLiteral("Connecting to the desk"));
     return call(QStringLiteral("Stop"), {}, QStringLiteral("Stopped"));
 }
 
@@ -163,6 +170,8 @@ int DeskCommandLine::status(bool asJson) {
         m_out << QJsonDocument(json(properties)).toJson(QJsonDocument::Compact) << Qt::endl;
     else if (connected)
         m_out << describe(properties) << Qt::endl;
+    else if (properties.value(QStringLiteral("Released")).toBool())
+        m_err << "The desk is released; --connect connects it again." << Qt::endl;
     else
         m_err << "No desk is connected." << Qt::endl;
     return connected ? kOk : kNotConnected;

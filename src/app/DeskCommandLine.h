@@ -13,8 +13,9 @@ class QTextStream;
 namespace ostrel {
 
 // The command-line verbs that drive the desk of a running instance over the session bus:
-// --status (with --json), --move-to CM, --preset NAME, --stop, and --up and --down, which act as
-// the hot keys of that direction (start a movement or stop the one in progress); and --stats,
+// --status (with --json), --move-to CM, --preset NAME, --stop, --up and --down, which act as
+// the hot keys of that direction (start a movement or stop the one in progress), --release and
+// --connect, which let go of the desk and link it again; and --stats,
 // which also works without a running instance. Each prints one line and ends with an exit code
 // that tells scripts what went wrong.
 class DeskCommandLine {
@@ -30,7 +31,8 @@ public:
     static constexpr int kCallTimeoutMs = 5000;
 
     struct Request {
-        QString verb; // "status", "move-to", "preset", "stop", "up", "down" or "stats"
+        QString verb; // "status", "move-to", "preset", "stop", "up", "down", "release",
+                      // "connect" or "stats"
         QString argument;
         bool json = false;
     };

@@ -2,6 +2,7 @@
 
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskLink.h"
+#include "session/DeskRelease.h"
 #include "session/DeskSession.h"
 #include "session/GoToHeight.h"
 #include "session/LiveSession.h"
@@ -27,6 +28,9 @@ TrayDeskMenu::TrayDeskMenu(QSystemTrayIcon* icon, QMenu* menu, QObject* parent)
     m_stop = new QAction(tr("Stop"), menu);
     connect(m_stop, &QAction::triggered, this, &TrayDeskMenu::stop);
     menu->insertAction(first, m_stop);
+    m_release = new QAction(menu);
+    connect(m_release, &QAction::triggered, this, &TrayDeskMenu::toggleRelease);
+    menu->insertAction(first, m_release);
     menu->insertSeparator(first);
 
     LiveSession& live = LiveSession::instance();
@@ -48,6 +52,7 @@ void TrayDeskMenu::follow(DeskSession* session) {
             connect(&session->link(), &DeskLink::linked, this, refreshing),
             connect(&session->link(), &DeskLink::linkStarting, this, refreshing),
             connect(&session->presetKeys(), &PresetKeys::presetsChanged, this, refreshing),
+            connect(&session->release(), &DeskRelease::releasedChanged, this, refreshing),
         };
     }
     refresh();
@@ -60,7 +65,7 @@ bool TrayDeskMenu::connected() const {
 QString TrayDeskMenu::toolTip() const {
     const QString title = QStringLiteral("Ostrel Motion");
     if (!connected())
-        return title + QLatin1Char('\n') + tr("No desk connected");
+        return title + QLatin1Char('\n') + notLinkedText();
     const QString name = m_session->link().blutoothName();
     if (m_heightText.isEmpty())
         return title + QLatin1Char('\n') + name;
@@ -73,7 +78,7 @@ void TrayDeskMenu::refresh() {
     if (heightKnown) {
         m_height->setText(tr("Height: %1").arg(m_heightText));
     } else {
-        m_height->setText(linked ? tr("Height not yet known") : tr("No desk connected"));
+        m_height->setText(linked ? tr("Height not yet known") : notLinkedText());
     }
     for (int slot = 0; slot < kPresetCount; ++slot) {
         QAction* preset = m_presets[std::size_t(slot)];
@@ -84,6 +89,9 @@ void TrayDeskMenu::refresh() {
             preset->setText(m_session->presetKeys().presetTipText(slot));
     }
     m_stop->setEnabled(linked);
+    const bool released = m_session && m_session->isReleased();
+    m_release->setText(DeskRelease::actionText(released));
+    m_release->setEnabled(m_session != nullptr);
     m_icon->setToolTip(toolTip());
 }
 
@@ -106,6 +114,15 @@ void TrayDeskMenu::recall(int slot) {
 void TrayDeskMenu::stop() {
     if (connected())
         m_session->stopMoving();
+}
+
+void TrayDeskMenu::toggleRelease() {
+    if (m_session)
+        m_session->release().toggle();
+}
+
+QString TrayDeskMenu::notLinkedText() const {
+    return m_session && m_session->isReleased() ? tr("Desk released") : tr("No desk connected");
 }
 
 } // namespace ostrel

@@ -4,6 +4,7 @@
 #include "session/ActivityRecorder.h"
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskLink.h"
+#include "session/DeskRelease.h"
 #include "session/DeskSession.h"
 #include "session/LiveSession.h"
 #include "store/OMPlistManager.h"
@@ -141,6 +142,7 @@ void DeskStatePublisher::follow(DeskSession* session) {
             connect(&session->link(), &DeskLink::linkStarting, this, reloading),
             connect(&session->goToHeight(), &GoToHeight::started, this, refreshing),
             connect(&session->goToHeight(), &GoToHeight::finished, this, refreshing),
+            connect(&session->release(), &DeskRelease::releasedChanged, this, refreshing),
         };
     }
     refresh();

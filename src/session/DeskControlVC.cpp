@@ -6,6 +6,8 @@
 #include "session/ActivityRecorder.h"
 #include "session/CountdownView.h"
 #include "session/DeskHeightDisplay.h"
+#include "session/DeskRelease.h"
+#include "session/DeskReleaseRow.h"
 #include "session/DeskSession.h"
 #include "session/DeskStatus.h"
 #include "session/DeskStatusLine.h"
@@ -31,6 +33,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPointer>
+#include <QPushButton>
 #include <QShortcut>
 #include <QStackedLayout>
 #include <QVBoxLayout>
@@ -83,6 +86,7 @@ void DeskControlVC::setTabOrderTopToBottom() {
         m_down};
     for (OMHoverButton* preset : m_presets)
         order.append(preset);
+    order.append(m_release->button());
     for (qsizetype i = 1; i < order.size(); ++i)
         setTabOrder(order[i - 1], order[i]);
 }
@@ -118,6 +122,8 @@ QWidget* DeskControlVC::buildControlView() {
     m_tip->setAlignment(Qt::AlignCenter);
     m_tip->setMinimumHeight(m_tip->fontMetrics().height());
     layout->addWidget(m_tip);
+    m_release = new DeskReleaseRow(m_session->release(), view);
+    layout->addWidget(m_release);
     return view;
 }
 
@@ -222,6 +228,7 @@ void DeskControlVC::connectSession() {
     connect(&s->presetKeys(), &PresetKeys::heightToastRequested, this,
             [this](const QString& text) { SJHUD::showHeightMessage(text, this); });
     connect(s, &DeskSession::breakTipRequested, this, &DeskControlVC::bluetoothBreakTip);
+    connect(&s->release(), &DeskRelease::releasedChanged, this, &DeskControlVC::showDeskReleased);
     // Never from inside the frame that reported the fault.
     connect(&s->status(), &DeskStatus::faultAppeared, this, [this] {
         Scheduler::instance().after(Scheduler::Duration::zero(), this, [this] { jumpErrorVC(); });
@@ -318,6 +325,14 @@ void DeskControlVC::touchHoverUp(OMHoverButton*) {
 void DeskControlVC::showPresetsReleased() {
     for (OMHoverButton* preset : m_presets)
         preset->setActive(false);
+}
+
+void DeskControlVC::showDeskReleased(bool released) {
+    for (QWidget* control : {static_cast<QWidget*>(m_up), static_cast<QWidget*>(m_down),
+                             static_cast<QWidget*>(m_height)})
+        control->setEnabled(!released);
+    for (OMHoverButton* preset : m_presets)
+        preset->setEnabled(!released);
 }
 
 void DeskControlVC::longHoverPress(OMHoverButton* button) {

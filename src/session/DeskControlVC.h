@@ -13,6 +13,7 @@ class QStackedLayout;
 namespace ostrel {
 
 class CountdownView;
+class DeskReleaseRow;
 class DeskSession;
 class DeskStatusLine;
 class HomeFunctionBtn;
@@ -59,6 +60,8 @@ public:
     QString tipText() const;
     // What the desk reports beyond its height, in words; hidden while there is nothing.
     DeskStatusLine* statusLine() const { return m_status; }
+    // Release desk / Connect desk.
+    DeskReleaseRow* releaseRow() const { return m_release; }
     // The error screen this screen opened, if any.
     QWidget* errorWindow() const { return m_errorWindow; }
 
@@ -111,6 +114,8 @@ private:
     void connectReminder();
     void setTabOrderTopToBottom();
     void showPresetsReleased();
+    // A released desk takes no keys: the controls that send them rest.
+    void showDeskReleased(bool released);
     // The reminder's alert; a key held from the screen cannot outlast it opening.
     void actionAlarmNotificationAlert(bool isRepeat);
     void showHeight(const QString& text);
@@ -128,6 +133,7 @@ private:
     QString m_heightText;
     QLabel* m_tip = nullptr;
     DeskStatusLine* m_status = nullptr;
+    DeskReleaseRow* m_release = nullptr;
     QPointer<QWidget> m_errorWindow;
     OMDeskPicture* m_picture = nullptr;
     HomeFunctionBtn* m_up = nullptr;

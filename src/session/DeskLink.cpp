@@ -4,6 +4,7 @@
 #include "store/CurrentDeviceStore.h"
 #include "store/OMPlistManager.h"
 #include "store/RecordDictionary.h"
+#include "transport/BluetoothTool.h"
 #include "transport/RBBluetoothManager.h"
 
 #include <QPointer>
@@ -80,6 +81,7 @@ void DeskLink::subscribeToCurrentPeripheral() {
 
 void DeskLink::startScan() {
     m_isReConnect = true;
+    m_looking = true;
     scanRound([](DeskLink& self) { self.startScanAgain(); });
 }
 
@@ -96,11 +98,14 @@ void DeskLink::scanRound(Task onEnded) {
     QPointer<DeskLink> self(this);
     facade().scanWithType(kScanRuleType, [self, onEnded](const PeripheralPtr& peripheral, int flags,
                                                          const OptionalError&) {
-        if (!self)
+        if (!self || !self->m_looking)
             return;
         if (flags == BluetoothCenterManager::FlagScanEnded) {
             // Off the scanner's own call stack: the next round restarts the scanner.
-            self->later(onEnded);
+            self->later([onEnded](DeskLink& link) {
+                if (link.m_looking)
+                    onEnded(link);
+            });
         } else if (flags == BluetoothCenterManager::FlagFirstSighting && peripheral &&
                    peripheral->name() == self->m_blutoothName) {
             self->connectBluetoothWithPeripheral(peripheral);
@@ -113,6 +118,11 @@ void DeskLink::stopScan() {
     facade().stopScanDevice();
 }
 
+void DeskLink::stopLooking() {
+    m_looking = false;
+    stopScan();
+}
+
 void DeskLink::connectBluetoothWithPeripheral(const PeripheralPtr& peripheral) {
     if (facade().isConnect())
         facade().disconnectAllPeripheral();
@@ -121,7 +131,10 @@ void DeskLink::connectBluetoothWithPeripheral(const PeripheralPtr& peripheral) {
     facade().connectDeviceWithPeripheral(
         peripheral,
         [self](const PeripheralPtr& linked, const OptionalError& error) {
-            if (!self)
+            // A later loss of this link reaches the session as a disconnect; only a failed
+            // attempt is this link's news. A loss the session chose must not look like one.
+            if (!self || (error && (error->code == BluetoothTool::ErrorLinkLost ||
+                                    error->code == BluetoothTool::ErrorLinkLostReconnecting)))
                 return;
             if (!error)
                 emit self->linkStarting(); // before the new link's first poll is answered

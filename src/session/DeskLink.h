@@ -33,6 +33,8 @@ public:
     void startScanAgain();
     void stopScan();
     void reconnect() { startScan(); }
+    // Ends the reconnection scan for good: no further round starts until the next reconnect.
+    void stopLooking();
     void connectBluetoothWithPeripheral(const PeripheralPtr& peripheral);
     void actionAddDeviceToLocalWithperipheral(const PeripheralPtr& peripheral);
 
@@ -41,6 +43,7 @@ signals:
     void linkStarting();
     // The reconnected desk is bound and current again.
     void linked();
+    // An attempt to link the desk failed (a loss of the link is a disconnect, not this).
     void connectFailed();
 
 private:
@@ -54,6 +57,7 @@ private:
 
     QString m_blutoothName;
     bool m_isReConnect = false;
+    bool m_looking = false;
 };
 
 } // namespace ostrel

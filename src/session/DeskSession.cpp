@@ -7,12 +7,14 @@
 #include "session/DQGlobalKeyHelper.h"
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskLink.h"
+#include "session/DeskRelease.h"
 #include "session/DeskStatus.h"
 #include "session/GlobalKeyDispatch.h"
 #include "session/HeldKeyOwner.h"
 #include "session/HotKeyMovement.h"
 #include "session/LiveSession.h"
 #include "session/OMTimeManager.h"
+#include "session/PlannedDisconnect.h"
 #include "session/PresetKeys.h"
 #include "session/SleepGuard.h"
 #include "store/CurrentDeskModel.h"
@@ -52,8 +54,9 @@ DeskSession::DeskSession(QObject* parent)
       m_presetKeys(new PresetKeys([this] { return m_currentHeight; }, this)),
       m_hotKeyMovement(new HotKeyMovement(this)),
       m_globalKeys(new GlobalKeyDispatch(*m_hotKeyMovement, *m_presetKeys, this)),
-      m_goToHeight(new GoToHeight(this)), m_sleepGuard(new SleepGuard(*this)),
-      m_status(new DeskStatus(this)) {
+      m_goToHeight(new GoToHeight(this)), m_plannedDisconnect(new PlannedDisconnect(this)),
+      m_release(new DeskRelease(*m_link, *m_plannedDisconnect, this)),
+      m_sleepGuard(new SleepGuard(*this, *m_plannedDisconnect)), m_status(new DeskStatus(this)) {
     wireParts();
 }
 
@@ -71,6 +74,10 @@ void DeskSession::wireParts() {
             emit breakTipRequested();
     });
     connect(m_presetKeys, &PresetKeys::saved, this, &DeskSession::refreshDeviceInfo);
+    connect(m_release, &DeskRelease::releasedChanged, this, [this](bool released) {
+        if (released)
+            emit deskLinkChanged({});
+    });
     // Quitting ends the event loop before the link is released: nothing may stay held.
     connect(qApp, &QCoreApplication::aboutToQuit, this, &DeskSession::releaseHeldKeys);
 }
@@ -122,7 +129,11 @@ void DeskSession::registerObservers() {
     const std::pair<const char*, Handler> observers[] = {
         {notifications::kMemoryKeyChange, [this] { refreshDeviceInfo(); }},
         {notifications::kGlobeBlueToothIsConnect, [this] { actionDeviceChanged(); }},
-        {notifications::kReconnect, [this] { m_link->reconnect(); }},
+        {notifications::kReconnect,
+         [this] {
+             if (!isReleased())
+                 m_link->reconnect();
+         }},
         {notifications::kBluetoothDisconnected, [this] { bluetoothDisConnected(); }},
         {notifications::kUnitChange, [this] { actionHeightUnitChange(); }},
         {notifications::kDeleteCurrentDevice, [this] { actionDeleteCurrentDevice(); }},
@@ -187,6 +198,11 @@ void DeskSession::initBluetoothResultHandle() {
 }
 
 void DeskSession::deskLinked() {
+    if (isReleased()) { // a link that came up while the desk was let go goes again
+        m_plannedDisconnect->start();
+        return;
+    }
+    m_plannedDisconnect->end();
     emit deskLinkChanged(m_link->blutoothName());
     m_sleepGuard->deskLinked();
     refreshDeviceInfo();
@@ -227,6 +243,7 @@ void DeskSession::refreshContentByDeviceInfo() {
 
 void DeskSession::actionDeviceChanged() {
     m_changingDesk = false;
+    m_release->end();
     keyOwner().releaseAll(); // another desk: nothing held for the old one carries over
     m_objectLightColor.reset();
     emit lightStripAvailable(false);
@@ -250,9 +267,9 @@ void DeskSession::deskChangeFailed() {
 void DeskSession::bluetoothDisConnected() {
     keyOwner().releaseAll();
     emit deskLinkChanged({});
-    // Letting go before sleep is no lost link: no alert, the screen stays.
-    if (m_sleepGuard->isAsleep())
-        m_sleepGuard->linkGone();
+    // Letting go before sleep or on request is no lost link: no alert, the screen stays.
+    if (m_plannedDisconnect->isPlanned())
+        m_plannedDisconnect->linkGone();
     else if (!m_changingDesk)
         requestBreakTip();
 }
@@ -345,8 +362,12 @@ void DeskSession::releaseHeldKeys() {
     keyOwner().stopAll(HeldKeyOwner::Ending::LetGo);
 }
 
+bool DeskSession::isReleased() const {
+    return m_release->isReleased();
+}
+
 bool DeskSession::isConnected() const {
-    return facade().isConnect();
+    return !isReleased() && facade().isConnect();
 }
 
 void DeskSession::stopUnattendedMoves() {

@@ -14,10 +14,12 @@
 namespace ostrel {
 
 class DeskLink;
+class DeskRelease;
 class DeskStatus;
 class GlobalKeyDispatch;
 class HotKeyMovement;
 class OMTimeManager;
+class PlannedDisconnect;
 class PresetKeys;
 class SleepGuard;
 
@@ -44,6 +46,8 @@ public:
     void registerObservers();
 
     DeskLink& link() const { return *m_link; }
+    // Letting go of the desk for another device, and connecting it again.
+    DeskRelease& release() const { return *m_release; }
     PresetKeys& presetKeys() const { return *m_presetKeys; }
     HotKeyMovement& hotKeyMovement() const { return *m_hotKeyMovement; }
     GlobalKeyDispatch& globalKeys() const { return *m_globalKeys; }
@@ -55,7 +59,9 @@ public:
     int minHeight() const { return m_minHeight; }
     int maxHeight() const { return m_maxHeight; }
     GoToHeight::Limits limits() const { return {m_minHeight, m_maxHeight}; }
+    // Linked and not released.
     bool isConnected() const;
+    bool isReleased() const;
     const std::optional<Object_LightColor>& objectLightColor() const { return m_objectLightColor; }
     const QString& sitOrStand() const { return m_sitOrStand; }
     static int commandType();
@@ -129,6 +135,8 @@ private:
     HotKeyMovement* m_hotKeyMovement;
     GlobalKeyDispatch* m_globalKeys;
     GoToHeight* m_goToHeight;
+    PlannedDisconnect* m_plannedDisconnect;
+    DeskRelease* m_release;
     SleepGuard* m_sleepGuard;
     DeskStatus* m_status;
     float m_currentHeight = 0.0f;

@@ -4,14 +4,12 @@
 #include "platform/SystemSleep.h"
 #include "session/DeskLink.h"
 #include "session/DeskSession.h"
-#include "session/HeldKeyOwner.h"
-#include "transport/RBBluetoothManager.h"
-
-#include <QPointer>
+#include "session/PlannedDisconnect.h"
 
 namespace ostrel {
 
-SleepGuard::SleepGuard(DeskSession& session) : QObject(&session), m_session(session) {
+SleepGuard::SleepGuard(DeskSession& session, PlannedDisconnect& disconnect)
+    : QObject(&session), m_session(session), m_disconnect(disconnect) {
     connect(&system(), &SystemSleep::coming, this, &SleepGuard::sleepComing);
     connect(&system(), &SystemSleep::resumed, this, &SleepGuard::resumed);
 }
@@ -36,29 +34,12 @@ void SleepGuard::sleepComing() {
         return;
     }
     m_asleep = true;
-    QPointer<SleepGuard> self(this);
-    HeldKeyOwner::instance().releaseThen([self] {
-        if (self)
-            self->letLinkGo();
-    });
-}
-
-void SleepGuard::letLinkGo() {
-    m_disconnectWait = Scheduler::instance().after(kDisconnectLimit, this, [this] { linkGone(); });
-    RBBluetoothManager::sharedInstance().disconnectAllPeripheral();
-}
-
-void SleepGuard::linkGone() {
-    if (!m_asleep)
-        return;
-    m_disconnectWait.cancel();
-    system().letGo();
+    m_disconnect.start([] { system().letGo(); });
 }
 
 void SleepGuard::resumed() {
-    if (!m_asleep)
+    if (!m_asleep || m_session.isReleased())
         return;
-    m_disconnectWait.cancel();
     // Nothing was held over the sleep; the scan links the desk as after any lost link.
     m_session.link().reconnect();
 }

@@ -62,6 +62,11 @@ void ViewSystemSetting::initView() {
 
     for (QWidget* row : {m_unitRow, m_languageRow, m_shortcutRow, m_homeAutomationRow})
         contentLayout()->addWidget(row);
+    m_rememberDesk = new QCheckBox(tr("Remember my desk"), this);
+    m_rememberDesk->setToolTip(
+        tr("At launch, come back to the desk last used and connect it as soon as it is found"));
+    connect(m_rememberDesk, &QCheckBox::clicked, this, &ViewSystemSetting::actionRememberDesk);
+    contentLayout()->addWidget(m_rememberDesk, 0, Qt::AlignLeft);
     contentLayout()->addSpacing(12);
     addHeading(tr("Clear cache"));
     m_autoClean = new QCheckBox(tr("Automatically clean when over 200MB"), this);
@@ -77,6 +82,7 @@ void ViewSystemSetting::initView() {
 void ViewSystemSetting::refreshContentView() {
     const Object_SystemSetting setting = SystemSettingRecord::load();
     m_unitRow->setValueText(setting.unit == "1" ? tr("Inches") : tr("Centimeters"));
+    m_rememberDesk->setChecked(setting.rememberdesk == "1");
     m_autoClean->setChecked(setting.autocatchclean == "1");
 }
 
@@ -90,6 +96,11 @@ void ViewSystemSetting::actionSelectShortcut() {
 
 void ViewSystemSetting::actionSelectHomeAutomation() {
     push(SettingsPages::instance().create(SettingsPages::Page::HomeAutomation, fatherVC()));
+}
+
+void ViewSystemSetting::actionRememberDesk(bool on) {
+    SystemSettingRecord::change(&Object_SystemSetting::rememberdesk, on ? "1" : "0");
+    refreshContentView();
 }
 
 // Cleaning itself waits for the next launch.

@@ -19,8 +19,8 @@ const QString kAutoId = QStringLiteral("auto_id");
 const QString kIsCurrent = QStringLiteral("is_current");
 const QString kBluetoothName = QStringLiteral("bluetoothName");
 
-QString bindDeviceListName() {
-    return CurrentDeskModel::name() + QStringLiteral("system_binddevice");
+QString bindDeviceListName(const QString& model = CurrentDeskModel::name()) {
+    return model + QStringLiteral("system_binddevice");
 }
 
 void writeList(const QVariantList& list, const QString& name) {
@@ -190,7 +190,11 @@ void OMPlistManager::createSystemSettingListWithUserID(const QString& userId) {
 }
 
 QVariantList OMPlistManager::getBindDevice() {
-    return readPlistFileDataWithFileName(bindDeviceListName()).value_or(QVariantList{});
+    return getBindDeviceOfModel(CurrentDeskModel::name());
+}
+
+QVariantList OMPlistManager::getBindDeviceOfModel(const QString& model) {
+    return readPlistFileDataWithFileName(bindDeviceListName(model)).value_or(QVariantList{});
 }
 
 void OMPlistManager::saveBindDeviceWithDevice(const QVariantMap& device) {

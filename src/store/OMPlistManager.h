@@ -37,6 +37,8 @@ public:
 
     // The bound-device list of the current desk model, in property form.
     static QVariantList getBindDevice();
+    // The bound-device list of any desk model.
+    static QVariantList getBindDeviceOfModel(const QString& model);
     static void saveBindDeviceWithDevice(const QVariantMap& device);
     static void deleteBindDeviceWithBlueToothName(const QString& bluetoothName);
     static QVariantMap getDeviceInfoWithBlueToothName(const QString& bluetoothName);

@@ -18,18 +18,19 @@ struct Object_SystemSetting {
     Text combinationopen = "0";
     Text push = "0";
     Text autocatchclean = "0";
-    Text pauseaway = "1"; // the sit-stand countdown waits while the user is away
+    Text pauseaway = "1";    // the sit-stand countdown waits while the user is away
+    Text rememberdesk = "0"; // "1": a launch comes back to the desk last used
 
     bool operator==(const Object_SystemSetting&) const = default;
 
     static constexpr auto fields() {
         using M = Object_SystemSetting;
-        return std::make_tuple(recordField("language", &M::language), recordField("unit", &M::unit),
-                               recordField("combinationkey", &M::combinationkey),
-                               recordField("combinationopen", &M::combinationopen),
-                               recordField("push", &M::push),
-                               recordField("autocatchclean", &M::autocatchclean),
-                               recordField("pauseaway", &M::pauseaway));
+        return std::make_tuple(
+            recordField("language", &M::language), recordField("unit", &M::unit),
+            recordField("combinationkey", &M::combinationkey),
+            recordField("combinationopen", &M::combinationopen), recordField("push", &M::push),
+            recordField("autocatchclean", &M::autocatchclean),
+            recordField("pauseaway", &M::pauseaway), recordField("rememberdesk", &M::rememberdesk));
     }
 };
 

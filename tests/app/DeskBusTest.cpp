@@ -193,7 +193,7 @@ INSTANTIATE_TEST_SUITE_P(BothPaths, DeskBusPathTest, ::testing::Bool());
 
 TEST_F(DeskBusTest, BadCallsGetClearErrorsAndHoldNothing) {
     // No control screen, no desk.
-    for (const char* method : {"MoveTo", "RecallPreset", "Stop", "Down"}) {
+    for (const char* method : {"MoveTo", "RecallPreset", "Stop", "Down", "Release", "Connect"}) {
         const QVariantList arguments = method == std::string("MoveTo")         ? QVariantList{100.0}
                                        : method == std::string("RecallPreset") ? QVariantList{"sit"}
                                                                                : QVariantList{};

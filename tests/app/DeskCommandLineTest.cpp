@@ -74,15 +74,16 @@ TEST(DeskCommandLineTest, WithoutARunningApplicationEveryVerbSaysSo) {
     for (const QStringList& verb :
          {QStringList{"--status"}, QStringList{"--status", "--json"},
           QStringList{"--move-to", "100"}, QStringList{"--preset", "sit"}, QStringList{"--stop"},
-          QStringList{"--up"}, QStringList{"--down"}}) {
+          QStringList{"--up"}, QStringList{"--down"}, QStringList{"--release"},
+          QStringList{"--connect"}}) {
         const Outcome outcome = runVerb(verb);
         EXPECT_EQ(outcome.code, Code::kNotRunning) << verb.join(' ').toStdString();
         EXPECT_EQ(outcome.err, QStringLiteral("Ostrel Motion is not running."));
     }
     const Outcome help = runVerb({QStringLiteral("--help")});
     EXPECT_EQ(help.code, Code::kOk);
-    for (const char* verb :
-         {"--status", "--json", "--move-to <cm>", "--preset <name>", "--stop", "--up", "--down"})
+    for (const char* verb : {"--status", "--json", "--move-to <cm>", "--preset <name>", "--stop",
+                             "--up", "--down", "--release", "--connect"})
         EXPECT_TRUE(help.out.contains(QLatin1String(verb))) << verb;
 }
 
@@ -240,6 +241,17 @@ TEST_F(RunningApplicationTest, VerbsDriveTheDeskAndFailWithDistinctCodes) {
         EXPECT_EQ(runVerb({QStringLiteral("--up")}).out, QStringLiteral("Moving up"));
         EXPECT_TRUE(waitUntil([&] { return desk->isMoving(); }));
         EXPECT_EQ(runVerb({QStringLiteral("--up")}).out, QStringLiteral("Stopped"));
+
+        // Released for the phone app: status and moves exit 4 until --connect links it again.
+        EXPECT_EQ(runVerb({QStringLiteral("--release")}).out, QStringLiteral("Desk released"));
+        EXPECT_TRUE(waitUntil([&] { return !desk->isSubscribed(); }, 3000));
+        for (const char* verb : {"--status", "--stop", "--up"}) {
+            const Outcome outcome = runVerb({QLatin1String(verb)});
+            EXPECT_EQ(outcome.code, Code::kNotConnected) << verb;
+            EXPECT_TRUE(outcome.err.contains(QStringLiteral("released"))) << verb;
+        }
+        EXPECT_EQ(runVerb({QStringLiteral("--connect")}).code, Code::kOk);
+        EXPECT_TRUE(waitUntil([&] { return control()->session().isConnected(); }));
 
         // How long a script waits for --status.
         std::vector<qint64> times;

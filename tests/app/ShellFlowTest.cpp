@@ -2,6 +2,10 @@
 #include "app/ScreenFactories.h"
 #include "session/DeskControlVC.h"
 #include "session/DeskSession.h"
+#include "session/PresetKeys.h"
+#include "settings/SystemSettingRecord.h"
+#include "store/CurrentDeskModel.h"
+#include "store/CurrentDeviceStore.h"
 #include "store/OMPlistManager.h"
 #include "transport/screens/BluetoothSearchVC.h"
 #include "transport/screens/DeskSearchRowView.h"
@@ -118,6 +122,34 @@ TEST_F(ShellFlowTest, RepeatedFaultsMovesAndReconnectionsLeaveNothingBehind) {
     EXPECT_LT(grown, std::size_t(512 * (kRounds - 2 * kWindow)))
         << "grew by " << grown << " bytes over " << kRounds - 2 * kWindow << " rounds";
 }
+
+// The last run used a desk bound under D5Pro, with presets. Remembering, the launch comes back
+// to D5Pro and the search screen links the desk by itself; not, the launch is today's.
+class RememberDeskTest : public ShellFlowTest, public ::testing::WithParamInterface<bool> {};
+
+TEST_P(RememberDeskTest, LaunchComesBackToTheLastDeskOnlyWhenOn) {
+    VirtualDesk& desk = addDesk();
+    CurrentDeskModel::setName(QStringLiteral("D5Pro"));
+    CurrentDeviceStore::bindDevice(desk.name(), QStringLiteral("last-run"));
+    OMBluetoothModel record = CurrentDeviceStore::load();
+    record.memoryHeight = "72,110,0,0";
+    CurrentDeviceStore::save(record);
+    CurrentDeskModel::setName(QStringLiteral("D5"));
+    SystemSettingRecord::change(&Object_SystemSetting::rememberdesk, GetParam() ? "1" : "0");
+
+    launch();
+    advance(2s);
+    EXPECT_EQ(delegate->foldName(), GetParam() ? QStringLiteral("D5Pro") : QStringLiteral("D5"));
+    EXPECT_EQ(desk.isSubscribed(), GetParam());
+    DeskControlVC* control = content<DeskControlVC>();
+    ASSERT_EQ(control != nullptr, GetParam());
+    if (control)
+        EXPECT_EQ(control->session().presetKeys().memory(1), 110);
+    else
+        EXPECT_FALSE(CurrentDeviceStore::load().bluetoothName);
+}
+
+INSTANTIATE_TEST_SUITE_P(OnAndOff, RememberDeskTest, ::testing::Bool());
 
 } // namespace
 } // namespace ostrel::test

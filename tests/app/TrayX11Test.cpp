@@ -99,6 +99,15 @@ TEST_F(TrayX11Test, MenuShowsTheHeightAndItsPresetsAndStopDriveTheDesk) {
             return deskMenu().heightLine()->text() ==
                    QStringLiteral("Height: ") + control()->heightText();
         }));
+
+        // Let go of for the phone app, then connected again, from the same menu.
+        ASSERT_NO_FATAL_FAILURE(choose(deskMenu().releaseAction()));
+        EXPECT_TRUE(waitUntil([&] { return !desk->isSubscribed(); }, 3000));
+        EXPECT_EQ(deskMenu().heightLine()->text(), QStringLiteral("Desk released"));
+        EXPECT_FALSE(deskMenu().stopAction()->isEnabled());
+        EXPECT_EQ(deskMenu().releaseAction()->text(), QStringLiteral("Connect desk"));
+        ASSERT_NO_FATAL_FAILURE(choose(deskMenu().releaseAction()));
+        EXPECT_TRUE(waitUntil([&] { return desk->isSubscribed(); }, 20000));
     });
 }
 

@@ -6,6 +6,7 @@
 #include <QDBusArgument>
 #include <QDBusError>
 #include <QDBusObjectPath>
+#include <QDBusVariant>
 #include <QTest>
 
 namespace ostrel::test {
@@ -66,6 +67,17 @@ QVariantMap BluezTest::acquiredState(const QString& name) {
         }
     }
     return state;
+}
+
+QVariant BluezTest::bluezProperty(const char* property, const QString& desk) {
+    QDBusMessage get = QDBusMessage::createMethodCall(
+        QStringLiteral("org.bluez"),
+        desk.isEmpty() ? QStringLiteral("/org/bluez/hci0") : m_deskPaths.value(desk),
+        QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    get.setArguments({desk.isEmpty() ? QStringLiteral("org.bluez.Adapter1")
+                                     : QStringLiteral("org.bluez.Device1"),
+                      QLatin1String(property)});
+    return StandinBus::instance().call(get).arguments().value(0).value<QDBusVariant>().variant();
 }
 
 void BluezTest::offerSockets(bool offered) {

@@ -41,6 +41,8 @@ protected:
     // The desk's NotifyAcquired and WriteAcquired properties as BlueZ shows them; none where it
     // offers no sockets.
     QVariantMap acquiredState(const QString& name);
+    // A property of the desk's Device1 object (without a desk, the adapter's) as BlueZ shows it.
+    QVariant bluezProperty(const char* property, const QString& desk = {});
     // Whether links set up from now on are offered sockets; offered again after each test.
     void offerSockets(bool offered);
 

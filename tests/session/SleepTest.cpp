@@ -1,12 +1,20 @@
 // Sleep and wake on a virtual desk in virtual time, with the system's sleep stood in for at its
 // interface: every movement ends and the desk hears no key, the link goes, and only then is the
 // system let go; no alert, the session stays; after wake the desk is linked with nothing held.
+// Releasing the desk for another device lets go of it the same way, and nothing links it again
+// until the user connects it.
 #include "SessionTestSupport.h"
+#include "core/NotificationCenter.h"
+#include "core/NotificationNames.h"
 #include "platform/Platform.h"
 #include "platform/SystemSleep.h"
+#include "session/DeskReleaseRow.h"
+#include "session/PlannedDisconnect.h"
 #include "widgets/HomeFunctionBtn.h"
 #include "widgets/WidgetTestSupport.h"
 
+#include <QPushButton>
+#include <QSignalSpy>
 #include <functional>
 #include <optional>
 #include <ostream>
@@ -117,6 +125,35 @@ TEST_F(SleepTest, WakeOutOfRangeKeepsLookingWithoutAnAlert) {
     desk->setInRange(true);
     advance(35s);
     EXPECT_TRUE(desk->isSubscribed());
+}
+
+// Released with Up held: the desk's last answer is no key, the link goes without an alert, and
+// neither a write that finds no link nor sleep and wake links it again; Connect desk does.
+TEST_F(SleepTest, AReleasedDeskStaysLetGoUntilTheUserConnectsIt) {
+    QPushButton* action = control->releaseRow()->button();
+    QSignalSpy links(&session().link(), &DeskLink::linked);
+    press(control->upButton());
+    advance(500ms);
+    action->click();
+    advance(PlannedDisconnect::kDisconnectLimit);
+    EXPECT_FALSE(desk->isSubscribed());
+    EXPECT_FALSE(desk->isMoving());
+    EXPECT_EQ(desk->keyFrames().back().keys, 0) << "the link went while a key was held";
+    EXPECT_EQ(action->text(), QStringLiteral("Connect desk"));
+    EXPECT_FALSE(control->upButton()->isEnabled());
+
+    NotificationCenter::defaultCenter().post(QLatin1String(notifications::kReconnect));
+    emit system.coming();
+    emit system.resumed();
+    advance(2min);
+    EXPECT_EQ(links.count(), 0) << "linked again while released";
+    EXPECT_EQ(system.asked, 1) << "a lock taken for a desk let go of";
+
+    action->click();
+    advance(20s);
+    EXPECT_EQ(links.count(), 1);
+    EXPECT_TRUE(session().isConnected());
+    EXPECT_TRUE(alerts.empty()) << "a planned disconnect raised an alert";
 }
 
 } // namespace

@@ -66,13 +66,20 @@ TEST_F(SystemSettingsTest, OnlyConfirmKeepsAUnitAndTellsTheControlScreenAndTheSe
     EXPECT_TRUE(control->heightText().endsWith("in"));
 }
 
-TEST_F(SystemSettingsTest, TheCleaningBoxStoresItsFlagAndKeepsTheOtherSettings) {
+TEST_F(SystemSettingsTest, TheBoxesStoreTheirFlagsAndKeepTheOtherSettings) {
     ViewSystemSetting& page = openSystemSettings();
-    click(page.autoCleanBox());
-    EXPECT_EQ(stored().autocatchclean, "1");
-    EXPECT_EQ(stored().unit, "0");
-    click(page.autoCleanBox());
-    EXPECT_EQ(stored().autocatchclean, "0");
+    const std::pair<QCheckBox*, Object_SystemSetting::Text Object_SystemSetting::*> boxes[] = {
+        {page.autoCleanBox(), &Object_SystemSetting::autocatchclean},
+        {page.rememberDeskBox(), &Object_SystemSetting::rememberdesk},
+    };
+    for (const auto& [box, flag] : boxes) {
+        EXPECT_FALSE(box->isChecked()) << "on by default";
+        click(box);
+        EXPECT_EQ(stored().*flag, "1");
+        EXPECT_EQ(stored().unit, "0");
+        click(box);
+        EXPECT_EQ(stored().*flag, "0");
+    }
 }
 
 // A page opened on top of another changes the same stored record: going back and changing

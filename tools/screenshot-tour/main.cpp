@@ -14,6 +14,8 @@
 #include "core/Scheduler.h"
 #include "session/ActivityRecorder.h"
 #include "session/DeskControlVC.h"
+#include "session/DeskRelease.h"
+#include "session/DeskSession.h"
 #include "session/GoToHeightDialog.h"
 #include "session/HeightSaveHelpVC.h"
 #include "session/NotificationAlert.h"
@@ -552,6 +554,15 @@ std::deque<Step> tourSteps(Tour& tour, SampleActivity& sample, AppDelegate& dele
     std::ranges::move(activitySteps(home, sample), std::back_inserter(steps));
     std::ranges::move(keyboardAndTraySteps(home, delegate), std::back_inserter(steps));
     std::ranges::move(faultSteps(tour), std::back_inserter(steps));
+    // The desk let go of for the phone app, then connected again.
+    steps.push_back(
+        {QStringLiteral("16d-released"),
+         onControl(home, [](DeskControlVC& control) { control.session().release().releaseDesk(); }),
+         800ms, [&tour] { return !boundDesk(tour.demo()).isSubscribed(); }});
+    steps.push_back(
+        {QString(),
+         onControl(home, [](DeskControlVC& control) { control.session().release().connectDesk(); }),
+         500ms, [&tour] { return boundDesk(tour.demo()).isSubscribed(); }});
     steps.push_back({QStringLiteral("17-link-loss"),
                      [&tour, &home] {
                          closeWindowsExceptHome(home);

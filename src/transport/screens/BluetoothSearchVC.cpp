@@ -1,6 +1,7 @@
 #include "transport/screens/BluetoothSearchVC.h"
 
 #include "store/CurrentDeviceStore.h"
+#include "store/RememberedDesk.h"
 #include "transport/BluetoothCenterManager.h"
 #include "transport/RBBluetoothManager.h"
 #include "transport/screens/BluetoothConnectTipVC.h"
@@ -142,11 +143,24 @@ void BluetoothSearchVC::scanEvent(const PeripheralPtr& peripheral, int flags) {
             m_blueToothManager->setNDevices(devices);
         }
         reloadData();
+        connectRememberedDesk(peripheral);
     } else if (flags == BluetoothCenterManager::FlagScanEnded) {
         m_isScanning = false;
         reloadData();
         m_imageSearch->stopRotating();
     }
+}
+
+// Once per screen, so a desk that refuses (another device holds it) is left to the user.
+void BluetoothSearchVC::connectRememberedDesk(const PeripheralPtr& peripheral) {
+    if (m_rememberedTried || m_paired || peripheral->name() != RememberedDesk::name())
+        return;
+    m_rememberedTried = true;
+    const QList<PeripheralPtr>& devices = m_blueToothManager->nDevices();
+    const auto row = std::find_if(devices.cbegin(), devices.cend(), [&](const auto& known) {
+        return known->name() == peripheral->name();
+    });
+    actionSelectRow(int(row - devices.cbegin()));
 }
 
 void BluetoothSearchVC::reloadData() {

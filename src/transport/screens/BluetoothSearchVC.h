@@ -20,7 +20,8 @@ class RBBluetoothManager;
 // Where the user finds a desk and pairs with it. Scans whenever the radio is on, lists desks by
 // advertised name, and connects the one clicked while the list is fresh (a scan is running); a
 // click on a stale list only scans again. A paired desk is stored as bound and as the current
-// device, and the desk control screen takes over the home window.
+// device, and the desk control screen takes over the home window. With "Remember my desk" on,
+// the current desk is connected as soon as a scan sees it, as if clicked.
 class BluetoothSearchVC : public QWidget {
     Q_OBJECT
 public:
@@ -50,6 +51,7 @@ private:
     void initView();
     void checkRadio();
     void scanEvent(const PeripheralPtr& peripheral, int flags);
+    void connectRememberedDesk(const PeripheralPtr& peripheral);
     void reloadData();
     void actionSelectRow(int row);
     void connectReport(const PeripheralPtr& peripheral, const OptionalError& error,
@@ -60,6 +62,7 @@ private:
     RBBluetoothManager* m_blueToothManager;
     bool m_isScanning = false;
     bool m_paired = false;
+    bool m_rememberedTried = false;
     // Desks clicked whose connect has not reported yet: a scan restarted meanwhile keeps them.
     QList<PeripheralPtr> m_connecting;
     QLabel* m_labelTitle = nullptr;

@@ -25,4 +25,11 @@ QString DeskTypeTable::label(int index) {
     return QCoreApplication::translate("DeskTypeTable", row(index).label);
 }
 
+QStringList DeskTypeTable::models() {
+    QStringList names;
+    for (const DeskTypeRow& model : kRows)
+        names.append(QLatin1String(model.foldName));
+    return names;
+}
+
 } // namespace ostrel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace ostrel {
 
@@ -17,6 +18,8 @@ public:
     // Indices past the end fall back to the last model.
     static DeskTypeRow row(int index);
     static QString label(int index); // translated
+    // Every model's name (foldName), in the order listed.
+    static QStringList models();
 };
 
 } // namespace ostrel
