@@ -3,24 +3,24 @@
 #include "PacketSocket.h"
 
 #include <cerrno>
-#include <poll.h>
-#include <sys/eventfd.h>
+#include <fcntl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 namespace ostrel {
 
 PacketReader::PacketReader(int descriptor, QObject* parent)
-    : QObject(parent), m_descriptor(descriptor), m_wake(::eventfd(0, EFD_CLOEXEC)) {}
+    : QObject(parent), m_descriptor(descriptor) {
+    // The thread waits in recv: one call per packet, woken by a shutdown to stop.
+    ::fcntl(m_descriptor, F_SETFL, ::fcntl(m_descriptor, F_GETFL) & ~O_NONBLOCK);
+}
 
 PacketReader::~PacketReader() {
     if (m_thread.joinable()) {
-        // The thread also ends by itself at a hang-up; the wake then goes unread.
-        const std::uint64_t stop = 1;
-        [[maybe_unused]] const ssize_t written = ::write(m_wake, &stop, sizeof stop);
+        m_stopping = true;
+        ::shutdown(m_descriptor, SHUT_RDWR);
         m_thread.join();
     }
-    ::close(m_wake);
     ::close(m_descriptor);
 }
 
@@ -35,20 +35,16 @@ void PacketReader::setSink(std::shared_ptr<PacketSink> sink) {
 }
 
 void PacketReader::run() {
-    pollfd watched[2] = {{m_descriptor, POLLIN, 0}, {m_wake, POLLIN, 0}};
     std::uint8_t buffer[PacketSocket::kLargestPacket];
     for (;;) {
-        if (::poll(watched, 2, -1) < 0 && errno != EINTR)
-            break;
-        if (watched[1].revents != 0)
-            return;
-        const ssize_t size = ::recv(m_descriptor, buffer, sizeof buffer, MSG_DONTWAIT);
+        const ssize_t size = ::recv(m_descriptor, buffer, sizeof buffer, 0);
         if (size > 0)
             deliver({buffer, static_cast<std::size_t>(size)});
-        else if (size == 0 || (errno != EAGAIN && errno != EINTR))
+        else if (size == 0 || errno != EINTR)
             break;
     }
-    emit hungUp();
+    if (!m_stopping)
+        emit hungUp();
 }
 
 void PacketReader::deliver(std::span<const std::uint8_t> packet) {

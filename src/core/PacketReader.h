@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QObject>
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <thread>
@@ -39,7 +40,7 @@ private:
     void deliver(std::span<const std::uint8_t> packet);
 
     int m_descriptor;
-    int m_wake; // an eventfd: written to stop the thread
+    std::atomic<bool> m_stopping = false; // a hang-up of our own making goes unreported
     std::mutex m_sinkLock;
     std::shared_ptr<PacketSink> m_sink;
     std::thread m_thread;

@@ -23,8 +23,8 @@ struct OnePacketSink : PacketSink {
 };
 
 // The reader's sink answers even while this thread takes no events; without a sink packets
-// come as signals; a hang-up is reported once. The sender keeps its own descriptor, so the
-// holder of the original may close it first.
+// come as signals; a hang-up is reported once, and stopping the reader is no hang-up. The
+// sender keeps its own descriptor, so the holder of the original may close it first.
 TEST(PacketReaderTest, SinkTakesPacketsOnTheReadersThreadSignalsTheRestAndTheHangUp) {
     const auto [ours, theirs] = PacketSocket::createPair();
     PacketReader reader(ours);
@@ -53,6 +53,14 @@ TEST(PacketReaderTest, SinkTakesPacketsOnTheReadersThreadSignalsTheRestAndTheHan
 
     sender.reset();
     ASSERT_TRUE(QTest::qWaitFor([&] { return hangUps > 0; }));
+    // Stopped while it waits, the other end still open: that hang-up is its own, unreported.
+    const auto [idle, peer] = PacketSocket::createPair();
+    {
+        PacketReader waiting(idle);
+        QObject::connect(&waiting, &PacketReader::hungUp, [&] { ++hangUps; });
+        waiting.start();
+    }
+    ::close(peer);
     for (int pass = 0; pass < 5; ++pass)
         QCoreApplication::processEvents();
     EXPECT_EQ(hangUps, 1);
