@@ -146,6 +146,10 @@ const Bytes* BluetoothResultHandle::answerPoll() {
     }
 }
 
+const Bytes& BluetoothResultHandle::noKeyAnswer() {
+    return constantAnswers()[command::kNoKey];
+}
+
 const Bytes* BluetoothResultHandle::answerFor(int type) {
     if (type == command::kTargetHeight)
         return &valueAnswer(m_targetHeightAnswer, targetHeight(),

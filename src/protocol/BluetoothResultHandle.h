@@ -58,6 +58,9 @@ public:
     // unless a target height or thickness changed since it was last answered. Safe on any one
     // thread at a time (the current link's), alongside the key's setters on another.
     const Bytes* answerPoll();
+    // The answer that lets go of any key, for a poll answered without the classifier's key
+    // (counted nowhere: the key's owner did not choose it).
+    static const Bytes& noKeyAnswer();
 
     // The held key answered to every poll: 0 none, 1 up, 2 down, 4 device information,
     // 5 target height, 6 tabletop thickness, 9-12 presets, 13 memory set; others per the

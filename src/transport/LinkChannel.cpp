@@ -4,8 +4,21 @@
 
 #include <QCoreApplication>
 #include <QThread>
+#include <chrono>
 
 namespace ostrel {
+
+namespace {
+
+constexpr std::int64_t kStuckAfter = 500'000'000; // ns
+
+std::int64_t steadyNow() {
+    return std::chrono::duration_cast<std::chrono::nanoseconds>(
+               std::chrono::steady_clock::now().time_since_epoch())
+        .count();
+}
+
+} // namespace
 
 LinkChannel::LinkChannel(PlatformCentral::ChannelWriter writer, FrameCallback callback)
     : m_writer(std::move(writer)), m_callback(std::move(callback)),
@@ -26,10 +39,18 @@ void LinkChannel::handleFrame(const std::optional<Bytes>& frame, const OptionalE
         passOn(frame, error);
         return;
     }
+    if (!m_writer)
+        return;
     // Written while the poll is handled: a late answer reads as a released key.
-    BluetoothResultHandle& handle = BluetoothResultHandle::sharedInstance();
-    if (const Bytes* answer = m_writer ? handle.answerPoll() : nullptr)
+    if (mainThreadStuck())
+        m_writer(BluetoothResultHandle::noKeyAnswer());
+    else if (const Bytes* answer = BluetoothResultHandle::sharedInstance().answerPoll())
         m_writer(*answer);
+}
+
+bool LinkChannel::mainThreadStuck() const {
+    const std::int64_t since = m_waitingSince.load();
+    return since != 0 && steadyNow() - since > kStuckAfter;
 }
 
 void LinkChannel::passOn(const std::optional<Bytes>& frame, const OptionalError& error) {
@@ -38,11 +59,15 @@ void LinkChannel::passOn(const std::optional<Bytes>& frame, const OptionalError&
         m_callback(frame, error);
         return;
     }
+    std::int64_t none = 0;
+    m_waitingSince.compare_exchange_strong(none, steadyNow());
     QMetaObject::invokeMethod(
         application,
         [channel = weak_from_this(), frame, error] {
-            if (const std::shared_ptr<LinkChannel> alive = channel.lock())
+            if (const std::shared_ptr<LinkChannel> alive = channel.lock()) {
+                alive->m_waitingSince = 0;
                 alive->m_callback(frame, error);
+            }
         },
         Qt::QueuedConnection);
 }

@@ -4,6 +4,7 @@
 #include "PlatformCentral.h"
 #include "core/PacketSink.h"
 
+#include <atomic>
 #include <memory>
 
 namespace ostrel {
@@ -13,7 +14,9 @@ namespace ostrel {
 // cut into frames here; a keypad poll is answered on the spot with the classifier's current key
 // through the link's writer, on whichever thread the notification arrived (a socket's reading
 // thread, so a busy GUI thread delays no answer). Every other frame goes to the subscriber on
-// the application's main thread, and only while the channel lasts. Nothing on the way from a
+// the application's main thread, and only while the channel lasts. A main thread that has left
+// frames unhandled for half a second is stuck, and whatever key it holds is stale: polls are
+// then answered with no key until it catches up. Nothing on the way from a
 // notification to its answer looks anything up, allocates, keeps a history, arms a timer or
 // touches a file. Made with make_shared, on the main thread.
 class LinkChannel final : public PacketSink, public std::enable_shared_from_this<LinkChannel> {
@@ -32,11 +35,15 @@ public:
 private:
     void handleFrame(const std::optional<Bytes>& frame, const OptionalError& error);
     void passOn(const std::optional<Bytes>& frame, const OptionalError& error);
+    bool mainThreadStuck() const;
 
     PlatformCentral::ChannelWriter m_writer;
     FrameCallback m_callback;
     FrameCallback m_toHandleFrame; // made once: building it per notification would allocate
     NotificationFrames m_frames;
+    // When the oldest frame passed on to the main thread and not yet handled there was passed
+    // on (steady clock, ns); 0 when there is none.
+    std::atomic<std::int64_t> m_waitingSince = 0;
 };
 
 } // namespace ostrel
