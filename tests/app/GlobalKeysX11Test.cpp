@@ -5,12 +5,10 @@
 #include "X11AppTest.h"
 #include "protocol/CommandType.h"
 #include "session/DQGlobalKeyHelper.h"
-#include "session/DeskSession.h"
 #include "session/PresetKeys.h"
 #include "settings/ShortcutComboRowView.h"
 #include "settings/ShortcutSwitchRowView.h"
 #include "settings/ViewShortcutKeys.h"
-#include "store/CurrentDeviceStore.h"
 #include "store/DQDataSessionHelper.h"
 #include "store/Object_SystemSetting.h"
 #include "store/RecordDictionary.h"
@@ -69,8 +67,6 @@ protected:
         DQDataSessionHelper::userSaveSystemSetting(toPropertyForm(setting));
     }
 
-    static void type(const char* keys) { xdotool({QStringLiteral("key"), QLatin1String(keys)}); }
-
     void expectMoving() {
         EXPECT_TRUE(waitUntil([&] { return desk->isMoving(); }));
     }
@@ -80,8 +76,7 @@ protected:
     // A few polls pass and the desk heard no key.
     void expectNoKeyHeard() {
         const int keys = desk->keyFramesReceived();
-        waitForPolls(6);
-        EXPECT_FALSE(desk->isMoving());
+        EXPECT_TRUE(stillAfterPolls(6));
         EXPECT_EQ(desk->keyFramesReceived(), keys);
     }
     ViewShortcutKeys& openPanel() {
@@ -101,7 +96,7 @@ TEST_F(GlobalKeysX11Test, TheSwitchAndTheCombinationMoveTheGrabsAndQuittingFrees
             EXPECT_TRUE(other.grab(kShift, XK_Up));
             EXPECT_TRUE(other.grab(kShift, XK_4));
             other.releaseAll();
-            type("shift+Up");
+            key("shift+Up");
             expectNoKeyHeard();
 
             // Shift, the default, kept when the page asks.
@@ -118,13 +113,13 @@ TEST_F(GlobalKeysX11Test, TheSwitchAndTheCombinationMoveTheGrabsAndQuittingFrees
             EXPECT_TRUE(other.grab(kShift, XK_Up)) << "Shift+Up was let go";
             EXPECT_FALSE(other.grab(kAltSuper, XK_Up));
             other.releaseAll();
-            type("shift+Up");
+            key("shift+Up");
             expectNoKeyHeard();
-            type("alt+super+Up");
+            key("alt+super+Up");
             expectMoving();
-            type("alt+super+Up");
+            key("alt+super+Up");
             expectStopped();
-            type("ctrl+q"); // quit as a user does
+            key("ctrl+q"); // quit as a user does
         },
         true);
     EXPECT_TRUE(other.grab(kAltSuper, XK_Up)) << "the application quit: the keys are free";
@@ -143,22 +138,18 @@ TEST_F(GlobalKeysX11Test, HotKeysWorkWithTheFocusElsewhereAndKeysHeldByOthersAre
         // The Sit preset stored the way the control screen stores it.
         const int sitHeight = desk->heightTenths();
         control()->session().presetKeys().actionSetMemoryKeyWithtype(command::kSitKey);
-        ASSERT_TRUE(waitUntil([&] {
-            return CurrentDeviceStore::load().memoryHeight.value_or("").starts_with(
-                std::to_string((sitHeight + 5) / 10) + ",");
-        }));
-        type("shift+Up");
+        ASSERT_TRUE(presetSaved(sitHeight));
+        key("shift+Up");
         expectMoving();
         // The user works in another application meanwhile, on purpose: the desk goes on.
-        xdotool({QStringLiteral("windowfocus"), QString::number(other.root())});
+        focusWindow(other.root());
         ASSERT_TRUE(waitUntil([&] { return desk->heightTenths() > sitHeight + 20; }));
         EXPECT_TRUE(desk->isMoving());
-        type("shift+Up");
+        key("shift+Up");
         expectStopped();
-        waitForPolls(4);
-        EXPECT_FALSE(desk->isMoving()) << "stays stopped";
+        EXPECT_TRUE(stillAfterPolls(4)) << "stays stopped";
 
-        type("shift+1"); // a digit recalls its preset
+        key("shift+1"); // a digit recalls its preset
         expectMoving();
         EXPECT_TRUE(waitUntil([&] { return std::abs(desk->heightTenths() - sitHeight) <= 5; }));
     });

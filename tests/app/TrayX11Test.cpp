@@ -4,15 +4,9 @@
 #include "XEmbedTrayHost.h"
 #include "app/StatusMenu.h"
 #include "app/TrayDeskMenu.h"
-#include "core/NotificationCenter.h"
-#include "core/NotificationNames.h"
-#include "session/DeskSession.h"
-#include "store/CurrentDeviceStore.h"
 
-#include <QApplication>
 #include <QMenu>
 #include <QSystemTrayIcon>
-#include <gtest/gtest.h>
 
 namespace ostrel::test {
 namespace {
@@ -31,24 +25,17 @@ protected:
                                                          << QLatin1String(button));
     }
 
-    TrayDeskMenu& deskMenu() const { return *runner->delegate().deskMenu(); }
+    TrayDeskMenu& deskMenu() const { return *delegate().deskMenu(); }
 
     // Opens the tray's menu with a right click and clicks `action` in it.
     void choose(QAction* action) {
         clickIcon("3");
-        QMenu* menu = runner->delegate().menu();
+        QMenu* menu = delegate().menu();
         ASSERT_TRUE(waitUntil([&] { return menu->isVisible(); }));
         const QPoint centre = menu->mapToGlobal(menu->actionGeometry(action).center());
         xdotool({QStringLiteral("mousemove"), QString::number(centre.x()),
                  QString::number(centre.y()), QStringLiteral("click"), QStringLiteral("1")});
         ASSERT_TRUE(waitUntil([&] { return !menu->isVisible(); }));
-    }
-
-    void setPresets(const char* memoryHeight) {
-        OMBluetoothModel record = CurrentDeviceStore::load();
-        record.memoryHeight = memoryHeight;
-        CurrentDeviceStore::save(record);
-        NotificationCenter::defaultCenter().post(QLatin1String(notifications::kMemoryKeyChange));
     }
 
     std::unique_ptr<XEmbedTrayHost> tray;
@@ -59,7 +46,7 @@ TEST_F(TrayX11Test, LeftClickHidesTheWindowInFrontAndShowsItAgain) {
     run([&] {
         ASSERT_NO_FATAL_FAILURE(pairDesk());
         ASSERT_TRUE(waitUntil([&] { return tray->hasIcon(); }));
-        QWidget* window = runner->delegate().modalWindow();
+        QWidget* window = delegate().modalWindow();
         ASSERT_TRUE(waitUntil([&] { return window->isActiveWindow(); }));
         clickIcon("1");
         EXPECT_TRUE(waitUntil([&] { return !window->isVisible(); }));
@@ -78,8 +65,7 @@ TEST_F(TrayX11Test, MenuShowsTheHeightAndItsPresetsAndStopDriveTheDesk) {
         const QString shown = control()->heightText();
         EXPECT_EQ(deskMenu().heightLine()->text(), QStringLiteral("Height: ") + shown);
         EXPECT_FALSE(deskMenu().heightLine()->isEnabled());
-        EXPECT_TRUE(
-            runner->delegate().statusItem()->toolTip().contains(desk->name() + ": " + shown));
+        EXPECT_TRUE(delegate().statusItem()->toolTip().contains(desk->name() + ": " + shown));
         EXPECT_FALSE(deskMenu().presetAction(0)->isVisible()); // no preset set yet
 
         setPresets("110,0,0,0");

@@ -4,25 +4,14 @@
 // global shortcuts, and a tray appearing later (a StatusNotifierWatcher stand-in) that brings the
 // icon, its menu on the bus and the usual behaviour back. Pictures come from grim, the
 // compositor's own screenshot, and are checked against what the window drew, not pixel by pixel.
-#include "RealTimeWait.h"
-#include "app/AppDelegate.h"
-#include "app/AppRunner.h"
-#include "app/DemoDesks.h"
-#include "app/OMBaseModalWindow.h"
+#include "RunningAppTest.h"
 #include "app/SingleInstance.h"
 #include "app/StatusMenu.h"
-#include "session/DeskControlVC.h"
-#include "session/DeskSession.h"
 #include "settings/ShortcutCommandsView.h"
 #include "settings/ViewSetting.h"
 #include "settings/ViewShortcutKeys.h"
 #include "settings/ViewSystemSetting.h"
-#include "sim/VirtualDesk.h"
-#include "transport/screens/BluetoothSearchVC.h"
-#include "transport/screens/DeskSearchRowView.h"
 
-#include <QApplication>
-#include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
@@ -36,28 +25,20 @@
 #include <QSignalSpy>
 #include <QSystemTrayIcon>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <QWindow>
 #include <algorithm>
-#include <functional>
-#include <gtest/gtest.h>
 #include <optional>
 
 namespace ostrel::test {
 namespace {
 
-constexpr int kWaitMs = 20000;
 constexpr char kAppId[] = "com.ostrel.motion";
-
-bool waitFor(const std::function<bool()>& condition) {
-    return waitUntil(condition, kWaitMs);
-}
 
 // Runs a tool to its end while the application keeps answering; its standard output.
 QByteArray runTool(const QString& program, const QStringList& arguments) {
     QProcess process;
     process.start(program, arguments);
-    EXPECT_TRUE(waitFor([&] { return process.state() == QProcess::NotRunning; }));
+    EXPECT_TRUE(waitUntil([&] { return process.state() == QProcess::NotRunning; }, kAppWaitMs));
     EXPECT_EQ(process.exitCode(), 0)
         << program.toStdString() << " " << arguments.join(' ').toStdString()
         << process.readAllStandardError().toStdString();
@@ -116,7 +97,7 @@ void expectShows(const QImage& shot, QWidget& window) {
     EXPECT_GT(colours.size(), 8) << "a blank picture";
 }
 
-class WaylandAppTest : public ::testing::Test {
+class WaylandAppTest : public RunningAppTest {
 protected:
     void SetUp() override {
         ASSERT_TRUE(QDBusConnection::sessionBus().isConnected()) << "run under dbus-run-session";
@@ -124,40 +105,17 @@ protected:
             << "run under tools/headless-sway.sh";
         QGuiApplication::setDesktopFileName(QLatin1String(kAppId)); // the window's app id
         ASSERT_TRUE(instance.claim());
-        runner = std::make_unique<AppRunner>(true);
-        desk = runner->demo()->desks().first();
-        QObject::connect(&instance, &SingleInstance::activated, &runner->delegate(),
+        RunningAppTest::SetUp();
+        QObject::connect(&instance, &SingleInstance::activated, &delegate(),
                          &AppDelegate::applicationShouldHandleReopen);
     }
     void TearDown() override {
         watcher.terminate();
         watcher.waitForFinished();
+        RunningAppTest::TearDown();
     }
 
-    void run(const std::function<void()>& scenario) {
-        QTimer::singleShot(0, qApp, [&] {
-            scenario();
-            QApplication::quit();
-        });
-        runner->exec();
-    }
-
-    AppDelegate& delegate() const { return runner->delegate(); }
     OMBaseModalWindow& window() const { return *delegate().modalWindow(); }
-    DeskControlVC* control() const { return qobject_cast<DeskControlVC*>(window().content()); }
-
-    void pairDesk() {
-        ASSERT_TRUE(waitFor([&] {
-            auto* search = qobject_cast<BluetoothSearchVC*>(window().content());
-            for (DeskSearchRowView* row : search ? search->rows() : QList<DeskSearchRowView*>{})
-                if (row->title() == desk->name()) {
-                    emit row->clicked();
-                    return true;
-                }
-            return false;
-        }));
-        ASSERT_TRUE(waitFor([&] { return control() && control()->session().currentHeight() > 0; }));
-    }
 
     ViewShortcutKeys* openShortcutPage() {
         emit control()->settingsRequested();
@@ -169,11 +127,8 @@ protected:
     }
 
     // Lets the compositor catch up with what the window drew.
-    void waitForFrame(const std::function<bool(const QJsonObject&)>& condition = {}) {
-        EXPECT_TRUE(waitFor([&] {
-            const auto node = swayWindow();
-            return node && (!condition || condition(*node));
-        }));
+    static void waitForFrame() {
+        EXPECT_TRUE(waitFor([] { return swayWindow().has_value(); }));
     }
 
     static QVariant property(const QString& service, const QString& path, const char* interface,
@@ -187,8 +142,6 @@ protected:
     }
 
     SingleInstance instance{QDBusConnection::sessionBus()};
-    std::unique_ptr<AppRunner> runner;
-    VirtualDesk* desk = nullptr;
     QProcess watcher;
     static inline QDBusConnection script =
         QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("script"));
