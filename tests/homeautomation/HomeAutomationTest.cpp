@@ -1,5 +1,6 @@
 // The bridge against real Mosquitto brokers, driving a virtual desk in virtual time; the
-// broker, and the other side standing in for Home Assistant, run in real time.
+// broker, and the other side standing in for Home Assistant, run in real time. Last, the real
+// application, provisioned by file before its first start and killed without warning.
 #include "MosquittoBroker.h"
 #include "SessionTestSupport.h"
 #include "app/RealTimeWait.h"
@@ -14,13 +15,16 @@
 #include "widgets/WidgetTestSupport.h"
 
 #include <QCheckBox>
+#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
+#include <set>
 
 namespace ostrel::test {
 namespace {
@@ -53,6 +57,15 @@ public:
 
     bool hears(const QString& topic, const QByteArray& payload) {
         return waitUntil([&] { return heard.value(topic) == payload; }, kNetworkWaitMs);
+    }
+
+    // What the application's availability topic said last.
+    QByteArray availability() const {
+        for (auto it = heard.begin(); it != heard.end(); ++it) {
+            if (it.key().startsWith("ostrel-motion/") && it.key().endsWith("/availability"))
+                return it.value();
+        }
+        return {};
     }
 
     QHash<QString, QByteArray> configs() const {
@@ -170,16 +183,15 @@ TEST_F(HomeAutomationTest, DiscoveryNamesEveryEntityWithWhatHomeAssistantNeeds) 
         const QJsonObject config = QJsonDocument::fromJson(it.value(), &error).object();
         ASSERT_EQ(error.error, QJsonParseError::NoError) << it.key().toStdString();
         components << it.key().section(QLatin1Char('/'), 1, 1);
-        EXPECT_EQ(config[QStringLiteral("availability_topic")].toString(),
-                  bridge->availabilityTopic());
-        EXPECT_TRUE(config[QStringLiteral("unique_id")].toString().startsWith(deskId));
-        const QJsonObject device = config[QStringLiteral("device")].toObject();
-        EXPECT_EQ(device[QStringLiteral("name")].toString(), kDeskName);
-        EXPECT_EQ(device[QStringLiteral("connections")].toArray()[0].toArray()[1].toString(),
+        EXPECT_EQ(config["availability_topic"].toString(), bridge->availabilityTopic());
+        EXPECT_TRUE(config["unique_id"].toString().startsWith(deskId));
+        const QJsonObject device = config["device"].toObject();
+        EXPECT_EQ(device["name"].toString(), kDeskName);
+        EXPECT_EQ(device["connections"].toArray()[0].toArray()[1].toString(),
                   peripheral->identifierString());
         const QString topic = config.contains(QStringLiteral("state_topic"))
-                                  ? config[QStringLiteral("state_topic")].toString()
-                                  : config[QStringLiteral("command_topic")].toString();
+                                  ? config["state_topic"].toString()
+                                  : config["command_topic"].toString();
         EXPECT_TRUE(topic.startsWith(deskTopic(""))) << it.key().toStdString();
     }
     components.sort();
@@ -191,9 +203,9 @@ TEST_F(HomeAutomationTest, DiscoveryNamesEveryEntityWithWhatHomeAssistantNeeds) 
             configs.value(
                 QStringLiteral("homeassistant/number/%1/target_height/config").arg(deskId)))
             .object();
-    EXPECT_EQ(number[QStringLiteral("min")].toDouble(), 60.0);
-    EXPECT_EQ(number[QStringLiteral("max")].toDouble(), 120.0);
-    EXPECT_EQ(number[QStringLiteral("step")].toDouble(), 0.5);
+    EXPECT_EQ(number["min"].toDouble(), 60.0);
+    EXPECT_EQ(number["max"].toDouble(), 120.0);
+    EXPECT_EQ(number["step"].toDouble(), 0.5);
 }
 
 TEST_F(HomeAutomationTest, CommandsMoveTheDeskOnlyWhenAllowedAndStopAlways) {
@@ -255,8 +267,8 @@ TEST_F(HomeAutomationTest, ACommandTakesTheKeyFromAHoldOnTheScreen) {
         HomeFunctionBtn* button;
         const char* leaf;
         QByteArray payload;
-        std::vector<int> keys; // what the polls after the command were answered with, but no key
-        int arrivesAt;         // tenths of a centimetre, 0 where the desk stops where it is
+        std::set<int> keys; // what the polls after the command were answered with, but no key
+        int arrivesAt;      // tenths of a centimetre, 0 where the desk stops where it is
     };
     const Case cases[] = {
         {control->upButton(), "target_height/set", "65", {command::kTargetHeight}, 650},
@@ -279,10 +291,9 @@ TEST_F(HomeAutomationTest, ACommandTakesTheKeyFromAHoldOnTheScreen) {
         if (c.arrivesAt) {
             EXPECT_LE(std::abs(height - c.arrivesAt), 5);
         }
-        std::vector<int> keys = answersSince(*desk, from);
-        std::erase(keys, command::kNoKey);
-        std::sort(keys.begin(), keys.end());
-        keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
+        const std::vector<int> answers = answersSince(*desk, from);
+        std::set<int> keys(answers.begin(), answers.end());
+        keys.erase(command::kNoKey);
         EXPECT_EQ(keys, c.keys);
     }
     EXPECT_EQ(handle().currentCommandType(), command::kNoKey);
@@ -385,6 +396,53 @@ TEST_F(HomeAutomationTest, TlsWithATestAuthority) {
     ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected)) << bridge->statusText().toStdString();
     HomeAssistant ha(broker, true);
     EXPECT_TRUE(ha.hears(bridge->availabilityTopic(), "online"));
+}
+
+// As an administrator would write it.
+QByteArray provisionedSettings(int port) {
+    return R"(<?xml version="1.0" encoding="UTF-8"?>
+<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">
+<plist version="1.0">
+<array>
+  <dict>
+    <key>mqttEnabled</key><string>1</string>
+    <key>mqttAllowControl</key><string>0</string>
+    <key>mqttHost</key><string>127.0.0.1</string>
+    <key>mqttPort</key><string>)" +
+           QByteArray::number(port) + R"(</string>
+  </dict>
+</array>
+</plist>
+)";
+}
+
+TEST(LastWillTest, TheBrokerSaysOfflineWhenTheApplicationIsKilled) {
+    constexpr int kAppWaitMs = 20000;
+    MosquittoBroker broker(MosquittoBroker::Kind::Anonymous);
+    ASSERT_TRUE(broker.start()) << broker.log().toStdString();
+    QTemporaryDir home;
+    const QString data = home.filePath(QStringLiteral("data/ostrel/ostrel-motion"));
+    ASSERT_TRUE(QDir().mkpath(data));
+    QFile settings(data + QStringLiteral("/HomeAutomation.plist"));
+    ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
+    settings.write(provisionedSettings(broker.port()));
+    settings.close();
+    HomeAssistant ha(broker);
+
+    QProcess app;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* folder : {"data", "config", "cache"})
+        environment.insert(QStringLiteral("XDG_%1_HOME").arg(QString(folder).toUpper()),
+                           home.filePath(folder));
+    app.setProcessEnvironment(environment);
+    app.start(QStringLiteral(OSTREL_MOTION_BINARY),
+              {QStringLiteral("--demo"), QStringLiteral("--hidden")});
+    ASSERT_TRUE(waitUntil([&] { return ha.availability() == "online"; }, kAppWaitMs))
+        << app.readAllStandardError().toStdString();
+
+    app.kill();
+    app.waitForFinished();
+    EXPECT_TRUE(waitUntil([&] { return ha.availability() == "offline"; }, kAppWaitMs));
 }
 
 } // namespace
