@@ -99,16 +99,15 @@ protected:
     // The bridge on, pointed at `broker`, with `password` in the secret store.
     void startBridge(const MosquittoBroker& broker, bool allowControl,
                      const QString& password = MosquittoBroker::kPassword, bool tls = false) {
-        Object_HomeAutomation settings;
-        settings.mqttEnabled = "1";
-        settings.mqttAllowControl = allowControl ? "1" : "0";
-        settings.mqttHost = "localhost";
-        settings.mqttPort = std::to_string(broker.port());
-        settings.mqttUser = MosquittoBroker::kUser.toStdString();
-        settings.mqttTls = tls ? "1" : "0";
-        settings.mqttCaFile = broker.caFile().toStdString();
         bridge = std::make_unique<HomeAutomationBridge>();
-        bridge->applySettings(settings, password);
+        bridge->applySettings({.mqttEnabled = "1",
+                               .mqttAllowControl = allowControl ? "1" : "0",
+                               .mqttHost = "localhost",
+                               .mqttPort = std::to_string(broker.port()),
+                               .mqttUser = MosquittoBroker::kUser.toStdString(),
+                               .mqttTls = tls ? "1" : "0",
+                               .mqttCaFile = broker.caFile().toStdString()},
+                              password);
     }
 
     bool bridgeReaches(MqttClient::State state) {
@@ -401,19 +400,10 @@ TEST_F(HomeAutomationTest, TlsWithATestAuthority) {
 // As an administrator would write it.
 QByteArray provisionedSettings(int port) {
     return R"(<?xml version="1.0" encoding="UTF-8"?>
-<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">
-<plist version="1.0">
-<array>
-  <dict>
-    <key>mqttEnabled</key><string>1</string>
-    <key>mqttAllowControl</key><string>0</string>
-    <key>mqttHost</key><string>127.0.0.1</string>
-    <key>mqttPort</key><string>)" +
-           QByteArray::number(port) + R"(</string>
-  </dict>
-</array>
-</plist>
-)";
+<plist version="1.0"><array><dict>
+  <key>mqttEnabled</key><string>1</string> <key>mqttAllowControl</key><string>0</string>
+  <key>mqttHost</key><string>127.0.0.1</string> <key>mqttPort</key><string>)" +
+           QByteArray::number(port) + "</string>\n</dict></array></plist>\n";
 }
 
 TEST(LastWillTest, TheBrokerSaysOfflineWhenTheApplicationIsKilled) {
