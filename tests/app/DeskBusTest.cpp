@@ -6,7 +6,6 @@
 #include "app/DeskBusAdaptor.h"
 #include "app/SingleInstance.h"
 #include "session/HotKeyMovement.h"
-#include "widgets/HomeFunctionBtn.h"
 
 #include <QCoreApplication>
 #include <QDBusArgument>
@@ -181,18 +180,6 @@ TEST_P(DeskBusPathTest, StopHaltsTheDeskWithinOnePoll) {
     advance(desk->config().pollPeriod);
     expectNothingHeld();
     EXPECT_LT(desk->heightTenths(), 1100);
-}
-
-TEST_P(DeskBusPathTest, AUserKeyEndsAScriptedMoveAndTheKeyIsTheirs) {
-    ASSERT_NO_FATAL_FAILURE(moveOnPathFor(115.0, 2s));
-    control->touchDwon(control->downButton());
-    EXPECT_FALSE(session().goToHeight().isMoving());
-    EXPECT_EQ(handle().currentCommandType(), command::kDownKey);
-    advance(500ms);
-    control->touchUp(control->downButton());
-    advance(200ms);
-    expectNothingHeld();
-    EXPECT_LT(desk->heightTenths(), 1150);
 }
 
 TEST_P(DeskBusPathTest, LosingTheLinkEndsAScriptedMove) {
