@@ -79,10 +79,15 @@ TEST_F(ShellFlowTest, LaunchListsTheDeskAndAClickPutsItUnderControl) {
     EXPECT_EQ(OMPlistManager::getBindDevice().size(), 1);
 }
 
-TEST_F(ShellFlowTest, LaunchWithTheRadioOffShowsTheNoBluetoothScreen) {
+TEST_F(ShellFlowTest, LaunchWithTheRadioOffShowsTheNoBluetoothScreenAndTellsTheUser) {
     central->setPowered(false);
     launch();
     EXPECT_TRUE(delegate->modalWindow()->content()->inherits("ostrel::NoBluetoothVC"));
+    ASSERT_EQ(alerts.size(), 1u);
+    EXPECT_EQ(alerts[0].message, "Prompt");
+    EXPECT_EQ(alerts[0].informativeText,
+              "Bluetooth is turned off, please turn it on to connect to your desk");
+    EXPECT_EQ(alerts[0].buttons, QStringList{"Confirm"});
 }
 
 // What a long day of use does over and over: a fault on the desk (and the error window it

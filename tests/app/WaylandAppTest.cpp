@@ -12,7 +12,6 @@
 #include "settings/ViewShortcutKeys.h"
 #include "settings/ViewSystemSetting.h"
 
-#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
@@ -23,7 +22,6 @@
 #include <QProcess>
 #include <QSet>
 #include <QSignalSpy>
-#include <QSystemTrayIcon>
 #include <QTemporaryDir>
 #include <QWindow>
 #include <algorithm>
@@ -81,11 +79,12 @@ QImage grim(const QJsonObject& node) {
 void expectShows(const QImage& shot, QWidget& window) {
     ASSERT_FALSE(shot.isNull());
     EXPECT_EQ(shot.size(), window.size());
-    const QImage drawn = window.grab().toImage();
     constexpr int kBlocks = 16;
-    const QImage a = shot.scaled(kBlocks, kBlocks, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    const QImage b =
-        drawn.scaled(kBlocks, kBlocks, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const auto blocks = [](const QImage& image) {
+        return image.scaled(kBlocks, kBlocks, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    };
+    const QImage a = blocks(shot);
+    const QImage b = blocks(window.grab().toImage());
     double difference = 0;
     QSet<QRgb> colours;
     for (int y = 0; y < kBlocks; ++y)
@@ -131,13 +130,17 @@ protected:
         EXPECT_TRUE(waitFor([] { return swayWindow().has_value(); }));
     }
 
+    static QDBusMessage call(const QString& service, const QString& path, const char* interface,
+                             const char* method, const QVariantList& arguments) {
+        QDBusMessage message = QDBusMessage::createMethodCall(
+            service, path, QLatin1String(interface), QLatin1String(method));
+        message.setArguments(arguments);
+        return script.call(message, QDBus::BlockWithGui);
+    }
     static QVariant property(const QString& service, const QString& path, const char* interface,
                              const char* name) {
-        QDBusMessage get = QDBusMessage::createMethodCall(
-            service, path, QStringLiteral("org.freedesktop.DBus.Properties"),
-            QStringLiteral("Get"));
-        get << QLatin1String(interface) << QLatin1String(name);
-        const QDBusMessage reply = script.call(get, QDBus::BlockWithGui);
+        const QDBusMessage reply = call(service, path, "org.freedesktop.DBus.Properties", "Get",
+                                        {QLatin1String(interface), QLatin1String(name)});
         return reply.arguments().value(0).value<QDBusVariant>().variant();
     }
 
@@ -174,10 +177,7 @@ TEST_F(WaylandAppTest, NativeWindowWithoutATrayThenWithOne) {
         EXPECT_TRUE(window().isVisible());
         EXPECT_TRUE(swayWindow().has_value()) << "unmapped: the task list would lose it";
         QSignalSpy activations(&instance, &SingleInstance::activated);
-        QProcess second;
-        second.start(QStringLiteral(OSTREL_MOTION_BINARY), {});
-        ASSERT_TRUE(waitFor([&] { return second.state() == QProcess::NotRunning; }));
-        EXPECT_EQ(second.exitCode(), 0);
+        runTool(QStringLiteral(OSTREL_MOTION_BINARY), {}); // a second launch
         EXPECT_EQ(activations.count(), 1);
         EXPECT_FALSE(window().isMinimized());
         EXPECT_TRUE(window().isVisible());
@@ -205,11 +205,7 @@ TEST_F(WaylandAppTest, NativeWindowWithoutATrayThenWithOne) {
         ASSERT_FALSE(menuPath.path().isEmpty());
         StatusMenu& menu = *delegate().menu();
 
-        QDBusMessage contextMenu = QDBusMessage::createMethodCall(
-            item, QStringLiteral("/StatusNotifierItem"),
-            QStringLiteral("org.kde.StatusNotifierItem"), QStringLiteral("ContextMenu"));
-        contextMenu << 1200 << 10;
-        script.call(contextMenu, QDBus::BlockWithGui);
+        call(item, "/StatusNotifierItem", "org.kde.StatusNotifierItem", "ContextMenu", {1200, 10});
         EXPECT_TRUE(waitFor([&] { return menu.isVisible(); }));
         menu.close();
 

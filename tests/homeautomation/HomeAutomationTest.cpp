@@ -59,19 +59,11 @@ public:
         return waitUntil([&] { return heard.value(topic) == payload; }, kNetworkWaitMs);
     }
 
-    // What the application's availability topic said last.
-    QByteArray availability() const {
-        for (auto it = heard.begin(); it != heard.end(); ++it) {
-            if (it.key().startsWith("ostrel-motion/") && it.key().endsWith("/availability"))
-                return it.value();
-        }
-        return {};
-    }
-
-    QHash<QString, QByteArray> configs() const {
+    // What was heard last on the topics that start and end so.
+    QHash<QString, QByteArray> heardOn(const char* start, const char* end = "") const {
         QHash<QString, QByteArray> found;
         for (auto it = heard.begin(); it != heard.end(); ++it) {
-            if (it.key().startsWith(QLatin1String("homeassistant/")))
+            if (it.key().startsWith(QLatin1String(start)) && it.key().endsWith(QLatin1String(end)))
                 found.insert(it.key(), it.value());
         }
         return found;
@@ -173,10 +165,11 @@ protected:
 TEST_F(HomeAutomationTest, DiscoveryNamesEveryEntityWithWhatHomeAssistantNeeds) {
     ASSERT_NO_FATAL_FAILURE(connectBridge(false));
     HomeAssistant& ha = *homeAssistant;
-    ASSERT_TRUE(waitUntil([&] { return ha.configs().size() == kConfigsPerDesk; }, kNetworkWaitMs));
+    ASSERT_TRUE(waitUntil([&] { return ha.heardOn("homeassistant/").size() == kConfigsPerDesk; },
+                          kNetworkWaitMs));
 
     QStringList components;
-    const QHash<QString, QByteArray> configs = ha.configs();
+    const QHash<QString, QByteArray> configs = ha.heardOn("homeassistant/");
     for (auto it = configs.begin(); it != configs.end(); ++it) {
         QJsonParseError error{};
         const QJsonObject config = QJsonDocument::fromJson(it.value(), &error).object();
@@ -188,20 +181,16 @@ TEST_F(HomeAutomationTest, DiscoveryNamesEveryEntityWithWhatHomeAssistantNeeds) 
         EXPECT_EQ(device["name"].toString(), kDeskName);
         EXPECT_EQ(device["connections"].toArray()[0].toArray()[1].toString(),
                   peripheral->identifierString());
-        const QString topic = config.contains(QStringLiteral("state_topic"))
-                                  ? config["state_topic"].toString()
-                                  : config["command_topic"].toString();
+        const QString topic = config["state_topic"].toString(config["command_topic"].toString());
         EXPECT_TRUE(topic.startsWith(deskTopic(""))) << it.key().toStdString();
     }
     components.sort();
     EXPECT_EQ(components.join(QLatin1Char(' ')),
               QStringLiteral("binary_sensor binary_sensor button button button button button "
                              "number sensor sensor sensor"));
-    const QJsonObject number =
-        QJsonDocument::fromJson(
-            configs.value(
-                QStringLiteral("homeassistant/number/%1/target_height/config").arg(deskId)))
-            .object();
+    const QString height =
+        QStringLiteral("homeassistant/number/%1/target_height/config").arg(deskId);
+    const QJsonObject number = QJsonDocument::fromJson(configs.value(height)).object();
     EXPECT_EQ(number["min"].toDouble(), 60.0);
     EXPECT_EQ(number["max"].toDouble(), 120.0);
     EXPECT_EQ(number["step"].toDouble(), 0.5);
@@ -385,7 +374,8 @@ TEST_F(HomeAutomationTest, ABrokerThatComesLaterOrRestartsGetsEverythingAgain) {
     EXPECT_LE(std::abs(desk->heightTenths() - 1100), 5);
     EXPECT_TRUE(ha.hears(bridge->availabilityTopic(), "online"));
     EXPECT_TRUE(ha.hears(deskTopic("height"), "110.0"));
-    EXPECT_TRUE(waitUntil([&] { return ha.configs().size() == kConfigsPerDesk; }, kNetworkWaitMs));
+    EXPECT_TRUE(waitUntil([&] { return ha.heardOn("homeassistant/").size() == kConfigsPerDesk; },
+                          kNetworkWaitMs));
 }
 
 TEST_F(HomeAutomationTest, TlsWithATestAuthority) {
@@ -427,12 +417,16 @@ TEST(LastWillTest, TheBrokerSaysOfflineWhenTheApplicationIsKilled) {
     app.setProcessEnvironment(environment);
     app.start(QStringLiteral(OSTREL_MOTION_BINARY),
               {QStringLiteral("--demo"), QStringLiteral("--hidden")});
-    ASSERT_TRUE(waitUntil([&] { return ha.availability() == "online"; }, kAppWaitMs))
+    const auto says = [&](const char* availability) {
+        return ha.heardOn("ostrel-motion/", "/availability").values() ==
+               QByteArrayList{availability};
+    };
+    ASSERT_TRUE(waitUntil([&] { return says("online"); }, kAppWaitMs))
         << app.readAllStandardError().toStdString();
 
     app.kill();
     app.waitForFinished();
-    EXPECT_TRUE(waitUntil([&] { return ha.availability() == "offline"; }, kAppWaitMs));
+    EXPECT_TRUE(waitUntil([&] { return says("offline"); }, kAppWaitMs));
 }
 
 } // namespace
