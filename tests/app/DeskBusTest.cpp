@@ -84,10 +84,9 @@ protected:
         SessionTest::TearDown();
     }
 
-    DeskSession& open(VirtualDeskConfig config = {}, const char* presets = "0,0,0,0") {
+    void open(VirtualDeskConfig config = {}, const char* presets = "0,0,0,0") {
         desk = &bindDesk(std::move(config), presets);
         openControl();
-        return session();
     }
 
     // The answer comes from this very process: the call keeps its events flowing.
@@ -132,9 +131,7 @@ protected:
 
     void expectNothingHeld() const {
         EXPECT_EQ(handle().currentCommandType(), command::kNoKey);
-        if (desk) {
-            EXPECT_FALSE(desk->isMoving());
-        }
+        EXPECT_FALSE(desk->isMoving());
     }
 
     std::unique_ptr<SingleInstance> instance;

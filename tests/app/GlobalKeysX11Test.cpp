@@ -79,9 +79,6 @@ protected:
         EXPECT_TRUE(stillAfterPolls(6));
         EXPECT_EQ(desk->keyFramesReceived(), keys);
     }
-    ViewShortcutKeys& openPanel() {
-        return *new ViewShortcutKeys(control()); // the screen owns its pages
-    }
 };
 
 // Switched off nothing is taken; switched on the keys are, with Caps Lock too; a new combination
@@ -102,7 +99,7 @@ TEST_F(GlobalKeysX11Test, TheSwitchAndTheCombinationMoveTheGrabsAndQuittingFrees
             // Shift, the default, kept when the page asks.
             const OMAlert::Presenter previous = OMAlert::setPresenter(
                 [](QWidget*, const OMAlertContent&) { return OMAlert::kFirstButton + 1; });
-            ViewShortcutKeys& panel = openPanel();
+            ViewShortcutKeys& panel = *new ViewShortcutKeys(control()); // the screen owns it
             panel.switchRow()->switchButton()->click();
             OMAlert::setPresenter(previous);
             for (xcb_keysym_t key : {XK_Up, XK_Down, XK_1, XK_2, XK_3, XK_4})

@@ -90,8 +90,7 @@ protected:
 // button held long enough for the keyboard to repeat (short of a long press), then a 25 ms tap
 // of the touchpad.
 TEST_F(KeyboardX11Test, APresetKeyPressOrShortClickRecallsOnceForTwoPolls) {
-    run([&] {
-        ASSERT_NO_FATAL_FAILURE(pairDesk());
+    runPaired([&] {
         setPresets("0,110,0,0"); // the screen sends the key of a set preset only
         ASSERT_NO_FATAL_FAILURE(focusWithFastRepeat());
         tabTo(control()->presetButton(1));
@@ -126,8 +125,7 @@ struct HoldEnding {
 class EndsKeyHoldTest : public KeyboardX11Test, public ::testing::WithParamInterface<HoldEnding> {};
 
 TEST_P(EndsKeyHoldTest, StopsTheDesk) {
-    run([&] {
-        ASSERT_NO_FATAL_FAILURE(pairDesk());
+    runPaired([&] {
         RepeatCounter counter;
         int stops = 0;
         bool wasMoving = false;
@@ -162,8 +160,7 @@ INSTANTIATE_TEST_SUITE_P(Endings, EndsKeyHoldTest,
 // Enter on the height asks for one; Enter in the dialog moves the desk there and the dialog
 // shows the move; Escape stops it and closes the dialog.
 TEST_F(KeyboardX11Test, GoToHeightByKeyboardShowsTheMoveAndEscapeStopsIt) {
-    run([&] {
-        ASSERT_NO_FATAL_FAILURE(pairDesk());
+    runPaired([&] {
         tabTo(control()->heightLabel());
         auto* dialog = qobject_cast<GoToHeightDialog*>(windowAfter([] { key("Return"); }));
         ASSERT_NE(dialog, nullptr);
@@ -182,8 +179,7 @@ TEST_F(KeyboardX11Test, GoToHeightByKeyboardShowsTheMoveAndEscapeStopsIt) {
 // Escape leaves a settings page; the help sheet closes with Escape, the save sheet takes Enter
 // as its default, Confirm.
 TEST_F(KeyboardX11Test, EscapeLeavesPagesAndSheetsAndEnterConfirms) {
-    run([&] {
-        ASSERT_NO_FATAL_FAILURE(pairDesk());
+    runPaired([&] {
         emit control()->settingsRequested();
         ASSERT_TRUE(waitUntil([&] { return control()->pageCount() == 1; }));
         key("Escape");

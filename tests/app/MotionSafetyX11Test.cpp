@@ -82,8 +82,7 @@ protected:
 };
 
 TEST_F(MotionSafetyX11Test, RightClickWhileHoldingUpStopsTheDesk) {
-    run([&] {
-        ASSERT_NO_FATAL_FAILURE(pairDesk());
+    runPaired([&] {
         ASSERT_NO_FATAL_FAILURE(holdUp());
         // The window's menu runs an event loop of its own until it closes: close it once the
         // desk has stopped, from inside that loop.
@@ -131,9 +130,8 @@ class InterruptedHoldTest : public MotionSafetyX11Test,
 
 TEST_P(InterruptedHoldTest, StopsTheDeskBeforeTheLinkGoes) {
     const Interruption& interruption = GetParam();
-    run(
+    runPaired(
         [&] {
-            ASSERT_NO_FATAL_FAILURE(pairDesk());
             ASSERT_NO_FATAL_FAILURE(holdUp());
             markEvent();
             interruption.interrupt();
@@ -164,8 +162,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 // A long press opens the save sheet while the mouse is down; the click after it must recall.
 TEST_F(MotionSafetyX11Test, TheClickAfterTheSaveSheetRecallsThePreset) {
-    run([&] {
-        ASSERT_NO_FATAL_FAILURE(pairDesk());
+    runPaired([&] {
         OMHoverButton* sit = control()->presetButton(0);
         const int presetHeight = desk->heightTenths();
         auto longPressSit = [&](bool confirm) {
@@ -226,8 +223,7 @@ protected:
 };
 
 TEST_F(SleepWhileHoldingTest, StopsOnNoKeyThenDisconnectsThenLetsTheSystemSleep) {
-    run([&] {
-        ASSERT_NO_FATAL_FAILURE(pairDesk());
+    runPaired([&] {
         ASSERT_TRUE(waitUntil([&] { return systemSleep.isHeld(); }))
             << "no lock taken while linked";
         ASSERT_NO_FATAL_FAILURE(holdUp());

@@ -156,8 +156,7 @@ void expectTopToBottom(const QWidget* screen, QList<QWidget*> order) {
 }
 
 TEST_F(TabOrderX11Test, TabFollowsEveryScreenPageAndSheetFromTopToBottom) {
-    run([&] {
-        ASSERT_NO_FATAL_FAILURE(pairDesk());
+    runPaired([&] {
         DeskControlVC* control = this->control();
         // The reminder on, so the control screen shows its countdown.
         auto* sitStand = new ViewSitStand(control);

@@ -43,8 +43,7 @@ protected:
 
 TEST_F(TrayX11Test, LeftClickHidesTheWindowInFrontAndShowsItAgain) {
     ASSERT_TRUE(tray->isRunning());
-    run([&] {
-        ASSERT_NO_FATAL_FAILURE(pairDesk());
+    runPaired([&] {
         ASSERT_TRUE(waitUntil([&] { return tray->hasIcon(); }));
         QWidget* window = delegate().modalWindow();
         ASSERT_TRUE(waitUntil([&] { return window->isActiveWindow(); }));
@@ -58,8 +57,7 @@ TEST_F(TrayX11Test, LeftClickHidesTheWindowInFrontAndShowsItAgain) {
 }
 
 TEST_F(TrayX11Test, MenuShowsTheHeightAndItsPresetsAndStopDriveTheDesk) {
-    run([&] {
-        ASSERT_NO_FATAL_FAILURE(pairDesk());
+    runPaired([&] {
         ASSERT_TRUE(waitUntil([&] { return tray->hasIcon(); }));
         ASSERT_TRUE(waitUntil([&] { return control()->session().currentHeight() > 0; }));
         const QString shown = control()->heightText();

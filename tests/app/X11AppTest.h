@@ -84,6 +84,16 @@ protected:
         }));
     }
 
+    // Runs the application with `scenario` started once the desk is paired.
+    void runPaired(const std::function<void()>& scenario, bool quitsItself = false) {
+        run(
+            [&] {
+                ASSERT_NO_FATAL_FAILURE(pairDesk());
+                scenario();
+            },
+            quitsItself);
+    }
+
     void waitForPolls(int count) {
         int notifications = 0; // a poll and a display frame each
         const auto connection =
