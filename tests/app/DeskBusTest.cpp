@@ -117,13 +117,6 @@ protected:
         return reply.arguments().value(0).value<QDBusVariant>().variant();
     }
 
-    // Advances virtual time in poll-sized steps until the move ends.
-    void runMove() {
-        for (int step = 0; step < 600 && session().goToHeight().isMoving(); ++step)
-            advance(50ms);
-        advance(1s);
-    }
-
     // Lets the bus deliver what has been sent: real time, bounded, ends on the condition.
     static bool delivered(const std::function<bool()>& condition) {
         return waitUntil(condition, kDeliveryWaitMs);
@@ -162,7 +155,7 @@ TEST_P(DeskBusPathTest, MoveToArrivesWithinHalfACentimetre) {
     for (const double cm : {110.0, 68.5}) {
         ASSERT_TRUE(answered("MoveTo", {cm}));
         EXPECT_TRUE(property("Moving").toBool());
-        runMove();
+        finishMove();
         const int target = int(cm * 10);
         EXPECT_LE(std::abs(desk->heightTenths() - target), 5) << cm;
         EXPECT_NEAR(property("Height").toDouble(), cm, 0.5);
@@ -228,7 +221,7 @@ TEST_F(DeskBusTest, BadCallsGetClearErrorsAndHoldNothing) {
 
     // A good preset still works afterwards.
     ASSERT_TRUE(answered("RecallPreset", {QStringLiteral("SIT")}));
-    runMove();
+    finishMove();
     EXPECT_LE(std::abs(desk->heightTenths() - 720), 5);
 }
 
@@ -270,7 +263,7 @@ TEST_F(DeskBusTest, PropertyChangesArriveAFewTimesASecondWhileMoving) {
     ASSERT_TRUE(delivered([&] { return recorder.changes.size() >= 8; }));
     EXPECT_LE(recorder.changes.size(), std::size_t(2s / DeskBusAdaptor::kChangeInterval + 2));
     EXPECT_TRUE(recorder.any("Moving", true));
-    runMove();
+    finishMove();
     ASSERT_TRUE(delivered([&] { return recorder.last("Moving", false); }));
     double lastHeight = 0;
     for (const QVariantMap& change : recorder.changes)
@@ -282,7 +275,7 @@ TEST_F(DeskBusTest, StandingTimeIncludesTheOpenIntervalAndTheGoalIsWritable) {
     RecordedActivity activity;
     open({}, "72,110,0,0");
     ASSERT_TRUE(answered("MoveTo", {110.0}));
-    runMove();
+    finishMove();
     advance(10min); // not yet saved: the last save was at most a minute ago
     EXPECT_NEAR(property("StandingToday").toDouble(), 600, 30);
     EXPECT_LT(property("SittingToday").toUInt(), 10u);

@@ -61,11 +61,9 @@ protected:
     void pairDesk() {
         ASSERT_TRUE(waitFor([&] { return deskRow() != nullptr; }));
         emit deskRow()->clicked();
-        ASSERT_TRUE(waitFor([&] { return linked(); }));
-    }
-
-    bool linked() const {
-        return control() && desk->isSubscribed() && control()->session().currentHeight() > 0;
+        ASSERT_TRUE(waitFor([&] {
+            return control() && desk->isSubscribed() && control()->session().currentHeight() > 0;
+        }));
     }
 
     std::unique_ptr<AppRunner> runner;

@@ -146,12 +146,6 @@ protected:
         ASSERT_NO_FATAL_FAILURE(awaitBridge(*homeAssistant));
     }
 
-    void runMove() {
-        for (int step = 0; step < 600 && session().goToHeight().isMoving(); ++step)
-            advance(50ms);
-        advance(1s);
-    }
-
     QTemporaryDir secrets;
     SecretFileStore fileSecrets{secrets.path()};
     PlatformOverride<SecretStore> secretsHere{fileSecrets};
@@ -222,7 +216,7 @@ TEST_F(HomeAutomationTest, CommandsMoveTheDeskOnlyWhenAllowedAndStopAlways) {
     ASSERT_EQ(command(ha, "target_height/set", "100"), true);
     advance(300ms);
     EXPECT_TRUE(ha.hears(deskTopic("moving"), "ON"));
-    runMove();
+    finishMove();
     EXPECT_LE(std::abs(desk->heightTenths() - 1000), 5);
     EXPECT_TRUE(ha.hears(deskTopic("moving"), "OFF"));
     EXPECT_NEAR(ha.heard.value(deskTopic("height")).toDouble(), 100.0, 0.5);
@@ -271,7 +265,7 @@ TEST_F(HomeAutomationTest, ACommandTakesTheKeyFromAHoldOnTheScreen) {
         ASSERT_EQ(command(ha, c.leaf, c.payload), true);
         advance(1s);
         release(c.button);
-        runMove();
+        finishMove();
         const int height = desk->heightTenths();
         advance(1s);
         EXPECT_FALSE(desk->isMoving());
@@ -296,7 +290,7 @@ TEST_F(HomeAutomationTest, MinutesStoodAndSatTodayFollowTheRecord) {
     ASSERT_TRUE(ha.hears(deskTopic("standing_today"), "0"));
 
     ASSERT_EQ(command(ha, "target_height/set", "110"), true);
-    runMove();
+    finishMove();
     ha.times.clear();
     advance(10min);
     // Told at the minute's tick: at most a minute behind.
@@ -370,7 +364,7 @@ TEST_F(HomeAutomationTest, ABrokerThatComesLaterOrRestartsGetsEverythingAgain) {
     advance(MqttClient::kFirstRetry);
     ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected));
     HomeAssistant ha(broker);
-    runMove();
+    finishMove();
     EXPECT_LE(std::abs(desk->heightTenths() - 1100), 5);
     EXPECT_TRUE(ha.hears(bridge->availabilityTopic(), "online"));
     EXPECT_TRUE(ha.hears(deskTopic("height"), "110.0"));
