@@ -67,12 +67,6 @@ protected:
         DQDataSessionHelper::userSaveSystemSetting(toPropertyForm(setting));
     }
 
-    void expectMoving() {
-        EXPECT_TRUE(waitUntil([&] { return desk->isMoving(); }));
-    }
-    void expectStopped() {
-        EXPECT_TRUE(waitUntil([&] { return !desk->isMoving(); }));
-    }
     // A few polls pass and the desk heard no key.
     void expectNoKeyHeard() {
         const int keys = desk->keyFramesReceived();
@@ -113,9 +107,9 @@ TEST_F(GlobalKeysX11Test, TheSwitchAndTheCombinationMoveTheGrabsAndQuittingFrees
             key("shift+Up");
             expectNoKeyHeard();
             key("alt+super+Up");
-            expectMoving();
+            EXPECT_TRUE(waitUntil([&] { return desk->isMoving(); }));
             key("alt+super+Up");
-            expectStopped();
+            EXPECT_TRUE(waitUntil([&] { return !desk->isMoving(); }));
             key("ctrl+q"); // quit as a user does
         },
         true);
@@ -137,17 +131,17 @@ TEST_F(GlobalKeysX11Test, HotKeysWorkWithTheFocusElsewhereAndKeysHeldByOthersAre
         control()->session().presetKeys().actionSetMemoryKeyWithtype(command::kSitKey);
         ASSERT_TRUE(presetSaved(sitHeight));
         key("shift+Up");
-        expectMoving();
+        EXPECT_TRUE(waitUntil([&] { return desk->isMoving(); }));
         // The user works in another application meanwhile, on purpose: the desk goes on.
         focusWindow(other.root());
         ASSERT_TRUE(waitUntil([&] { return desk->heightTenths() > sitHeight + 20; }));
         EXPECT_TRUE(desk->isMoving());
         key("shift+Up");
-        expectStopped();
+        EXPECT_TRUE(waitUntil([&] { return !desk->isMoving(); }));
         EXPECT_TRUE(stillAfterPolls(4)) << "stays stopped";
 
         key("shift+1"); // a digit recalls its preset
-        expectMoving();
+        EXPECT_TRUE(waitUntil([&] { return desk->isMoving(); }));
         EXPECT_TRUE(waitUntil([&] { return std::abs(desk->heightTenths() - sitHeight) <= 5; }));
     });
 }
