@@ -159,9 +159,7 @@ TEST_F(TabOrderX11Test, TabFollowsEveryScreenPageAndSheetFromTopToBottom) {
     runPaired([&] {
         DeskControlVC* control = this->control();
         // The reminder on, so the control screen shows its countdown.
-        auto* sitStand = new ViewSitStand(control);
-        control->pushViewControlWithView(sitStand);
-        sitStand->actionSitStandSwitch();
+        static_cast<ViewSitStand*>(page<ViewSitStand>(control))->actionSitStandSwitch();
         control->popViewControl();
         ASSERT_TRUE(waitUntil([&] { return control->countdownView()->isVisible(); }));
         for (const TabbedScreen& entry : kTabbedScreens) {
