@@ -16,6 +16,7 @@
 #include <QXmlStreamReader>
 #include <cmath>
 #include <limits>
+#include <tuple>
 
 namespace ostrel::test {
 namespace {
@@ -197,12 +198,8 @@ TEST_F(DeskBusTest, BadCallsGetClearErrorsAndHoldNothing) {
 
     open({}, "72,0,0,0");
     const QString invalid = QStringLiteral("org.freedesktop.DBus.Error.InvalidArgs");
-    const struct {
-        const char* method;
-        QVariant argument;
-        QString error;
-        const char* mentions;
-    } bad[] = {
+    // A method, its argument, the error it gets and what the error's message mentions.
+    const std::tuple<const char*, QVariant, QString, const char*> bad[] = {
         {"MoveTo", std::numeric_limits<double>::quiet_NaN(), invalid, "number"},
         {"MoveTo", std::numeric_limits<double>::infinity(), invalid, "number"},
         {"MoveTo", 200.0, invalid, "120.0cm"},

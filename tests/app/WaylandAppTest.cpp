@@ -116,15 +116,6 @@ protected:
 
     OMBaseModalWindow& window() const { return *delegate().modalWindow(); }
 
-    ViewShortcutKeys* openShortcutPage() {
-        emit control()->settingsRequested();
-        if (auto* menu = qobject_cast<ViewSetting*>(control()->topView()))
-            menu->actionPushToSysSetting();
-        if (auto* page = qobject_cast<ViewSystemSetting*>(control()->topView()))
-            page->actionSelectShortcut();
-        return qobject_cast<ViewShortcutKeys*>(control()->topView());
-    }
-
     // Lets the compositor catch up with what the window drew.
     static void waitForFrame() {
         EXPECT_TRUE(waitFor([] { return swayWindow().has_value(); }));
@@ -183,7 +174,12 @@ TEST_F(WaylandAppTest, NativeWindowWithoutATrayThenWithOne) {
         EXPECT_TRUE(window().isVisible());
 
         // No portal offers global shortcuts here: the page offers the commands instead.
-        ViewShortcutKeys* page = openShortcutPage();
+        emit control()->settingsRequested();
+        if (auto* menu = qobject_cast<ViewSetting*>(control()->topView()))
+            menu->actionPushToSysSetting();
+        if (auto* system = qobject_cast<ViewSystemSetting*>(control()->topView()))
+            system->actionSelectShortcut();
+        auto* page = qobject_cast<ViewShortcutKeys*>(control()->topView());
         ASSERT_NE(page, nullptr);
         EXPECT_FALSE(page->commandsView()->isHidden());
 
