@@ -7,11 +7,9 @@
 #include "app/SingleInstance.h"
 #include "session/HotKeyMovement.h"
 
-#include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusVariant>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QXmlStreamReader>
 #include <cmath>

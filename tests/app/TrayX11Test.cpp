@@ -20,9 +20,7 @@ protected:
     void TearDown() override { tray.reset(); }
 
     static void clickIcon(const char* button) {
-        xdotool(QStringList{QStringLiteral("mousemove")} << XEmbedTrayHost::iconCentre()
-                                                         << QStringLiteral("click")
-                                                         << QLatin1String(button));
+        xdotool(pointAt(XEmbedTrayHost::iconCentre()) << "click" << QLatin1String(button));
     }
 
     TrayDeskMenu& deskMenu() const { return *delegate().deskMenu(); }
@@ -33,8 +31,7 @@ protected:
         QMenu* menu = delegate().menu();
         ASSERT_TRUE(waitUntil([&] { return menu->isVisible(); }));
         const QPoint centre = menu->mapToGlobal(menu->actionGeometry(action).center());
-        xdotool({QStringLiteral("mousemove"), QString::number(centre.x()),
-                 QString::number(centre.y()), QStringLiteral("click"), QStringLiteral("1")});
+        xdotool(pointAt(centre) << "click" << "1");
         ASSERT_TRUE(waitUntil([&] { return !menu->isVisible(); }));
     }
 

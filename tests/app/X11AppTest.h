@@ -32,9 +32,11 @@ inline void focusWindow(WId window) {
     xdotool({QStringLiteral("windowfocus"), QString::number(window)});
 }
 
+inline QStringList pointAt(QPoint at) {
+    return {QStringLiteral("mousemove"), QString::number(at.x()), QString::number(at.y())};
+}
 inline QStringList pointAt(const QWidget* widget) {
-    const QPoint centre = widget->mapToGlobal(widget->rect().center());
-    return {QStringLiteral("mousemove"), QString::number(centre.x()), QString::number(centre.y())};
+    return pointAt(widget->mapToGlobal(widget->rect().center()));
 }
 
 // `mousedown`, `mouseup` or `click` with the first button, over `widget` unless none is given.
