@@ -10,8 +10,6 @@
 #include "settings/ShortcutSwitchRowView.h"
 #include "settings/ViewShortcutKeys.h"
 #include "store/DQDataSessionHelper.h"
-#include "store/Object_SystemSetting.h"
-#include "store/RecordDictionary.h"
 #include "widgets/OMAlert.h"
 #include "widgets/OMSwitchButton.h"
 
@@ -61,10 +59,8 @@ constexpr std::uint16_t kShift = XCB_MOD_MASK_SHIFT;
 class GlobalKeysX11Test : public X11AppTest {
 protected:
     static void storeShortcuts(const char* open) {
-        Object_SystemSetting setting;
-        setting.unit = "0";
-        setting.combinationopen = open;
-        DQDataSessionHelper::userSaveSystemSetting(toPropertyForm(setting));
+        DQDataSessionHelper::userSaveSystemSetting(
+            {{QStringLiteral("unit"), "0"}, {QStringLiteral("combinationopen"), open}});
     }
 
     // A few polls pass and the desk heard no key.
