@@ -31,7 +31,8 @@ protected:
         QMenu* menu = delegate().menu();
         ASSERT_TRUE(waitUntil([&] { return menu->isVisible(); }));
         const QPoint centre = menu->mapToGlobal(menu->actionGeometry(action).center());
-        xdotool(pointAt(centre) << "click" << "1");
+        xdotool(pointAt(centre) << "click"
+                                << "1");
         ASSERT_TRUE(waitUntil([&] { return !menu->isVisible(); }));
     }
 
