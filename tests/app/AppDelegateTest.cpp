@@ -79,16 +79,6 @@ TEST_F(LaunchTest, TheWindowFitsTheAvailableAreaAndScrollsWhatDoesNot) {
     EXPECT_EQ(window->findChild<QScrollArea*>()->widget(), window->content());
 }
 
-TEST_F(LaunchTest, ShowsNoBluetoothAndTellsTheUserWhenTheRadioIsOff) {
-    central->setPowered(false);
-    launch(); // the screen it shows is ShellFlowTest's
-    ASSERT_EQ(alerts.size(), 1u);
-    EXPECT_EQ(alerts[0].message, "Prompt");
-    EXPECT_EQ(alerts[0].informativeText,
-              "Bluetooth is turned off, please turn it on to connect to your desk");
-    EXPECT_EQ(alerts[0].buttons, QStringList{"Confirm"});
-}
-
 TEST_F(LaunchTest, HiddenStartShowsOnlyTheTrayUntilTheTrayIsClicked) {
     delegate->setStartHidden(true);
     launch();

@@ -5,15 +5,11 @@
 #include "X11AppTest.h"
 #include "protocol/CommandType.h"
 #include "session/DQGlobalKeyHelper.h"
-#include "session/DeskSession.h"
 #include "session/PresetKeys.h"
 #include "settings/ShortcutComboRowView.h"
 #include "settings/ShortcutSwitchRowView.h"
 #include "settings/ViewShortcutKeys.h"
-#include "store/CurrentDeviceStore.h"
 #include "store/DQDataSessionHelper.h"
-#include "store/Object_SystemSetting.h"
-#include "store/RecordDictionary.h"
 #include "widgets/OMAlert.h"
 #include "widgets/OMSwitchButton.h"
 
@@ -63,29 +59,15 @@ constexpr std::uint16_t kShift = XCB_MOD_MASK_SHIFT;
 class GlobalKeysX11Test : public X11AppTest {
 protected:
     static void storeShortcuts(const char* open) {
-        Object_SystemSetting setting;
-        setting.unit = "0";
-        setting.combinationopen = open;
-        DQDataSessionHelper::userSaveSystemSetting(toPropertyForm(setting));
+        DQDataSessionHelper::userSaveSystemSetting(
+            {{QStringLiteral("unit"), "0"}, {QStringLiteral("combinationopen"), open}});
     }
 
-    static void type(const char* keys) { xdotool({QStringLiteral("key"), QLatin1String(keys)}); }
-
-    void expectMoving() {
-        EXPECT_TRUE(waitUntil([&] { return desk->isMoving(); }));
-    }
-    void expectStopped() {
-        EXPECT_TRUE(waitUntil([&] { return !desk->isMoving(); }));
-    }
     // A few polls pass and the desk heard no key.
     void expectNoKeyHeard() {
         const int keys = desk->keyFramesReceived();
-        waitForPolls(6);
-        EXPECT_FALSE(desk->isMoving());
+        EXPECT_TRUE(stillAfterPolls(6));
         EXPECT_EQ(desk->keyFramesReceived(), keys);
-    }
-    ViewShortcutKeys& openPanel() {
-        return *new ViewShortcutKeys(control()); // the screen owns its pages
     }
 };
 
@@ -101,13 +83,13 @@ TEST_F(GlobalKeysX11Test, TheSwitchAndTheCombinationMoveTheGrabsAndQuittingFrees
             EXPECT_TRUE(other.grab(kShift, XK_Up));
             EXPECT_TRUE(other.grab(kShift, XK_4));
             other.releaseAll();
-            type("shift+Up");
+            key("shift+Up");
             expectNoKeyHeard();
 
             // Shift, the default, kept when the page asks.
             const OMAlert::Presenter previous = OMAlert::setPresenter(
                 [](QWidget*, const OMAlertContent&) { return OMAlert::kFirstButton + 1; });
-            ViewShortcutKeys& panel = openPanel();
+            ViewShortcutKeys& panel = *new ViewShortcutKeys(control()); // the screen owns it
             panel.switchRow()->switchButton()->click();
             OMAlert::setPresenter(previous);
             for (xcb_keysym_t key : {XK_Up, XK_Down, XK_1, XK_2, XK_3, XK_4})
@@ -118,13 +100,13 @@ TEST_F(GlobalKeysX11Test, TheSwitchAndTheCombinationMoveTheGrabsAndQuittingFrees
             EXPECT_TRUE(other.grab(kShift, XK_Up)) << "Shift+Up was let go";
             EXPECT_FALSE(other.grab(kAltSuper, XK_Up));
             other.releaseAll();
-            type("shift+Up");
+            key("shift+Up");
             expectNoKeyHeard();
-            type("alt+super+Up");
-            expectMoving();
-            type("alt+super+Up");
-            expectStopped();
-            type("ctrl+q"); // quit as a user does
+            key("alt+super+Up");
+            EXPECT_TRUE(waitUntil([&] { return desk->isMoving(); }));
+            key("alt+super+Up");
+            EXPECT_TRUE(waitUntil([&] { return !desk->isMoving(); }));
+            key("ctrl+q"); // quit as a user does
         },
         true);
     EXPECT_TRUE(other.grab(kAltSuper, XK_Up)) << "the application quit: the keys are free";
@@ -143,23 +125,19 @@ TEST_F(GlobalKeysX11Test, HotKeysWorkWithTheFocusElsewhereAndKeysHeldByOthersAre
         // The Sit preset stored the way the control screen stores it.
         const int sitHeight = desk->heightTenths();
         control()->session().presetKeys().actionSetMemoryKeyWithtype(command::kSitKey);
-        ASSERT_TRUE(waitUntil([&] {
-            return CurrentDeviceStore::load().memoryHeight.value_or("").starts_with(
-                std::to_string((sitHeight + 5) / 10) + ",");
-        }));
-        type("shift+Up");
-        expectMoving();
+        ASSERT_TRUE(presetSaved(sitHeight));
+        key("shift+Up");
+        EXPECT_TRUE(waitUntil([&] { return desk->isMoving(); }));
         // The user works in another application meanwhile, on purpose: the desk goes on.
-        xdotool({QStringLiteral("windowfocus"), QString::number(other.root())});
+        focusWindow(other.root());
         ASSERT_TRUE(waitUntil([&] { return desk->heightTenths() > sitHeight + 20; }));
         EXPECT_TRUE(desk->isMoving());
-        type("shift+Up");
-        expectStopped();
-        waitForPolls(4);
-        EXPECT_FALSE(desk->isMoving()) << "stays stopped";
+        key("shift+Up");
+        EXPECT_TRUE(waitUntil([&] { return !desk->isMoving(); }));
+        EXPECT_TRUE(stillAfterPolls(4)) << "stays stopped";
 
-        type("shift+1"); // a digit recalls its preset
-        expectMoving();
+        key("shift+1"); // a digit recalls its preset
+        EXPECT_TRUE(waitUntil([&] { return desk->isMoving(); }));
         EXPECT_TRUE(waitUntil([&] { return std::abs(desk->heightTenths() - sitHeight) <= 5; }));
     });
 }

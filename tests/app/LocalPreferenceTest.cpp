@@ -11,16 +11,14 @@
 namespace ostrel {
 namespace {
 
-struct PreferenceCase {
-    QStringList preferred;
-    const char* stored;
-};
+// The languages the user prefers, and the one stored for them.
+using PreferenceCase = std::pair<QStringList, const char*>;
 
 class LanguageChoiceTest : public ::testing::TestWithParam<PreferenceCase> {};
 
 TEST_P(LanguageChoiceTest, FirstPreferenceDecides) {
-    EXPECT_EQ(LocalPreference::languageForPreferences(GetParam().preferred),
-              QLatin1String(GetParam().stored));
+    EXPECT_EQ(LocalPreference::languageForPreferences(GetParam().first),
+              QLatin1String(GetParam().second));
 }
 
 INSTANTIATE_TEST_SUITE_P(Preferences, LanguageChoiceTest,

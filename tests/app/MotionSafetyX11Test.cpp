@@ -8,22 +8,17 @@
 #include "platform/Platform.h"
 #include "protocol/BluetoothResultHandle.h"
 #include "session/ShortcutsHeightSetVC.h"
-#include "store/CurrentDeviceStore.h"
 #include "support/LogindStandin.h"
 #include "widgets/HomeFunctionBtn.h"
 #include "widgets/OMAlert.h"
 #include "widgets/OMHoverButton.h"
 
-#include <QApplication>
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QPushButton>
-#include <QTimer>
 #include <csignal>
 #include <cstdio>
-#include <functional>
-#include <gtest/gtest.h>
 #include <optional>
+#include <xcb/xcb.h>
 
 namespace ostrel::test {
 namespace {
@@ -45,11 +40,14 @@ protected:
             stoppedAtMs = clock.elapsed();
             stoppedWhileLinked = desk->isSubscribed();
         }
+        // The window's menu runs an event loop of its own until it closes: close it once the
+        // desk has stopped, from inside that loop.
+        if (QWidget* menu = QApplication::activePopupWidget(); menu && stoppedAtMs)
+            QTimer::singleShot(0, menu, &QWidget::close);
     }
 
     void holdUp() {
-        xdotool(pointAt(control()->upButton())
-                << QStringLiteral("mousedown") << QStringLiteral("1"));
+        mouse("mousedown", control()->upButton());
         ASSERT_TRUE(waitUntil([&] { return desk->isMoving(); }));
     }
 
@@ -60,11 +58,6 @@ protected:
         watching = true;
     }
 
-    void reportLatency() const {
-        std::printf("desk stopped %lld ms after the event\n",
-                    static_cast<long long>(*stopLatency()));
-    }
-
     std::optional<qint64> stopLatency() const {
         return stoppedAtMs ? std::optional(*stoppedAtMs - eventAtMs) : std::nullopt;
     }
@@ -72,16 +65,16 @@ protected:
     void expectStoppedWithin(qint64 limitMs) {
         EXPECT_TRUE(waitUntil([&] { return stoppedAtMs.has_value(); }, 2000));
         ASSERT_TRUE(stopLatency().has_value()) << "the desk kept moving";
-        reportLatency();
+        std::printf("desk stopped %lld ms after the event\n",
+                    static_cast<long long>(*stopLatency()));
         EXPECT_LE(*stopLatency(), limitMs);
         EXPECT_TRUE(stoppedWhileLinked) << "stopped by losing the link, not by the released key";
     }
 
     // The desk stays still for a few more polls, the mouse button up again.
     void expectStaysStopped() {
-        xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
-        waitForPolls(4);
-        EXPECT_FALSE(desk->isMoving());
+        mouse("mouseup");
+        EXPECT_TRUE(stillAfterPolls(4));
         EXPECT_EQ(BluetoothResultHandle::sharedInstance().currentCommandType(), 0);
     }
 
@@ -92,148 +85,102 @@ protected:
     bool stoppedWhileLinked = false;
 };
 
-TEST_F(MotionSafetyX11Test, RightClickWhileHoldingUpStopsTheDesk) {
-    run([&] {
-        ASSERT_NO_FATAL_FAILURE(pairDesk());
-        ASSERT_NO_FATAL_FAILURE(holdUp());
-        // The window's menu runs an event loop of its own until it closes: close it once the
-        // desk has stopped, from inside that loop.
-        const auto closeMenu = QObject::connect(desk, &VirtualDesk::keysReceived, [&] {
-            if (stoppedAtMs)
-                if (QWidget* menu = QApplication::activePopupWidget())
-                    QTimer::singleShot(0, menu, &QWidget::close);
-        });
-        markEvent();
-        QProcess rightClick;
-        rightClick.start(QStringLiteral("xdotool"), {QStringLiteral("click"), QStringLiteral("3")});
-        expectStoppedWithin(kStopLimitMs);
-        QObject::disconnect(closeMenu);
-        rightClick.waitForFinished();
-        expectStaysStopped();
-    });
+// The root window of the display the application runs on.
+WId rootWindow() {
+    auto* x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
+    return xcb_setup_roots_iterator(xcb_get_setup(x11->connection())).data->root;
 }
 
-class KeyWhileHoldingTest : public MotionSafetyX11Test,
-                            public ::testing::WithParamInterface<const char*> {};
-
-// The window's own keys: hide (Ctrl+H), minimise (Ctrl+M) and the presets help sheet (F1),
-// which is window-modal and so takes the release.
-TEST_P(KeyWhileHoldingTest, StopsTheDesk) {
-    run([&] {
-        ASSERT_NO_FATAL_FAILURE(pairDesk());
-        ASSERT_NO_FATAL_FAILURE(holdUp());
-        markEvent();
-        xdotool({QStringLiteral("key"), QString::fromLatin1(GetParam())});
-        expectStoppedWithin(kStopLimitMs);
-        expectStaysStopped();
-    });
+void sendSignal(int number) {
+    ASSERT_EQ(QProcess::execute(QStringLiteral("kill"),
+                                {QStringLiteral("-%1").arg(number),
+                                 QString::number(QCoreApplication::applicationPid())}),
+              0);
 }
 
-INSTANTIATE_TEST_SUITE_P(WindowKeys, KeyWhileHoldingTest,
-                         ::testing::Values("ctrl+h", "ctrl+m", "F1"),
-                         [](const ::testing::TestParamInfo<const char*>& tested) {
-                             const std::string keys = tested.param;
-                             return keys == "F1"       ? std::string("HelpSheet")
-                                    : keys == "ctrl+h" ? std::string("Hide")
-                                                       : std::string("Minimise");
-                         });
+// What takes the release away while Up is held: a right click (the window's menu), the window's
+// own keys, hide (Ctrl+H), minimise (Ctrl+M) and the presets help sheet (F1), which is
+// window-modal; the focus going to another application (the root window takes it); and quitting
+// from the keyboard and the signals that end a session, where the desk must have heard the
+// released key before the link is let go.
+struct Interruption {
+    const char* name;
+    std::function<void()> interrupt;
+    bool quits = false;
+    qint64 limitMs = kStopLimitMs;
+};
 
-TEST_F(MotionSafetyX11Test, FocusLeavingTheApplicationStopsTheDesk) {
-    run([&] {
-        ASSERT_NO_FATAL_FAILURE(pairDesk());
-        ASSERT_NO_FATAL_FAILURE(holdUp());
-        // The root window takes the focus, as when the user clicks into another application.
-        QProcess root;
-        root.start(QStringLiteral("xdotool"),
-                   {QStringLiteral("search"), QStringLiteral("--maxdepth"), QStringLiteral("0"),
-                    QStringLiteral("--name"), QString()});
-        ASSERT_TRUE(root.waitForFinished());
-        const QString rootWindow = QString::fromLatin1(root.readAllStandardOutput()).trimmed();
-        ASSERT_FALSE(rootWindow.isEmpty());
-        markEvent();
-        xdotool({QStringLiteral("windowfocus"), rootWindow});
-        expectStoppedWithin(kFocusStopLimitMs);
-    });
-}
+class InterruptedHoldTest : public MotionSafetyX11Test,
+                            public ::testing::WithParamInterface<Interruption> {};
 
-// Quitting from the keyboard and the signals that end a session: the event loop ends, and the
-// desk must have heard the released key before the link is let go.
-class EndWhileHoldingTest : public MotionSafetyX11Test,
-                            public ::testing::WithParamInterface<int> {};
-
-TEST_P(EndWhileHoldingTest, StopsTheDeskBeforeTheLinkGoes) {
-    run(
+TEST_P(InterruptedHoldTest, StopsTheDeskBeforeTheLinkGoes) {
+    const Interruption& interruption = GetParam();
+    runPaired(
         [&] {
-            ASSERT_NO_FATAL_FAILURE(pairDesk());
             ASSERT_NO_FATAL_FAILURE(holdUp());
             markEvent();
-            if (GetParam() == 0)
-                xdotool({QStringLiteral("key"), QStringLiteral("ctrl+q")});
-            else
-                ASSERT_EQ(QProcess::execute(QStringLiteral("kill"),
-                                            {QStringLiteral("-%1").arg(GetParam()),
-                                             QString::number(QCoreApplication::applicationPid())}),
-                          0);
+            interruption.interrupt();
+            if (!interruption.quits) {
+                expectStoppedWithin(interruption.limitMs);
+                expectStaysStopped();
+            }
         },
-        true);
-    ASSERT_TRUE(stopLatency().has_value()) << "the desk was still moving when the link went";
-    reportLatency();
-    EXPECT_LE(*stopLatency(), kStopLimitMs);
-    EXPECT_TRUE(stoppedWhileLinked);
-    xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
+        interruption.quits);
+    if (interruption.quits) {
+        expectStoppedWithin(interruption.limitMs);
+        mouse("mouseup");
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(Endings, EndWhileHoldingTest,
-                         ::testing::Values(0, SIGTERM, SIGINT, SIGHUP),
-                         [](const ::testing::TestParamInfo<int>& tested) {
-                             switch (tested.param) {
-                             case SIGTERM:
-                                 return std::string("SIGTERM");
-                             case SIGINT:
-                                 return std::string("SIGINT");
-                             case SIGHUP:
-                                 return std::string("SIGHUP");
-                             default:
-                                 return std::string("QuitKey");
-                             }
-                         });
+INSTANTIATE_TEST_SUITE_P(
+    Interruptions, InterruptedHoldTest,
+    // The click runs on while the application goes on answering the desk, as with a user's.
+    ::testing::Values(Interruption{"RightClick",
+                                   [] {
+                                       QProcess::startDetached("xdotool", {"click", "3"});
+                                   }},
+                      Interruption{"Hide", [] { key("ctrl+h"); }},
+                      Interruption{"Minimise", [] { key("ctrl+m"); }},
+                      Interruption{"HelpSheet", [] { key("F1"); }},
+                      Interruption{"FocusLeavesTheApplication", [] { focusWindow(rootWindow()); },
+                                   false, kFocusStopLimitMs},
+                      Interruption{"QuitKey", [] { key("ctrl+q"); }, true},
+                      Interruption{"SIGTERM", [] { sendSignal(SIGTERM); }, true},
+                      Interruption{"SIGINT", [] { sendSignal(SIGINT); }, true},
+                      Interruption{"SIGHUP", [] { sendSignal(SIGHUP); }, true}),
+    kRowName);
 
 // A long press opens the save sheet while the mouse is down; the click after it must recall.
 TEST_F(MotionSafetyX11Test, TheClickAfterTheSaveSheetRecallsThePreset) {
-    run([&] {
-        ASSERT_NO_FATAL_FAILURE(pairDesk());
+    runPaired([&] {
         OMHoverButton* sit = control()->presetButton(0);
         const int presetHeight = desk->heightTenths();
         auto longPressSit = [&](bool confirm) {
-            xdotool(pointAt(sit) << QStringLiteral("mousedown") << QStringLiteral("1"));
+            mouse("mousedown", sit);
             ShortcutsHeightSetVC* sheet = nullptr;
             ASSERT_TRUE(waitUntil([&] {
                 sheet = sit->window()->findChild<ShortcutsHeightSetVC*>();
                 return sheet && sheet->isVisible();
             }));
-            xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
-            QPushButton* answer = confirm ? sheet->confirmButton() : sheet->cancelButton();
-            xdotool(pointAt(answer) << QStringLiteral("click") << QStringLiteral("1"));
+            mouse("mouseup");
+            mouse("click", confirm ? sheet->confirmButton() : sheet->cancelButton());
             ASSERT_TRUE(waitUntil([&] { return !sheet->isVisible(); }));
         };
 
         longPressSit(true);
-        ASSERT_TRUE(waitUntil([&] {
-            return CurrentDeviceStore::load().memoryHeight.value_or("").starts_with(
-                std::to_string((presetHeight + 5) / 10) + ",");
-        }));
+        ASSERT_TRUE(presetSaved(presetHeight));
         ASSERT_NO_FATAL_FAILURE(holdUp());
         ASSERT_TRUE(waitUntil([&] { return desk->heightTenths() > presetHeight + 30; }));
-        xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
+        mouse("mouseup");
         ASSERT_TRUE(waitUntil([&] { return !desk->isMoving(); }));
 
         longPressSit(false);
         // A click as long as a person's, four polls of the desk: the preset key is held for
         // the click's length from 0.7 s after the press, and a press of 0.5 s would be long.
         const int keysBefore = desk->keyFramesReceived();
-        xdotool(pointAt(sit) << QStringLiteral("mousedown") << QStringLiteral("1"));
+        mouse("mousedown", sit);
         waitForPolls(4);
-        xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
+        mouse("mouseup");
         EXPECT_TRUE(waitUntil([&] { return desk->keyFramesReceived() > keysBefore; }, 3000))
             << "the click sent no preset key";
         EXPECT_TRUE(waitUntil([&] { return std::abs(desk->heightTenths() - presetHeight) <= 5; }));
@@ -266,8 +213,7 @@ protected:
 };
 
 TEST_F(SleepWhileHoldingTest, StopsOnNoKeyThenDisconnectsThenLetsTheSystemSleep) {
-    run([&] {
-        ASSERT_NO_FATAL_FAILURE(pairDesk());
+    runPaired([&] {
         ASSERT_TRUE(waitUntil([&] { return systemSleep.isHeld(); }))
             << "no lock taken while linked";
         ASSERT_NO_FATAL_FAILURE(holdUp());
@@ -284,14 +230,13 @@ TEST_F(SleepWhileHoldingTest, StopsOnNoKeyThenDisconnectsThenLetsTheSystemSleep)
                     static_cast<long long>(*logind.releasedAtMs() - eventAtMs));
         EXPECT_LE(disconnectedMs, 3000);
 
-        xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
+        mouse("mouseup");
         const qint64 wokeAtMs = clock.elapsed();
         logind.announceSleep(false);
         ASSERT_TRUE(waitUntil([&] { return desk->isSubscribed() && systemSleep.isHeld(); }));
         std::printf("wake: linked again after %lld ms\n", static_cast<long long>(after(wokeAtMs)));
         EXPECT_EQ(logind.inhibitions(), 2) << "the lock is taken again after wake";
-        waitForPolls(4);
-        EXPECT_FALSE(desk->isMoving()) << "a movement resumed after wake";
+        EXPECT_TRUE(stillAfterPolls(4)) << "a movement resumed after wake";
         EXPECT_TRUE(control() != nullptr) << "the session's screen ended";
         EXPECT_TRUE(alerts.isEmpty()) << alerts.join(' ').toStdString();
     });

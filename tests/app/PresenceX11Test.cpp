@@ -12,12 +12,12 @@ TEST(PresenceX11, AwayWithoutInputAndBackAtTheFirstInput) {
     ASSERT_NE(source, nullptr) << "the X server has no MIT-SCREEN-SAVER extension";
     DesktopPresence presence;
     presence.setAwayAfter(X11IdleTime::kShortestLimit);
-    xdotool({QStringLiteral("key"), QStringLiteral("shift")});
+    key("shift");
     presence.add(std::move(source));
     EXPECT_TRUE(presence.isPresent());
 
     EXPECT_TRUE(waitUntil([&] { return !presence.isPresent(); }));
-    xdotool({QStringLiteral("key"), QStringLiteral("shift")});
+    key("shift");
     EXPECT_TRUE(waitUntil([&] { return presence.isPresent(); }));
 }
 

@@ -46,12 +46,10 @@ protected:
     // the sizes a scalable icon has no list of, for the window manager. The offscreen platform
     // draws none, so the test does.
     static void drawWindowIcons() {
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            for (const int side : {16, 32, 64, 128}) {
+        for (QWidget* window : QApplication::topLevelWidgets())
+            for (const int side : {16, 32, 64, 128})
                 if (window->isVisible())
                     window->windowIcon().pixmap(side);
-            }
-        }
     }
 
     // Bytes the heap holds for the program, once the events that wait for the event loop
@@ -67,22 +65,23 @@ protected:
 TEST_F(ShellFlowTest, LaunchListsTheDeskAndAClickPutsItUnderControl) {
     VirtualDesk& desk = addDesk();
     launch();
-    auto* search = content<BluetoothSearchVC>();
-    ASSERT_TRUE(search);
     advance(1s);
-    ASSERT_EQ(search->rows().size(), 1);
-
-    QTest::mouseClick(search->rows().first(), Qt::LeftButton);
-    advance(1s);
-    ASSERT_TRUE(content<DeskControlVC>());
+    ASSERT_TRUE(content<BluetoothSearchVC>());
+    ASSERT_EQ(content<BluetoothSearchVC>()->rows().size(), 1);
+    ASSERT_TRUE(connectFromSearch());
     EXPECT_TRUE(desk.isSubscribed());
     EXPECT_EQ(OMPlistManager::getBindDevice().size(), 1);
 }
 
-TEST_F(ShellFlowTest, LaunchWithTheRadioOffShowsTheNoBluetoothScreen) {
+TEST_F(ShellFlowTest, LaunchWithTheRadioOffShowsTheNoBluetoothScreenAndTellsTheUser) {
     central->setPowered(false);
     launch();
     EXPECT_TRUE(delegate->modalWindow()->content()->inherits("ostrel::NoBluetoothVC"));
+    ASSERT_EQ(alerts.size(), 1u);
+    EXPECT_EQ(alerts[0].message, "Prompt");
+    EXPECT_EQ(alerts[0].informativeText,
+              "Bluetooth is turned off, please turn it on to connect to your desk");
+    EXPECT_EQ(alerts[0].buttons, QStringList{"Confirm"});
 }
 
 // What a long day of use does over and over: a fault on the desk (and the error window it

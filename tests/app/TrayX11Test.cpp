@@ -4,15 +4,9 @@
 #include "XEmbedTrayHost.h"
 #include "app/StatusMenu.h"
 #include "app/TrayDeskMenu.h"
-#include "core/NotificationCenter.h"
-#include "core/NotificationNames.h"
-#include "session/DeskSession.h"
-#include "store/CurrentDeviceStore.h"
 
-#include <QApplication>
 #include <QMenu>
 #include <QSystemTrayIcon>
-#include <gtest/gtest.h>
 
 namespace ostrel::test {
 namespace {
@@ -26,29 +20,20 @@ protected:
     void TearDown() override { tray.reset(); }
 
     static void clickIcon(const char* button) {
-        xdotool(QStringList{QStringLiteral("mousemove")} << XEmbedTrayHost::iconCentre()
-                                                         << QStringLiteral("click")
-                                                         << QLatin1String(button));
+        xdotool(pointAt(XEmbedTrayHost::iconCentre()) << "click" << QLatin1String(button));
     }
 
-    TrayDeskMenu& deskMenu() const { return *runner->delegate().deskMenu(); }
+    TrayDeskMenu& deskMenu() const { return *delegate().deskMenu(); }
 
     // Opens the tray's menu with a right click and clicks `action` in it.
     void choose(QAction* action) {
         clickIcon("3");
-        QMenu* menu = runner->delegate().menu();
+        QMenu* menu = delegate().menu();
         ASSERT_TRUE(waitUntil([&] { return menu->isVisible(); }));
         const QPoint centre = menu->mapToGlobal(menu->actionGeometry(action).center());
-        xdotool({QStringLiteral("mousemove"), QString::number(centre.x()),
-                 QString::number(centre.y()), QStringLiteral("click"), QStringLiteral("1")});
+        xdotool(pointAt(centre) << "click"
+                                << "1");
         ASSERT_TRUE(waitUntil([&] { return !menu->isVisible(); }));
-    }
-
-    void setPresets(const char* memoryHeight) {
-        OMBluetoothModel record = CurrentDeviceStore::load();
-        record.memoryHeight = memoryHeight;
-        CurrentDeviceStore::save(record);
-        NotificationCenter::defaultCenter().post(QLatin1String(notifications::kMemoryKeyChange));
     }
 
     std::unique_ptr<XEmbedTrayHost> tray;
@@ -56,10 +41,9 @@ protected:
 
 TEST_F(TrayX11Test, LeftClickHidesTheWindowInFrontAndShowsItAgain) {
     ASSERT_TRUE(tray->isRunning());
-    run([&] {
-        ASSERT_NO_FATAL_FAILURE(pairDesk());
+    runPaired([&] {
         ASSERT_TRUE(waitUntil([&] { return tray->hasIcon(); }));
-        QWidget* window = runner->delegate().modalWindow();
+        QWidget* window = delegate().modalWindow();
         ASSERT_TRUE(waitUntil([&] { return window->isActiveWindow(); }));
         clickIcon("1");
         EXPECT_TRUE(waitUntil([&] { return !window->isVisible(); }));
@@ -71,15 +55,13 @@ TEST_F(TrayX11Test, LeftClickHidesTheWindowInFrontAndShowsItAgain) {
 }
 
 TEST_F(TrayX11Test, MenuShowsTheHeightAndItsPresetsAndStopDriveTheDesk) {
-    run([&] {
-        ASSERT_NO_FATAL_FAILURE(pairDesk());
+    runPaired([&] {
         ASSERT_TRUE(waitUntil([&] { return tray->hasIcon(); }));
         ASSERT_TRUE(waitUntil([&] { return control()->session().currentHeight() > 0; }));
         const QString shown = control()->heightText();
         EXPECT_EQ(deskMenu().heightLine()->text(), QStringLiteral("Height: ") + shown);
         EXPECT_FALSE(deskMenu().heightLine()->isEnabled());
-        EXPECT_TRUE(
-            runner->delegate().statusItem()->toolTip().contains(desk->name() + ": " + shown));
+        EXPECT_TRUE(delegate().statusItem()->toolTip().contains(desk->name() + ": " + shown));
         EXPECT_FALSE(deskMenu().presetAction(0)->isVisible()); // no preset set yet
 
         setPresets("110,0,0,0");

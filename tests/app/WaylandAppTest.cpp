@@ -4,26 +4,14 @@
 // global shortcuts, and a tray appearing later (a StatusNotifierWatcher stand-in) that brings the
 // icon, its menu on the bus and the usual behaviour back. Pictures come from grim, the
 // compositor's own screenshot, and are checked against what the window drew, not pixel by pixel.
-#include "RealTimeWait.h"
-#include "app/AppDelegate.h"
-#include "app/AppRunner.h"
-#include "app/DemoDesks.h"
-#include "app/OMBaseModalWindow.h"
+#include "RunningAppTest.h"
 #include "app/SingleInstance.h"
 #include "app/StatusMenu.h"
-#include "session/DeskControlVC.h"
-#include "session/DeskSession.h"
 #include "settings/ShortcutCommandsView.h"
 #include "settings/ViewSetting.h"
 #include "settings/ViewShortcutKeys.h"
 #include "settings/ViewSystemSetting.h"
-#include "sim/VirtualDesk.h"
-#include "transport/screens/BluetoothSearchVC.h"
-#include "transport/screens/DeskSearchRowView.h"
 
-#include <QApplication>
-#include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
@@ -34,30 +22,21 @@
 #include <QProcess>
 #include <QSet>
 #include <QSignalSpy>
-#include <QSystemTrayIcon>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <QWindow>
 #include <algorithm>
-#include <functional>
-#include <gtest/gtest.h>
 #include <optional>
 
 namespace ostrel::test {
 namespace {
 
-constexpr int kWaitMs = 20000;
 constexpr char kAppId[] = "com.ostrel.motion";
-
-bool waitFor(const std::function<bool()>& condition) {
-    return waitUntil(condition, kWaitMs);
-}
 
 // Runs a tool to its end while the application keeps answering; its standard output.
 QByteArray runTool(const QString& program, const QStringList& arguments) {
     QProcess process;
     process.start(program, arguments);
-    EXPECT_TRUE(waitFor([&] { return process.state() == QProcess::NotRunning; }));
+    EXPECT_TRUE(waitUntil([&] { return process.state() == QProcess::NotRunning; }, kAppWaitMs));
     EXPECT_EQ(process.exitCode(), 0)
         << program.toStdString() << " " << arguments.join(' ').toStdString()
         << process.readAllStandardError().toStdString();
@@ -100,11 +79,12 @@ QImage grim(const QJsonObject& node) {
 void expectShows(const QImage& shot, QWidget& window) {
     ASSERT_FALSE(shot.isNull());
     EXPECT_EQ(shot.size(), window.size());
-    const QImage drawn = window.grab().toImage();
     constexpr int kBlocks = 16;
-    const QImage a = shot.scaled(kBlocks, kBlocks, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    const QImage b =
-        drawn.scaled(kBlocks, kBlocks, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const auto blocks = [](const QImage& image) {
+        return image.scaled(kBlocks, kBlocks, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    };
+    const QImage a = blocks(shot);
+    const QImage b = blocks(window.grab().toImage());
     double difference = 0;
     QSet<QRgb> colours;
     for (int y = 0; y < kBlocks; ++y)
@@ -116,7 +96,7 @@ void expectShows(const QImage& shot, QWidget& window) {
     EXPECT_GT(colours.size(), 8) << "a blank picture";
 }
 
-class WaylandAppTest : public ::testing::Test {
+class WaylandAppTest : public RunningAppTest {
 protected:
     void SetUp() override {
         ASSERT_TRUE(QDBusConnection::sessionBus().isConnected()) << "run under dbus-run-session";
@@ -124,71 +104,38 @@ protected:
             << "run under tools/headless-sway.sh";
         QGuiApplication::setDesktopFileName(QLatin1String(kAppId)); // the window's app id
         ASSERT_TRUE(instance.claim());
-        runner = std::make_unique<AppRunner>(true);
-        desk = runner->demo()->desks().first();
-        QObject::connect(&instance, &SingleInstance::activated, &runner->delegate(),
+        RunningAppTest::SetUp();
+        QObject::connect(&instance, &SingleInstance::activated, &delegate(),
                          &AppDelegate::applicationShouldHandleReopen);
     }
     void TearDown() override {
         watcher.terminate();
         watcher.waitForFinished();
+        RunningAppTest::TearDown();
     }
 
-    void run(const std::function<void()>& scenario) {
-        QTimer::singleShot(0, qApp, [&] {
-            scenario();
-            QApplication::quit();
-        });
-        runner->exec();
-    }
-
-    AppDelegate& delegate() const { return runner->delegate(); }
     OMBaseModalWindow& window() const { return *delegate().modalWindow(); }
-    DeskControlVC* control() const { return qobject_cast<DeskControlVC*>(window().content()); }
-
-    void pairDesk() {
-        ASSERT_TRUE(waitFor([&] {
-            auto* search = qobject_cast<BluetoothSearchVC*>(window().content());
-            for (DeskSearchRowView* row : search ? search->rows() : QList<DeskSearchRowView*>{})
-                if (row->title() == desk->name()) {
-                    emit row->clicked();
-                    return true;
-                }
-            return false;
-        }));
-        ASSERT_TRUE(waitFor([&] { return control() && control()->session().currentHeight() > 0; }));
-    }
-
-    ViewShortcutKeys* openShortcutPage() {
-        emit control()->settingsRequested();
-        if (auto* menu = qobject_cast<ViewSetting*>(control()->topView()))
-            menu->actionPushToSysSetting();
-        if (auto* page = qobject_cast<ViewSystemSetting*>(control()->topView()))
-            page->actionSelectShortcut();
-        return qobject_cast<ViewShortcutKeys*>(control()->topView());
-    }
 
     // Lets the compositor catch up with what the window drew.
-    void waitForFrame(const std::function<bool(const QJsonObject&)>& condition = {}) {
-        EXPECT_TRUE(waitFor([&] {
-            const auto node = swayWindow();
-            return node && (!condition || condition(*node));
-        }));
+    static void waitForFrame() {
+        EXPECT_TRUE(waitFor([] { return swayWindow().has_value(); }));
     }
 
+    static QDBusMessage call(const QString& service, const QString& path, const char* interface,
+                             const char* method, const QVariantList& arguments) {
+        QDBusMessage message = QDBusMessage::createMethodCall(
+            service, path, QLatin1String(interface), QLatin1String(method));
+        message.setArguments(arguments);
+        return script.call(message, QDBus::BlockWithGui);
+    }
     static QVariant property(const QString& service, const QString& path, const char* interface,
                              const char* name) {
-        QDBusMessage get = QDBusMessage::createMethodCall(
-            service, path, QStringLiteral("org.freedesktop.DBus.Properties"),
-            QStringLiteral("Get"));
-        get << QLatin1String(interface) << QLatin1String(name);
-        const QDBusMessage reply = script.call(get, QDBus::BlockWithGui);
+        const QDBusMessage reply = call(service, path, "org.freedesktop.DBus.Properties", "Get",
+                                        {QLatin1String(interface), QLatin1String(name)});
         return reply.arguments().value(0).value<QDBusVariant>().variant();
     }
 
     SingleInstance instance{QDBusConnection::sessionBus()};
-    std::unique_ptr<AppRunner> runner;
-    VirtualDesk* desk = nullptr;
     QProcess watcher;
     static inline QDBusConnection script =
         QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("script"));
@@ -221,16 +168,18 @@ TEST_F(WaylandAppTest, NativeWindowWithoutATrayThenWithOne) {
         EXPECT_TRUE(window().isVisible());
         EXPECT_TRUE(swayWindow().has_value()) << "unmapped: the task list would lose it";
         QSignalSpy activations(&instance, &SingleInstance::activated);
-        QProcess second;
-        second.start(QStringLiteral(OSTREL_MOTION_BINARY), {});
-        ASSERT_TRUE(waitFor([&] { return second.state() == QProcess::NotRunning; }));
-        EXPECT_EQ(second.exitCode(), 0);
+        runTool(QStringLiteral(OSTREL_MOTION_BINARY), {}); // a second launch
         EXPECT_EQ(activations.count(), 1);
         EXPECT_FALSE(window().isMinimized());
         EXPECT_TRUE(window().isVisible());
 
         // No portal offers global shortcuts here: the page offers the commands instead.
-        ViewShortcutKeys* page = openShortcutPage();
+        emit control()->settingsRequested();
+        if (auto* menu = qobject_cast<ViewSetting*>(control()->topView()))
+            menu->actionPushToSysSetting();
+        if (auto* system = qobject_cast<ViewSystemSetting*>(control()->topView()))
+            system->actionSelectShortcut();
+        auto* page = qobject_cast<ViewShortcutKeys*>(control()->topView());
         ASSERT_NE(page, nullptr);
         EXPECT_FALSE(page->commandsView()->isHidden());
 
@@ -252,11 +201,7 @@ TEST_F(WaylandAppTest, NativeWindowWithoutATrayThenWithOne) {
         ASSERT_FALSE(menuPath.path().isEmpty());
         StatusMenu& menu = *delegate().menu();
 
-        QDBusMessage contextMenu = QDBusMessage::createMethodCall(
-            item, QStringLiteral("/StatusNotifierItem"),
-            QStringLiteral("org.kde.StatusNotifierItem"), QStringLiteral("ContextMenu"));
-        contextMenu << 1200 << 10;
-        script.call(contextMenu, QDBus::BlockWithGui);
+        call(item, "/StatusNotifierItem", "org.kde.StatusNotifierItem", "ContextMenu", {1200, 10});
         EXPECT_TRUE(waitFor([&] { return menu.isVisible(); }));
         menu.close();
 

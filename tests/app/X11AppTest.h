@@ -3,21 +3,12 @@
 // The application on a virtual desk on a real X server, driven with xdotool as a user would.
 // Each test starts the whole application and quits it, so each needs a process of its own, as
 // CTest runs them.
-#include "RealTimeWait.h"
-#include "app/AppDelegate.h"
-#include "app/AppRunner.h"
-#include "app/DemoDesks.h"
-#include "app/OMBaseModalWindow.h"
-#include "session/DeskControlVC.h"
-#include "sim/VirtualDesk.h"
-#include "transport/screens/BluetoothSearchVC.h"
-#include "transport/screens/DeskSearchRowView.h"
+#include "RunningAppTest.h"
+#include "core/NotificationCenter.h"
+#include "core/NotificationNames.h"
+#include "store/CurrentDeviceStore.h"
 
-#include <QApplication>
 #include <QProcess>
-#include <QTimer>
-#include <functional>
-#include <gtest/gtest.h>
 
 namespace ostrel::test {
 
@@ -33,49 +24,76 @@ inline void xdotool(const QStringList& arguments) {
         << arguments.join(' ').toStdString();
 }
 
-inline QStringList pointAt(const QWidget* widget) {
-    const QPoint centre = widget->mapToGlobal(widget->rect().center());
-    return {QStringLiteral("mousemove"), QString::number(centre.x()), QString::number(centre.y())};
+inline void key(const char* keys) {
+    xdotool({QStringLiteral("key"), QLatin1String(keys)});
 }
 
-class X11AppTest : public ::testing::Test {
+inline void focusWindow(WId window) {
+    xdotool({QStringLiteral("windowfocus"), QString::number(window)});
+}
+
+inline QStringList pointAt(QPoint at) {
+    return {QStringLiteral("mousemove"), QString::number(at.x()), QString::number(at.y())};
+}
+inline QStringList pointAt(const QWidget* widget) {
+    return pointAt(widget->mapToGlobal(widget->rect().center()));
+}
+
+// `mousedown`, `mouseup` or `click` with the first button, over `widget` unless none is given.
+inline void mouse(const char* action, const QWidget* widget = nullptr) {
+    xdotool((widget ? pointAt(widget) : QStringList())
+            << QLatin1String(action) << QStringLiteral("1"));
+}
+
+// Presses Tab; whether the focus moved within `timeoutMs`.
+inline bool tab(int timeoutMs = kX11WaitMs) {
+    QWidget* before = QApplication::focusWidget();
+    key("Tab");
+    return waitUntil([&] { return QApplication::focusWidget() != before; }, timeoutMs);
+}
+
+// Runs `action` and waits for the window it brings in front of the one that was active.
+inline QWidget* windowAfter(const std::function<void()>& action) {
+    QWidget* const main = QApplication::activeWindow();
+    action();
+    EXPECT_TRUE(waitUntil([&] { return QApplication::activeWindow() != main; }));
+    return QApplication::activeWindow() != main ? QApplication::activeWindow() : nullptr;
+}
+
+// Names a parameterised test after its row's `name`, also where the test's parameter is printed.
+inline constexpr auto kRowName = [](const auto& row) { return std::string(row.param.name); };
+namespace {
+template <class Row>
+requires requires(Row row) {
+    row.name;
+}
+void PrintTo(const Row& row, std::ostream* out) {
+    *out << row.name;
+}
+} // namespace
+
+class X11AppTest : public RunningAppTest {
 protected:
-    void SetUp() override {
-        runner = std::make_unique<AppRunner>(true);
-        desk = runner->demo()->desks().first();
-    }
-
-    // Runs the application with `scenario` started inside its event loop. Unless the scenario
-    // ends the application itself, it is quit when the scenario returns.
-    void run(const std::function<void()>& scenario, bool quitsItself = false) {
-        QTimer::singleShot(0, qApp, [&] {
-            scenario();
-            if (!quitsItself || HasFailure())
-                QApplication::quit();
-        });
-        runner->exec();
-    }
-
-    QWidget* content() const { return runner->delegate().modalWindow()->content(); }
-    DeskControlVC* control() const { return qobject_cast<DeskControlVC*>(content()); }
+    void focusApp() const { focusWindow(delegate().modalWindow()->winId()); }
 
     // Pairs the first desk from the search screen, as a user would.
     void pairDesk() {
-        DeskSearchRowView* row = nullptr;
-        ASSERT_TRUE(waitUntil([&] {
-            auto* search = qobject_cast<BluetoothSearchVC*>(content());
-            for (DeskSearchRowView* candidate :
-                 search ? search->rows() : QList<DeskSearchRowView*>{})
-                if (candidate->title() == desk->name() && candidate->isVisible())
-                    row = candidate;
-            return row != nullptr;
-        }));
-        const WId window = runner->delegate().modalWindow()->winId();
-        xdotool({QStringLiteral("windowfocus"), QString::number(window)});
-        xdotool(pointAt(row) << QStringLiteral("click") << QStringLiteral("1"));
+        ASSERT_TRUE(waitUntil([&] { return deskRow() && deskRow()->isVisible(); }));
+        focusApp();
+        mouse("click", deskRow());
         ASSERT_TRUE(waitUntil([&] {
             return control() && desk->isSubscribed() && control()->heightText() != "0.0cm";
         }));
+    }
+
+    // Runs the application with `scenario` started once the desk is paired.
+    void runPaired(const std::function<void()>& scenario, bool quitsItself = false) {
+        run(
+            [&] {
+                ASSERT_NO_FATAL_FAILURE(pairDesk());
+                scenario();
+            },
+            quitsItself);
     }
 
     void waitForPolls(int count) {
@@ -86,8 +104,27 @@ protected:
         QObject::disconnect(connection);
     }
 
-    std::unique_ptr<AppRunner> runner;
-    VirtualDesk* desk = nullptr;
+    // A few polls pass, and the desk stands still at their end.
+    bool stillAfterPolls(int polls) {
+        waitForPolls(polls);
+        return !desk->isMoving();
+    }
+
+    // The presets in the record, as the desk reported them; the screen offers the set ones.
+    static void setPresets(const char* memoryHeight) {
+        OMBluetoothModel record = CurrentDeviceStore::load();
+        record.memoryHeight = memoryHeight;
+        CurrentDeviceStore::save(record);
+        NotificationCenter::defaultCenter().post(QLatin1String(notifications::kMemoryKeyChange));
+    }
+
+    // Whether the desk was asked to store `heightTenths` as its first preset, within a wait.
+    static bool presetSaved(int heightTenths) {
+        return waitUntil([&] {
+            return CurrentDeviceStore::load().memoryHeight.value_or("").starts_with(
+                std::to_string((heightTenths + 5) / 10) + ",");
+        });
+    }
 };
 
 } // namespace ostrel::test

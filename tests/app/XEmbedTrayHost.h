@@ -4,8 +4,8 @@
 // does, docks the icon window that asks for it at the top left of the screen, and so lets xdotool
 // click a tray icon where a user would. Qt may replace its icon window once; the last one counts.
 #include <QList>
+#include <QPoint>
 #include <QSocketNotifier>
-#include <QStringList>
 #include <memory>
 #include <xcb/xcb.h>
 
@@ -54,9 +54,7 @@ public:
     bool isRunning() const { return m_window != 0; }
     bool hasIcon() const { return !m_icons.isEmpty(); }
     // Where the docked icon is on the screen.
-    static QStringList iconCentre() {
-        return {QString::number(kIconSize / 2), QString::number(kIconSize / 2)};
-    }
+    static QPoint iconCentre() { return {kIconSize / 2, kIconSize / 2}; }
 
 private:
     xcb_atom_t atom(const char* name) {

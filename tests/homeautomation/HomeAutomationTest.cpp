@@ -1,5 +1,6 @@
 // The bridge against real Mosquitto brokers, driving a virtual desk in virtual time; the
-// broker, and the other side standing in for Home Assistant, run in real time.
+// broker, and the other side standing in for Home Assistant, run in real time. Last, the real
+// application, provisioned by file before its first start and killed without warning.
 #include "MosquittoBroker.h"
 #include "SessionTestSupport.h"
 #include "app/RealTimeWait.h"
@@ -14,13 +15,16 @@
 #include "widgets/WidgetTestSupport.h"
 
 #include <QCheckBox>
+#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
+#include <set>
 
 namespace ostrel::test {
 namespace {
@@ -55,10 +59,11 @@ public:
         return waitUntil([&] { return heard.value(topic) == payload; }, kNetworkWaitMs);
     }
 
-    QHash<QString, QByteArray> configs() const {
+    // What was heard last on the topics that start and end so.
+    QHash<QString, QByteArray> heardOn(const char* start, const char* end = "") const {
         QHash<QString, QByteArray> found;
         for (auto it = heard.begin(); it != heard.end(); ++it) {
-            if (it.key().startsWith(QLatin1String("homeassistant/")))
+            if (it.key().startsWith(QLatin1String(start)) && it.key().endsWith(QLatin1String(end)))
                 found.insert(it.key(), it.value());
         }
         return found;
@@ -86,16 +91,15 @@ protected:
     // The bridge on, pointed at `broker`, with `password` in the secret store.
     void startBridge(const MosquittoBroker& broker, bool allowControl,
                      const QString& password = MosquittoBroker::kPassword, bool tls = false) {
-        Object_HomeAutomation settings;
-        settings.mqttEnabled = "1";
-        settings.mqttAllowControl = allowControl ? "1" : "0";
-        settings.mqttHost = "localhost";
-        settings.mqttPort = std::to_string(broker.port());
-        settings.mqttUser = MosquittoBroker::kUser.toStdString();
-        settings.mqttTls = tls ? "1" : "0";
-        settings.mqttCaFile = broker.caFile().toStdString();
         bridge = std::make_unique<HomeAutomationBridge>();
-        bridge->applySettings(settings, password);
+        bridge->applySettings({.mqttEnabled = "1",
+                               .mqttAllowControl = allowControl ? "1" : "0",
+                               .mqttHost = "localhost",
+                               .mqttPort = std::to_string(broker.port()),
+                               .mqttUser = MosquittoBroker::kUser.toStdString(),
+                               .mqttTls = tls ? "1" : "0",
+                               .mqttCaFile = broker.caFile().toStdString()},
+                              password);
     }
 
     bool bridgeReaches(MqttClient::State state) {
@@ -142,12 +146,6 @@ protected:
         ASSERT_NO_FATAL_FAILURE(awaitBridge(*homeAssistant));
     }
 
-    void runMove() {
-        for (int step = 0; step < 600 && session().goToHeight().isMoving(); ++step)
-            advance(50ms);
-        advance(1s);
-    }
-
     QTemporaryDir secrets;
     SecretFileStore fileSecrets{secrets.path()};
     PlatformOverride<SecretStore> secretsHere{fileSecrets};
@@ -161,39 +159,35 @@ protected:
 TEST_F(HomeAutomationTest, DiscoveryNamesEveryEntityWithWhatHomeAssistantNeeds) {
     ASSERT_NO_FATAL_FAILURE(connectBridge(false));
     HomeAssistant& ha = *homeAssistant;
-    ASSERT_TRUE(waitUntil([&] { return ha.configs().size() == kConfigsPerDesk; }, kNetworkWaitMs));
+    ASSERT_TRUE(waitUntil([&] { return ha.heardOn("homeassistant/").size() == kConfigsPerDesk; },
+                          kNetworkWaitMs));
 
     QStringList components;
-    const QHash<QString, QByteArray> configs = ha.configs();
+    const QHash<QString, QByteArray> configs = ha.heardOn("homeassistant/");
     for (auto it = configs.begin(); it != configs.end(); ++it) {
         QJsonParseError error{};
         const QJsonObject config = QJsonDocument::fromJson(it.value(), &error).object();
         ASSERT_EQ(error.error, QJsonParseError::NoError) << it.key().toStdString();
         components << it.key().section(QLatin1Char('/'), 1, 1);
-        EXPECT_EQ(config[QStringLiteral("availability_topic")].toString(),
-                  bridge->availabilityTopic());
-        EXPECT_TRUE(config[QStringLiteral("unique_id")].toString().startsWith(deskId));
-        const QJsonObject device = config[QStringLiteral("device")].toObject();
-        EXPECT_EQ(device[QStringLiteral("name")].toString(), kDeskName);
-        EXPECT_EQ(device[QStringLiteral("connections")].toArray()[0].toArray()[1].toString(),
+        EXPECT_EQ(config["availability_topic"].toString(), bridge->availabilityTopic());
+        EXPECT_TRUE(config["unique_id"].toString().startsWith(deskId));
+        const QJsonObject device = config["device"].toObject();
+        EXPECT_EQ(device["name"].toString(), kDeskName);
+        EXPECT_EQ(device["connections"].toArray()[0].toArray()[1].toString(),
                   peripheral->identifierString());
-        const QString topic = config.contains(QStringLiteral("state_topic"))
-                                  ? config[QStringLiteral("state_topic")].toString()
-                                  : config[QStringLiteral("command_topic")].toString();
+        const QString topic = config["state_topic"].toString(config["command_topic"].toString());
         EXPECT_TRUE(topic.startsWith(deskTopic(""))) << it.key().toStdString();
     }
     components.sort();
     EXPECT_EQ(components.join(QLatin1Char(' ')),
               QStringLiteral("binary_sensor binary_sensor button button button button button "
                              "number sensor sensor sensor"));
-    const QJsonObject number =
-        QJsonDocument::fromJson(
-            configs.value(
-                QStringLiteral("homeassistant/number/%1/target_height/config").arg(deskId)))
-            .object();
-    EXPECT_EQ(number[QStringLiteral("min")].toDouble(), 60.0);
-    EXPECT_EQ(number[QStringLiteral("max")].toDouble(), 120.0);
-    EXPECT_EQ(number[QStringLiteral("step")].toDouble(), 0.5);
+    const QString height =
+        QStringLiteral("homeassistant/number/%1/target_height/config").arg(deskId);
+    const QJsonObject number = QJsonDocument::fromJson(configs.value(height)).object();
+    EXPECT_EQ(number["min"].toDouble(), 60.0);
+    EXPECT_EQ(number["max"].toDouble(), 120.0);
+    EXPECT_EQ(number["step"].toDouble(), 0.5);
 }
 
 TEST_F(HomeAutomationTest, CommandsMoveTheDeskOnlyWhenAllowedAndStopAlways) {
@@ -222,7 +216,7 @@ TEST_F(HomeAutomationTest, CommandsMoveTheDeskOnlyWhenAllowedAndStopAlways) {
     ASSERT_EQ(command(ha, "target_height/set", "100"), true);
     advance(300ms);
     EXPECT_TRUE(ha.hears(deskTopic("moving"), "ON"));
-    runMove();
+    finishMove();
     EXPECT_LE(std::abs(desk->heightTenths() - 1000), 5);
     EXPECT_TRUE(ha.hears(deskTopic("moving"), "OFF"));
     EXPECT_NEAR(ha.heard.value(deskTopic("height")).toDouble(), 100.0, 0.5);
@@ -255,8 +249,8 @@ TEST_F(HomeAutomationTest, ACommandTakesTheKeyFromAHoldOnTheScreen) {
         HomeFunctionBtn* button;
         const char* leaf;
         QByteArray payload;
-        std::vector<int> keys; // what the polls after the command were answered with, but no key
-        int arrivesAt;         // tenths of a centimetre, 0 where the desk stops where it is
+        std::set<int> keys; // what the polls after the command were answered with, but no key
+        int arrivesAt;      // tenths of a centimetre, 0 where the desk stops where it is
     };
     const Case cases[] = {
         {control->upButton(), "target_height/set", "65", {command::kTargetHeight}, 650},
@@ -271,7 +265,7 @@ TEST_F(HomeAutomationTest, ACommandTakesTheKeyFromAHoldOnTheScreen) {
         ASSERT_EQ(command(ha, c.leaf, c.payload), true);
         advance(1s);
         release(c.button);
-        runMove();
+        finishMove();
         const int height = desk->heightTenths();
         advance(1s);
         EXPECT_FALSE(desk->isMoving());
@@ -279,10 +273,9 @@ TEST_F(HomeAutomationTest, ACommandTakesTheKeyFromAHoldOnTheScreen) {
         if (c.arrivesAt) {
             EXPECT_LE(std::abs(height - c.arrivesAt), 5);
         }
-        std::vector<int> keys = answersSince(*desk, from);
-        std::erase(keys, command::kNoKey);
-        std::sort(keys.begin(), keys.end());
-        keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
+        const std::vector<int> answers = answersSince(*desk, from);
+        std::set<int> keys(answers.begin(), answers.end());
+        keys.erase(command::kNoKey);
         EXPECT_EQ(keys, c.keys);
     }
     EXPECT_EQ(handle().currentCommandType(), command::kNoKey);
@@ -297,7 +290,7 @@ TEST_F(HomeAutomationTest, MinutesStoodAndSatTodayFollowTheRecord) {
     ASSERT_TRUE(ha.hears(deskTopic("standing_today"), "0"));
 
     ASSERT_EQ(command(ha, "target_height/set", "110"), true);
-    runMove();
+    finishMove();
     ha.times.clear();
     advance(10min);
     // Told at the minute's tick: at most a minute behind.
@@ -371,11 +364,12 @@ TEST_F(HomeAutomationTest, ABrokerThatComesLaterOrRestartsGetsEverythingAgain) {
     advance(MqttClient::kFirstRetry);
     ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected));
     HomeAssistant ha(broker);
-    runMove();
+    finishMove();
     EXPECT_LE(std::abs(desk->heightTenths() - 1100), 5);
     EXPECT_TRUE(ha.hears(bridge->availabilityTopic(), "online"));
     EXPECT_TRUE(ha.hears(deskTopic("height"), "110.0"));
-    EXPECT_TRUE(waitUntil([&] { return ha.configs().size() == kConfigsPerDesk; }, kNetworkWaitMs));
+    EXPECT_TRUE(waitUntil([&] { return ha.heardOn("homeassistant/").size() == kConfigsPerDesk; },
+                          kNetworkWaitMs));
 }
 
 TEST_F(HomeAutomationTest, TlsWithATestAuthority) {
@@ -385,6 +379,48 @@ TEST_F(HomeAutomationTest, TlsWithATestAuthority) {
     ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected)) << bridge->statusText().toStdString();
     HomeAssistant ha(broker, true);
     EXPECT_TRUE(ha.hears(bridge->availabilityTopic(), "online"));
+}
+
+// As an administrator would write it.
+QByteArray provisionedSettings(int port) {
+    return R"(<?xml version="1.0" encoding="UTF-8"?>
+<plist version="1.0"><array><dict>
+  <key>mqttEnabled</key><string>1</string> <key>mqttAllowControl</key><string>0</string>
+  <key>mqttHost</key><string>127.0.0.1</string> <key>mqttPort</key><string>)" +
+           QByteArray::number(port) + "</string>\n</dict></array></plist>\n";
+}
+
+TEST(LastWillTest, TheBrokerSaysOfflineWhenTheApplicationIsKilled) {
+    constexpr int kAppWaitMs = 20000;
+    MosquittoBroker broker(MosquittoBroker::Kind::Anonymous);
+    ASSERT_TRUE(broker.start()) << broker.log().toStdString();
+    QTemporaryDir home;
+    const QString data = home.filePath(QStringLiteral("data/ostrel/ostrel-motion"));
+    ASSERT_TRUE(QDir().mkpath(data));
+    QFile settings(data + QStringLiteral("/HomeAutomation.plist"));
+    ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
+    settings.write(provisionedSettings(broker.port()));
+    settings.close();
+    HomeAssistant ha(broker);
+
+    QProcess app;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* folder : {"data", "config", "cache"})
+        environment.insert(QStringLiteral("XDG_%1_HOME").arg(QString(folder).toUpper()),
+                           home.filePath(folder));
+    app.setProcessEnvironment(environment);
+    app.start(QStringLiteral(OSTREL_MOTION_BINARY),
+              {QStringLiteral("--demo"), QStringLiteral("--hidden")});
+    const auto says = [&](const char* availability) {
+        return ha.heardOn("ostrel-motion/", "/availability").values() ==
+               QByteArrayList{availability};
+    };
+    ASSERT_TRUE(waitUntil([&] { return says("online"); }, kAppWaitMs))
+        << app.readAllStandardError().toStdString();
+
+    app.kill();
+    app.waitForFinished();
+    EXPECT_TRUE(waitUntil([&] { return says("offline"); }, kAppWaitMs));
 }
 
 } // namespace

@@ -7,18 +7,15 @@
 namespace ostrel::test {
 namespace {
 
-QDBusMessage control(const QString& method, const QVariantList& arguments) {
-    return StandinBus::instance().control(method, arguments);
-}
-
 // The stand-in plays BlueZ on this process's system bus; refusing is its bus policy for a user
 // outside the allowed group.
 TEST(BluezAccessTest, TellsARefusingBlueZFromAWorkingOne) {
     EXPECT_EQ(BluezAccess::check(), BluezAccess::NoProblem);
-    ASSERT_EQ(control(QStringLiteral("SetRefuseAccess"), {true}).type(),
+    StandinBus& standin = StandinBus::instance();
+    ASSERT_EQ(standin.control(QStringLiteral("SetRefuseAccess"), {true}).type(),
               QDBusMessage::ReplyMessage);
     EXPECT_EQ(BluezAccess::check(), BluezAccess::Refused);
-    control(QStringLiteral("SetRefuseAccess"), {false});
+    standin.control(QStringLiteral("SetRefuseAccess"), {false});
     EXPECT_EQ(BluezAccess::check(), BluezAccess::NoProblem);
 }
 

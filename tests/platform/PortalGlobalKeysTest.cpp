@@ -68,10 +68,9 @@ protected:
     QStringList ask(const char* method, const QString& argument = {}) {
         QDBusInterface control(QLatin1String(kBackendName), QStringLiteral("/standin"),
                                QStringLiteral("com.ostrel.test.PortalStandin"));
-        const QDBusReply<QStringList> reply = argument.isEmpty()
-                                                  ? control.call(QLatin1String(method))
-                                                  : control.call(QLatin1String(method), argument);
-        return reply.value();
+        return QDBusReply<QStringList>(argument.isEmpty() ? control.call(method)
+                                                          : control.call(method, argument))
+            .value();
     }
 
     bool waitForBindings(const QStringList& expected) {

@@ -39,14 +39,13 @@ protected:
     bool startKeyring() {
         // Its control socket and its keyrings in a folder only the user may enter.
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), home.path());
-        environment.insert(QStringLiteral("XDG_DATA_HOME"), home.path());
+        for (const char* folder : {"XDG_RUNTIME_DIR", "XDG_DATA_HOME"})
+            environment.insert(QLatin1String(folder), home.path());
         keyring.setProcessEnvironment(environment);
         // A test that crashes must not leave its keyring behind.
         keyring.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
         keyring.start(QStringLiteral(OSTREL_GNOME_KEYRING_DAEMON),
-                      {QStringLiteral("--foreground"), QStringLiteral("--unlock"),
-                       QStringLiteral("--components=secrets")});
+                      QStringLiteral("--foreground --unlock --components=secrets").split(u' '));
         if (!keyring.waitForStarted())
             return false;
         keyring.write("keyring password");

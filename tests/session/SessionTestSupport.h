@@ -109,6 +109,13 @@ protected:
 
     DeskSession& session() { return control->session(); }
 
+    // Advances virtual time in poll-sized steps until a move to a height ends, and a second more.
+    void finishMove() {
+        for (int step = 0; step < 600 && session().goToHeight().isMoving(); ++step)
+            advance(50ms);
+        advance(1s);
+    }
+
     // The command types the desk's polls were answered with, from its key frame `from` on.
     static std::vector<int> answersSince(const VirtualDesk& desk, std::size_t from) {
         std::vector<int> types;
