@@ -27,6 +27,14 @@ void PrintTo(const MoveCase& c, std::ostream* out) {
     *out << c.name;
 }
 
+bool anyNotifying(const PeripheralPtr& peripheral) {
+    for (const ServicePtr& service : peripheral->serviceArray())
+        for (const CharacteristicPtr& characteristic : service->characteristicArray())
+            if (characteristic->isNotifying())
+                return true;
+    return false;
+}
+
 class BluezMoveTest : public BluezTest, public ::testing::WithParamInterface<MoveCase> {};
 
 TEST_P(BluezMoveTest, HeldKeyMovesTheDeskAndHeightsComeBackUntilReleased) {
@@ -40,6 +48,7 @@ TEST_P(BluezMoveTest, HeldKeyMovesTheDeskAndHeightsComeBackUntilReleased) {
     EXPECT_EQ(heights.front(), 900);
     // Frames take the sockets whenever BlueZ offers them.
     EXPECT_EQ(acquiredState(name), c.sockets ? kBothSocketsHeld : QVariantMap());
+    EXPECT_TRUE(anyNotifying(facade().currentPeripheral())) << "subscribed, yet not told so";
 
     handle().setCurrentCommandType(c.key);
     ASSERT_TRUE(waitFor([&] { return (heights.back() - 900) * c.direction >= 20; }));

@@ -177,6 +177,12 @@ TEST_F(ActivityRecorderTest, TheThresholdFollowsThePresetsUnlessSetAndTheGoalMov
     const ActivityReport saved = ActivityReport::fromStore(*store, kFirstDay, 1);
     EXPECT_EQ(saved.goalMs, 16 * 3600000LL);
     EXPECT_EQ(saved.thresholdCm, 100.5);
+    // Reopened, the file still holds the chosen threshold, which outranks the presets.
+    store.reset();
+    store = std::make_unique<ActivityStore>(folder.filePath(QStringLiteral("1.sqlite")));
+    recorder = std::make_unique<ActivityRecorder>(*store);
+    recorder->setPresets(70, 110);
+    EXPECT_EQ(recorder->thresholdCm(), 100.5);
 }
 
 // The session of a control screen on a virtual desk feeds the recorder; the control screen
