@@ -72,8 +72,7 @@ TEST_F(DeskControlTest, LongPressSavesTheHeightOnceTheDeskConfirms) {
     EXPECT_EQ(sheetTips, std::vector<QString>{"the standing height"});
     advance(1s);
     EXPECT_EQ(toast(), "Setting successful");
-    EXPECT_EQ(storedPresets(), "0,72,0,0");
-    EXPECT_EQ(boundPresets(), "0,72,0,0");
+    EXPECT_EQ(inBothStores("memoryHeight"), "0,72,0,0");
     EXPECT_EQ(control->presetButton(1)->imageName(), "control_stand_set");
     EXPECT_EQ(control->presetButton(0)->imageName(), "control_sit_unset");
     advance(2s);
@@ -223,8 +222,7 @@ TEST_F(DeskControlTest, ResetFromTheDeskClearsThePresetsInBothStores) {
     desk.setResetNeeded(true);
     advance(300ms);
     EXPECT_EQ(session().presetKeys().presets(), (CurrentDeviceStore::Presets{0, 0, 0, 0}));
-    EXPECT_EQ(storedPresets(), "0,0,0,0");
-    EXPECT_EQ(boundPresets(), "0,0,0,0");
+    EXPECT_EQ(inBothStores("memoryHeight"), "0,0,0,0");
     for (int slot = 0; slot < DeskControlVC::kPresetCount; ++slot)
         EXPECT_TRUE(control->presetButton(slot)->imageName().endsWith("_unset"));
 

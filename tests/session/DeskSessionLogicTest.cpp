@@ -106,8 +106,7 @@ TEST_F(DeskSessionLogicTest, SavedPresetIsTheShownHeightRoundedToWholeCentimetre
     for (const Case& c : cases) {
         report(c.height);
         session().presetKeys().actionMemoryKeySaveWithtype(c.type);
-        EXPECT_EQ(storedPresets(), c.stored) << c.height;
-        EXPECT_EQ(boundPresets(), c.stored) << c.height;
+        EXPECT_EQ(inBothStores("memoryHeight"), c.stored) << c.height;
     }
     EXPECT_EQ(session().presetKeys().presets(), (CurrentDeviceStore::Presets{80, 72, 73, 100}))
         << "a malformed text leaves the presets as they were";

@@ -14,9 +14,9 @@
 #include "store/FileManager.h"
 #include "support/NotificationServer.h"
 #include "widgets/OMImageButton.h"
+#include "widgets/WidgetTestSupport.h"
 
 #include <QDBusMessage>
-#include <QEnterEvent>
 #include <QPushButton>
 #include <algorithm>
 
@@ -79,12 +79,6 @@ protected:
                                            name, QStringLiteral("GetCapabilities")),
             QDBus::BlockWithGui);
     }
-    static std::string bound(const char* key) {
-        return OMPlistManager::getDeviceInfoWithBlueToothName(kDeskName)
-            .value(QString::fromLatin1(key))
-            .toString()
-            .toStdString();
-    }
     void moveDesk() {
         session().holdKey(command::kDownKey);
         advance(2s);
@@ -101,7 +95,7 @@ protected:
 
     FreedesktopNotifications client{QDBusConnection::sessionBus()};
     PlatformOverride<DesktopNotifications> installed{client};
-    std::unique_ptr<NotificationServer> server;
+    std::unique_ptr<NotificationServer> server = std::make_unique<NotificationServer>();
 };
 
 TEST(ReminderLabel, CountsDownInMinutesThenHoursAndUnknownKindsEndAtOnce) {
@@ -121,7 +115,6 @@ TEST(NotificationHelper, NoticesReadAsPlainText) {
 }
 
 TEST_F(ReminderTest, FortyFiveMinutesEndInOneSingleReminderThatSwitchesItselfOff) {
-    server = std::make_unique<NotificationServer>();
     bindReminderDesk({});
     openControl();
     EXPECT_EQ(label(), "45:00");
@@ -137,9 +130,7 @@ TEST_F(ReminderTest, FortyFiveMinutesEndInOneSingleReminderThatSwitchesItselfOff
     EXPECT_EQ(alert()->text(), "Please stand/sit for a while");
     EXPECT_TRUE(alert()->confirmButton()->isHidden());
     EXPECT_EQ(alert()->cancelButton()->text(), "Now");
-    // Off in both stores before anyone answers.
-    EXPECT_EQ(CurrentDeviceStore::load().sitOrStand, "0");
-    EXPECT_EQ(bound("sitOrStand"), "0");
+    EXPECT_EQ(inBothStores("sitOrStand"), "0") << "still on before anyone answers";
 
     const NotificationServer::Shown shown = waitForShown(1);
     EXPECT_EQ(shown.summary, "Movement Reminder");
@@ -161,7 +152,6 @@ TEST_F(ReminderTest, FortyFiveMinutesEndInOneSingleReminderThatSwitchesItselfOff
 }
 
 TEST_F(ReminderTest, RepeatingRoundsAreAnsweredFromTheDesktopNotification) {
-    server = std::make_unique<NotificationServer>();
     bindReminderDesk({"2", "1", 1, "1"});
     openControl();
     advance(1s); // the first tick follows the interval the connection set
@@ -205,7 +195,6 @@ TEST_F(ReminderTest, RepeatingRoundsAreAnsweredFromTheDesktopNotification) {
 }
 
 TEST_F(ReminderTest, AlertAnswersTakeTheDesktopNotificationAwayAndLetGoOfHeldKeys) {
-    server = std::make_unique<NotificationServer>();
     VirtualDesk& desk = bindReminderDesk({"1", "1", 1, "0"}, VirtualDeskConfig{}.maxHeight);
     openControl();
     advance(59s);
@@ -268,8 +257,7 @@ TEST_F(ReminderTest, ClearingShowsOnHoverAndSwitchesTheReminderAndItsSoundOff) {
     advance(30s);
     CountdownView* view = control->countdownView();
     EXPECT_FALSE(view->isClearRevealed());
-    QEnterEvent enter(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
-    QCoreApplication::sendEvent(view, &enter);
+    hover(view, true);
     ASSERT_TRUE(view->isClearRevealed());
 
     view->clearButton()->click();
@@ -277,8 +265,7 @@ TEST_F(ReminderTest, ClearingShowsOnHoverAndSwitchesTheReminderAndItsSoundOff) {
     EXPECT_FALSE(counter().isRunning());
     EXPECT_EQ(counter().time(), 0);
     for (const char* key : {"sitOrStand", "notificationsound"})
-        EXPECT_EQ(bound(key), "0") << key;
-    EXPECT_EQ(CurrentDeviceStore::load().notificationsound, "0");
+        EXPECT_EQ(inBothStores(key), "0") << key;
     moveDesk(); // a repeating reminder switched off: moving starts nothing
     advance(3600s);
     EXPECT_FALSE(counter().isRunning());
@@ -286,6 +273,7 @@ TEST_F(ReminderTest, ClearingShowsOnHoverAndSwitchesTheReminderAndItsSoundOff) {
 }
 
 TEST_F(ReminderTest, WithoutAServerOrItsButtonsTheAlertAloneReminds) {
+    server.reset();
     bindReminderDesk({"1", "1", 1, "0"});
     openControl();
     endRound();
@@ -318,7 +306,6 @@ TEST_F(ReminderTest, UnreadableIntervalAndRepeatFlagEndAtOnceAsASingleReminder) 
 // Away: the countdown holds and nothing reminds; back, the round starts over from the full
 // interval, also after a lock and unlock inside one tick.
 TEST_F(ReminderTest, AwayHoldsTheCountdownAndComingBackStartsItOver) {
-    server = std::make_unique<NotificationServer>();
     bindReminderDesk({"0", "0", 1, "0"});
     openControl();
     advance(100s);
@@ -342,7 +329,6 @@ TEST_F(ReminderTest, AwayHoldsTheCountdownAndComingBackStartsItOver) {
 // is there is dropped, not kept for the return: a single reminder stays on, and coming back
 // starts a full round.
 TEST_F(ReminderTest, WithoutThePauseARoundEndingWhileAwayIsDropped) {
-    server = std::make_unique<NotificationServer>();
     Object_SystemSetting setting =
         fromPropertyForm<Object_SystemSetting>(DQDataSessionHelper::userGetSystemSettinginfo());
     setting.pauseaway = "0";
@@ -367,7 +353,6 @@ TEST_F(ReminderTest, WithoutThePauseARoundEndingWhileAwayIsDropped) {
 
 // Do not disturb: the alert still shows, the desktop gets neither notification nor sound.
 TEST_F(ReminderTest, AnInhibitedServerGetsNothingWhileTheAlertStillShows) {
-    server = std::make_unique<NotificationServer>();
     bindReminderDesk({"1", "1", 1, "1"});
     openControl();
     endRound();

@@ -140,10 +140,14 @@ protected:
     static std::optional<std::string> storedPresets() {
         return CurrentDeviceStore::load().memoryHeight;
     }
-    std::optional<std::string> boundPresets() const {
-        const QVariant stored = OMPlistManager::getDeviceInfoWithBlueToothName(kDeskName).value(
-            QStringLiteral("memoryHeight"));
-        return stored.isValid() ? std::optional(stored.toString().toStdString()) : std::nullopt;
+    // A field of the desk's record as both the current-device file and the bound list hold it,
+    // or "differ".
+    static std::string inBothStores(const char* key) {
+        const QString name = QString::fromLatin1(key);
+        const QString current = toPropertyForm(CurrentDeviceStore::load()).value(name).toString();
+        const QString bound =
+            OMPlistManager::getDeviceInfoWithBlueToothName(kDeskName).value(name).toString();
+        return current == bound ? current.toStdString() : "differ";
     }
 
     PeripheralPtr peripheral;

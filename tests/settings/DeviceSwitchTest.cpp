@@ -329,12 +329,7 @@ TEST_F(DeviceSwitchTest, RenamingPersistsInBothStoresAndABlankNameChangesNothing
     ASSERT_EQ(renamed.size(), std::size_t(ViewNameEdit::kMaxNameLength));
     EXPECT_EQ(control->topView(), detail);
     EXPECT_EQ(detail->values().first().toStdString(), renamed);
-    EXPECT_EQ(CurrentDeviceStore::load().deviceName, renamed);
-    EXPECT_EQ(OMPlistManager::getDeviceInfoWithBlueToothName(kDeskName)
-                  .value("deviceName")
-                  .toString()
-                  .toStdString(),
-              renamed);
+    EXPECT_EQ(inBothStores("deviceName"), renamed);
 }
 
 } // namespace

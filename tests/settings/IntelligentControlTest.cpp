@@ -71,8 +71,7 @@ TEST_F(IntelligentControlTest,
     EXPECT_GT(desk->keyFramesReceived(), framesBefore);
     EXPECT_FALSE(page.keySequence().isRunning());
     // Recorded once the desk has had every key, at the height shown at the click.
-    EXPECT_EQ(storedPresets(), "72,110,80,0"); // 80.5 rounds to even
-    EXPECT_EQ(boundPresets(), "72,110,80,0");
+    EXPECT_EQ(inBothStores("memoryHeight"), "72,110,80,0"); // 80.5 rounds to even
     EXPECT_EQ(postedCount(notifications::kMemoryKeyChange), 1);
     EXPECT_EQ(page.presetLabel(kM1)->text(), "80.0 cm");
     EXPECT_EQ(session().presetKeys().memory(2), 80);
@@ -118,9 +117,7 @@ TEST_F(IntelligentControlTest, AntiCollisionAndSensitivityAreStoredAndSentToTheD
     click(page.antiSwitch());
     advance(100ms);
     EXPECT_EQ(page.antiSwitch()->imageName(), "setting_switchopen");
-    EXPECT_EQ(OMPlistManager::getDeviceInfoWithBlueToothName(kDeskName).value(
-                  "encounterResistanceGoBack"),
-              "1");
+    EXPECT_EQ(inBothStores("encounterResistanceGoBack"), "1");
     EXPECT_EQ(desk->sensitivity(), 1);
 
     click(page.sensitivityRow());

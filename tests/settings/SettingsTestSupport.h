@@ -9,9 +9,9 @@
 #include "settings/SettingsPages.h"
 #include "settings/SystemSettingRecord.h"
 #include "widgets/OMHoverButton.h"
+#include "widgets/WidgetTestSupport.h"
 
 #include <QCoreApplication>
-#include <QMouseEvent>
 #include <QPushButton>
 #include <algorithm>
 
@@ -39,17 +39,6 @@ protected:
         DeskControlVC& screen = openControl();
         SettingsNavigation::attach(screen);
         return screen;
-    }
-
-    // Clicks the way a user does: press and release over the widget's centre.
-    static void click(QWidget* widget) {
-        const QPointF local = QRectF(widget->rect()).center();
-        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-            QMouseEvent event(type, local, widget->mapToGlobal(local), Qt::LeftButton,
-                              type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
-                              Qt::NoModifier);
-            QCoreApplication::sendEvent(widget, &event);
-        }
     }
 
     // The gear answers 0.7 s after it is pressed, as the other hover buttons do.

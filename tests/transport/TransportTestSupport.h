@@ -23,6 +23,7 @@ struct ScanEvent {
     QString name;
     int flags;
     std::optional<int> errorCode;
+    bool operator==(const ScanEvent&) const = default;
 };
 
 // A fresh process-wide transport over a virtual radio, in virtual time: the shared tool,
