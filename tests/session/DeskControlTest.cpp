@@ -180,9 +180,7 @@ TEST_F(DeskControlTest, NoLinkAtStartAsksAndGoesToTheBluetoothOffScreenWhenTheRa
 
 TEST_F(DeskControlTest, ReconnectionScanRunsInRoundsUntilTheBoundDeskIsBackAndAFailureEndsIt) {
     VirtualDesk& desk = bindDesk({}, "70,0,0,0");
-    VirtualDeskConfig other;
-    other.name = "QWJ-0002";
-    addDesk(other);
+    addDesk({.name = "QWJ-0002"});
     openControl();
     alertAnswer = 0;
     desk.setInRange(false);

@@ -77,11 +77,6 @@ protected:
         SessionTest::SetUp();
         alertAnswer = 0; // the no-link prompt stays open; the session lives on
     }
-
-    void report(int height) {
-        BluetoothResultHandle::sharedInstance().bluetoothResultHandle_HeightChange(height);
-        scheduler.runDue();
-    }
 };
 
 TEST_F(DeskSessionLogicTest, SavedPresetIsTheShownHeightRoundedToWholeCentimetres) {
@@ -155,12 +150,11 @@ TEST_F(DeskSessionLogicTest, ReminderOnStartsTheCounterWithTheRecordsInterval) {
             &observer, name, [&posted, name](const QVariant&) { posted.push_back(name); });
 
     openControl();
-    OMTimeManager& counter = OMTimeManager::sharedInstance();
-    EXPECT_EQ(counter.total(), 25);
-    counter.start(); // already running: no second announcement
+    EXPECT_EQ(counter().total(), 25);
+    counter().start(); // already running: no second announcement
     advance(2s);
     EXPECT_EQ(std::count(posted.begin(), posted.end(), notifications::kTimeManagerStart), 1);
-    EXPECT_EQ(counter.time(), 2);
+    EXPECT_EQ(counter().time(), 2);
 }
 
 TEST_F(DeskSessionLogicTest, StartUpAsksToMoveTheDeskWhileNoHeightIsKnown) {

@@ -117,10 +117,6 @@ protected:
         movement().restartWatch();
         movement().toggle(command::kUpKey);
     }
-    void report(int height) {
-        handle().bluetoothResultHandle_HeightChange(height);
-        scheduler.runDue();
-    }
 };
 
 TEST_F(HotKeyWatchdogTest, StepsAtMostOnceASecondAndStopsWhenTheHeightStands) {

@@ -34,19 +34,10 @@ struct Reminder {
 
 class ReminderTest : public SessionTest {
 protected:
-    void TearDown() override {
-        SessionTest::TearDown();
-        counter().setType(0);
-        counter().setTotal(0);
-    }
-
     // A desk whose record has the reminder on, polling often enough to report its height
     // before the first tick.
     VirtualDesk& bindReminderDesk(Reminder reminder, int startHeight = 720) {
-        VirtualDeskConfig config;
-        config.pollPeriod = 250ms;
-        config.startHeight = startHeight;
-        VirtualDesk& desk = bindDesk(config);
+        VirtualDesk& desk = bindDesk({.pollPeriod = 250ms, .startHeight = startHeight});
         OMBluetoothModel record = CurrentDeviceStore::load();
         record.sitOrStand = "1";
         record.remindInterval = reminder.interval;
@@ -57,7 +48,6 @@ protected:
         return desk;
     }
 
-    static OMTimeManager& counter() { return OMTimeManager::sharedInstance(); }
     QString label() const { return control->countdownView()->text(); }
     bool countdownShown() const { return !control->countdownView()->isHidden(); }
     static NotificationAlert* alert() { return NotificationAlert::current(); }

@@ -66,10 +66,20 @@ protected:
         control.reset();
         searchFacade.reset();
         ShortcutsHeightSetVC::setPresenter(nullptr);
-        OMTimeManager::sharedInstance().stop();
-        OMTimeManager::sharedInstance().setTime(0);
-        OMTimeManager::sharedInstance().setPaused(false);
+        counter().stop();
+        counter().setTime(0);
+        counter().setPaused(false);
+        counter().setType(0);
+        counter().setTotal(0);
         ShellTest::TearDown();
+    }
+
+    static OMTimeManager& counter() { return OMTimeManager::sharedInstance(); }
+
+    // A height report from the desk, as the classifier passes it on.
+    void report(int height) {
+        BluetoothResultHandle::sharedInstance().bluetoothResultHandle_HeightChange(height);
+        scheduler.runDue();
     }
 
     static void setUnit(const char* unit) {

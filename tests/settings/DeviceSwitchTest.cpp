@@ -29,10 +29,7 @@ protected:
     }
 
     VirtualDesk& addOther() {
-        VirtualDeskConfig config;
-        config.name = kOtherName.toStdString();
-        config.startHeight = 900;
-        VirtualDesk& desk = addDesk(config);
+        VirtualDesk& desk = addDesk({.name = kOtherName.toStdString(), .startHeight = 900});
         OMPlistManager::saveBindDeviceWithDevice(toPropertyForm(
             CurrentDeviceStore::freshRecord(kOtherName, central->identifierOf(&desk))));
         return desk;
@@ -79,9 +76,7 @@ TEST_F(DeviceSwitchTest, OnlineMarksFollowTheScanAndTheLinkedDeskCountsAsOnline)
     bindDesk();
     VirtualDesk& other = addOther();
     other.setPowered(false);
-    VirtualDeskConfig stranger;
-    stranger.name = "QWJ-0003";
-    addDesk(stranger);
+    addDesk({.name = "QWJ-0003"});
 
     ViewDeviceManagement* page = openDevices();
     ASSERT_NE(page, nullptr);

@@ -53,9 +53,7 @@ protected:
 
 TEST_F(IntelligentControlTest,
        StoringAPresetTapsTheDeskKeysAndRecordsTheRoundedHeightInBothStores) {
-    VirtualDeskConfig config;
-    config.startHeight = 805;
-    ViewIntelligentControl& page = openPage(config, "72,110,0,0");
+    ViewIntelligentControl& page = openPage({.startHeight = 805}, "72,110,0,0");
     EXPECT_EQ(page.presetLabel(kStanding)->text(), "110.0 cm");
     EXPECT_EQ(page.presetLabel(kSitting)->text(), "72.0 cm");
     EXPECT_EQ(page.presetLabel(kM1)->text(), "Not set");

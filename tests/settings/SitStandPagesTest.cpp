@@ -17,12 +17,6 @@ using namespace std::chrono_literals;
 
 class SitStandPagesTest : public SettingsTest {
 protected:
-    void TearDown() override {
-        SettingsTest::TearDown();
-        counter().setType(0);
-        counter().setTotal(0);
-    }
-
     ViewSitStand& openPage(const char* interval = "0") {
         bindDesk();
         OMBluetoothModel record = CurrentDeviceStore::load();
@@ -40,7 +34,6 @@ protected:
         return *top<ViewReminderInterval>();
     }
 
-    static OMTimeManager& counter() { return OMTimeManager::sharedInstance(); }
     static bool isOn(OMSwitchButton* button) {
         return button->imageName() == OMSwitchButton::imageNameFor(true);
     }
