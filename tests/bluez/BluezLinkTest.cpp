@@ -23,10 +23,6 @@ struct MoveCase {
 const QVariantMap kBothSocketsHeld{{QStringLiteral("NotifyAcquired"), true},
                                    {QStringLiteral("WriteAcquired"), true}};
 
-void PrintTo(const MoveCase& c, std::ostream* out) {
-    *out << c.name;
-}
-
 bool anyNotifying(const PeripheralPtr& peripheral) {
     for (const ServicePtr& service : peripheral->serviceArray())
         for (const CharacteristicPtr& characteristic : service->characteristicArray())
@@ -81,10 +77,6 @@ struct DropCase {
     bool autoReconnect;
     int code;
 };
-
-void PrintTo(const DropCase& c, std::ostream* out) {
-    *out << c.name;
-}
 
 class BluezDropTest : public BluezTest, public ::testing::WithParamInterface<DropCase> {};
 

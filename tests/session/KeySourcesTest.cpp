@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <ostream>
 
 namespace ostrel::test {
 namespace {
@@ -79,10 +78,6 @@ struct Interleaving {
     Step second; // another cuts in, after which the answers are watched
     Step check;
 };
-
-void PrintTo(const Interleaving& row, std::ostream* out) {
-    *out << row.name;
-}
 
 class KeySourcesTableTest : public KeySourcesTest,
                             public ::testing::WithParamInterface<Interleaving> {};

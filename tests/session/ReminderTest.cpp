@@ -25,25 +25,19 @@ namespace {
 
 using namespace std::chrono_literals;
 
-struct Reminder {
-    const char* interval = "0";
-    const char* custom = "0";
-    int repeat = 0;
-    const char* sound = "0";
-};
-
 class ReminderTest : public SessionTest {
 protected:
     // A desk whose record has the reminder on, polling often enough to report its height
     // before the first tick.
-    VirtualDesk& bindReminderDesk(Reminder reminder, int startHeight = 720) {
+    VirtualDesk& bindReminderDesk(const char* interval = "0", const char* custom = "0",
+                                  int repeat = 0, const char* sound = "0", int startHeight = 720) {
         VirtualDesk& desk = bindDesk({.pollPeriod = 250ms, .startHeight = startHeight});
         OMBluetoothModel record = CurrentDeviceStore::load();
         record.sitOrStand = "1";
-        record.remindInterval = reminder.interval;
-        record.isCustom = reminder.custom;
-        record.isRepeat = reminder.repeat;
-        record.notificationsound = reminder.sound;
+        record.remindInterval = interval;
+        record.isCustom = custom;
+        record.isRepeat = repeat;
+        record.notificationsound = sound;
         CurrentDeviceStore::save(record);
         return desk;
     }
@@ -105,7 +99,7 @@ TEST(NotificationHelper, NoticesReadAsPlainText) {
 }
 
 TEST_F(ReminderTest, FortyFiveMinutesEndInOneSingleReminderThatSwitchesItselfOff) {
-    bindReminderDesk({});
+    bindReminderDesk();
     openControl();
     EXPECT_EQ(label(), "45:00");
     advance(2699s);
@@ -142,7 +136,7 @@ TEST_F(ReminderTest, FortyFiveMinutesEndInOneSingleReminderThatSwitchesItselfOff
 }
 
 TEST_F(ReminderTest, RepeatingRoundsAreAnsweredFromTheDesktopNotification) {
-    bindReminderDesk({"2", "1", 1, "1"});
+    bindReminderDesk("2", "1", 1, "1");
     openControl();
     advance(1s); // the first tick follows the interval the connection set
     EXPECT_EQ(label(), "01:59");
@@ -185,7 +179,7 @@ TEST_F(ReminderTest, RepeatingRoundsAreAnsweredFromTheDesktopNotification) {
 }
 
 TEST_F(ReminderTest, AlertAnswersTakeTheDesktopNotificationAwayAndLetGoOfHeldKeys) {
-    VirtualDesk& desk = bindReminderDesk({"1", "1", 1, "0"}, VirtualDeskConfig{}.maxHeight);
+    VirtualDesk& desk = bindReminderDesk("1", "1", 1, "0", VirtualDeskConfig{}.maxHeight);
     openControl();
     advance(59s);
     session().holdKey(command::kUpKey); // at the top: held, but nothing moves
@@ -218,7 +212,7 @@ TEST_F(ReminderTest, AlertAnswersTakeTheDesktopNotificationAwayAndLetGoOfHeldKey
 }
 
 TEST_F(ReminderTest, MovementRestartsTheCountdownAndAReconnectionLeavesItAlone) {
-    VirtualDesk& desk = bindReminderDesk({"2", "1", 1, "0"});
+    VirtualDesk& desk = bindReminderDesk("2", "1", 1, "0");
     openControl();
     advance(100s);
     EXPECT_EQ(label(), "00:20");
@@ -242,7 +236,7 @@ TEST_F(ReminderTest, MovementRestartsTheCountdownAndAReconnectionLeavesItAlone) 
 }
 
 TEST_F(ReminderTest, ClearingShowsOnHoverAndSwitchesTheReminderAndItsSoundOff) {
-    bindReminderDesk({"0", "0", 1, "1"});
+    bindReminderDesk("0", "0", 1, "1");
     openControl();
     advance(30s);
     CountdownView* view = control->countdownView();
@@ -264,7 +258,7 @@ TEST_F(ReminderTest, ClearingShowsOnHoverAndSwitchesTheReminderAndItsSoundOff) {
 
 TEST_F(ReminderTest, WithoutAServerOrItsButtonsTheAlertAloneReminds) {
     server.reset();
-    bindReminderDesk({"1", "1", 1, "0"});
+    bindReminderDesk("1", "1", 1, "0");
     openControl();
     endRound();
     ASSERT_NE(alert(), nullptr);
@@ -280,7 +274,7 @@ TEST_F(ReminderTest, WithoutAServerOrItsButtonsTheAlertAloneReminds) {
 }
 
 TEST_F(ReminderTest, UnreadableIntervalAndRepeatFlagEndAtOnceAsASingleReminder) {
-    bindReminderDesk({});
+    bindReminderDesk();
     QVariantMap record = toPropertyForm(CurrentDeviceStore::load());
     record.insert("remindInterval", "soon");
     record.insert("isCustom", "1");
@@ -296,7 +290,7 @@ TEST_F(ReminderTest, UnreadableIntervalAndRepeatFlagEndAtOnceAsASingleReminder) 
 // Away: the countdown holds and nothing reminds; back, the round starts over from the full
 // interval, also after a lock and unlock inside one tick.
 TEST_F(ReminderTest, AwayHoldsTheCountdownAndComingBackStartsItOver) {
-    bindReminderDesk({"0", "0", 1, "0"});
+    bindReminderDesk("0", "0", 1, "0");
     openControl();
     advance(100s);
     presence.setPresent(false);
@@ -323,7 +317,7 @@ TEST_F(ReminderTest, WithoutThePauseARoundEndingWhileAwayIsDropped) {
         fromPropertyForm<Object_SystemSetting>(DQDataSessionHelper::userGetSystemSettinginfo());
     setting.pauseaway = "0";
     DQDataSessionHelper::userSaveSystemSetting(toPropertyForm(setting));
-    bindReminderDesk({"0", "0", 0, "1"});
+    bindReminderDesk("0", "0", 0, "1");
     openControl();
     presence.setPresent(false);
     endRound();
@@ -343,7 +337,7 @@ TEST_F(ReminderTest, WithoutThePauseARoundEndingWhileAwayIsDropped) {
 
 // Do not disturb: the alert still shows, the desktop gets neither notification nor sound.
 TEST_F(ReminderTest, AnInhibitedServerGetsNothingWhileTheAlertStillShows) {
-    bindReminderDesk({"1", "1", 1, "1"});
+    bindReminderDesk("1", "1", 1, "1");
     openControl();
     endRound();
     server->click(waitForShown(1).id, "action");

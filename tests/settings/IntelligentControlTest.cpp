@@ -39,12 +39,10 @@ protected:
     // The key answered to the desk's polls at the start of each step of the sequence, and after.
     std::vector<int> keysOverSequence() {
         std::vector<int> keys{DeskSession::commandType()};
-        for (int step = 1; step < 4; ++step) {
+        for (int step = 1; step <= 4; ++step) {
             advance(MemoryKeySequence::kStep);
             keys.push_back(DeskSession::commandType());
         }
-        advance(MemoryKeySequence::kStep);
-        keys.push_back(DeskSession::commandType());
         return keys;
     }
 
