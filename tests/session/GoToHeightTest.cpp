@@ -150,10 +150,8 @@ TEST_F(GoToHeightTest, ClickingTheHeightAsksInTheShownUnitAndMovesThere) {
     answer = 100.0;
     QTest::mouseClick(control->heightLabel(), Qt::LeftButton);
     ASSERT_EQ(asked.size(), 1u);
-    EXPECT_EQ(asked[0].unit, QStringLiteral("cm"));
-    EXPECT_DOUBLE_EQ(asked[0].minimum, 60.0);
-    EXPECT_DOUBLE_EQ(asked[0].maximum, 120.0);
-    EXPECT_DOUBLE_EQ(asked[0].current, 72.0);
+    EXPECT_EQ(std::tuple(asked[0].unit, asked[0].minimum, asked[0].maximum, asked[0].current),
+              std::tuple(QString("cm"), 60.0, 120.0, 72.0));
     EXPECT_EQ(runMove(), Ending::Arrived);
 
     setUnit("1");

@@ -17,10 +17,9 @@ protected:
     }
     std::vector<int> flagsOf(const QString& name) const {
         std::vector<int> flags;
-        for (const ScanEvent& event : events) {
+        for (const ScanEvent& event : events)
             if (event.name == name)
                 flags.push_back(event.flags);
-        }
         return flags;
     }
 
