@@ -143,17 +143,13 @@ TEST_F(DeskSessionLogicTest, ReminderOnStartsTheCounterWithTheRecordsInterval) {
     record.isCustom = "1";
     record.remindInterval = "25";
     CurrentDeviceStore::writeCurrent(record);
-    std::vector<QString> posted;
-    QObject observer;
-    for (const char* name : {notifications::kTimeManagerStart, notifications::kTimeManagerRunning})
-        NotificationCenter::defaultCenter().addObserver(
-            &observer, name, [&posted, name](const QVariant&) { posted.push_back(name); });
+    const int& starts = countPosts(notifications::kTimeManagerStart);
 
     openControl();
     EXPECT_EQ(counter().total(), 25);
     counter().start(); // already running: no second announcement
     advance(2s);
-    EXPECT_EQ(std::count(posted.begin(), posted.end(), notifications::kTimeManagerStart), 1);
+    EXPECT_EQ(starts, 1);
     EXPECT_EQ(counter().time(), 2);
 }
 

@@ -1,5 +1,4 @@
 #include "TransportTestSupport.h"
-#include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
 
 namespace ostrel::test {
@@ -41,10 +40,7 @@ protected:
 TEST_F(ConnectTest, ConnectsAndAnswersAgainAtOnceForAConnectedDesk) {
     const PeripheralPtr peripheral = discovered();
     ASSERT_TRUE(peripheral);
-    int connectedPosts = 0;
-    QObject observer;
-    NotificationCenter::defaultCenter().addObserver(&observer, notifications::kBluetoothConnected,
-                                                    [&](const QVariant&) { ++connectedPosts; });
+    const int& connectedPosts = countPosts(notifications::kBluetoothConnected);
     std::vector<int> states;
     facade().bluetoothStateChanged(
         [&](const PeripheralPtr& p, int state) { states.push_back(p == peripheral ? state : -1); });

@@ -1,6 +1,5 @@
 #include "ProtocolTestSupport.h"
 #include "TransportTestSupport.h"
-#include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
 
 namespace ostrel::test {
@@ -99,10 +98,7 @@ TEST_F(WriteTest, WriteToAStaleLinkFailsWithNotConnected) {
 TEST_F(WriteTest, WriteThatFindsNoCharacteristicPostsReconnect) {
     VirtualDesk& desk = addDesk();
     connect(desk); // connected, nothing discovered yet
-    int reconnectPosts = 0;
-    QObject observer;
-    NotificationCenter::defaultCenter().addObserver(&observer, notifications::kReconnect,
-                                                    [&](const QVariant&) { ++reconnectPosts; });
+    const int& reconnectPosts = countPosts(notifications::kReconnect);
     int calls = 0;
     facade().writeDataWithCurrentperipheral(
         Bytes{0x01}, [&](const CharacteristicPtr&, const OptionalError&) { ++calls; });
