@@ -68,7 +68,7 @@ TEST_F(IntelligentControlTest,
     EXPECT_FALSE(page.keySequence().isRunning());
     // Recorded once the desk has had every key, at the height shown at the click.
     EXPECT_EQ(inBothStores("memoryHeight"), "72,110,80,0"); // 80.5 rounds to even
-    EXPECT_EQ(postedCount(notifications::kMemoryKeyChange), 1);
+    EXPECT_EQ(memoryKeyChanges, 1);
     EXPECT_EQ(page.presetLabel(kM1)->text(), "80.0 cm");
     EXPECT_EQ(session().presetKeys().memory(2), 80);
 }
@@ -125,7 +125,7 @@ TEST_F(IntelligentControlTest, AntiCollisionAndSensitivityAreStoredAndSentToTheD
     EXPECT_TRUE(levels->levelRow(1)->accessoryImage().isEmpty());
     EXPECT_EQ(CurrentDeviceStore::load().resistanceSensitivity, "3");
     EXPECT_EQ(desk->sensitivity(), 3);
-    EXPECT_EQ(postedCount(notifications::kSensitivityChange), 1);
+    EXPECT_EQ(sensitivityChanges, 1);
     EXPECT_EQ(page.sensitivityRow()->valueText(), "High");
     goBack();
 
@@ -173,7 +173,7 @@ TEST_F(IntelligentControlTest, WithoutADeskOrARecordThePageStillWorks) {
     EXPECT_EQ(CurrentDeviceStore::load().encounterResistanceGoBack, "1");
     EXPECT_EQ(CurrentDeviceStore::load().memoryHeight, "0,0,0,0");
     EXPECT_TRUE(OMPlistManager::getBindDevice().isEmpty());
-    EXPECT_EQ(postedCount(notifications::kMemoryKeyChange), 0);
+    EXPECT_EQ(memoryKeyChanges, 0);
 }
 
 } // namespace

@@ -18,18 +18,9 @@
 namespace ostrel::test {
 
 // The control screen on a bound virtual desk with its settings hung on it, the notifications
-// the pages post recorded by name.
+// the pages post counted.
 class SettingsTest : public SessionTest {
 protected:
-    void SetUp() override {
-        SessionTest::SetUp();
-        for (const char* name : {notifications::kUnitChange, notifications::kMemoryKeyChange,
-                                 notifications::kSensitivityChange})
-            NotificationCenter::defaultCenter().addObserver(
-                &m_observer, QString::fromLatin1(name),
-                [this, name](const QVariant&) { posted.push_back(QString::fromLatin1(name)); });
-    }
-
     void TearDown() override {
         SettingsPages::instance().clear();
         SessionTest::TearDown();
@@ -57,14 +48,10 @@ protected:
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
-    int postedCount(const char* name) const {
-        return int(std::count(posted.begin(), posted.end(), QString::fromLatin1(name)));
-    }
-
-    std::vector<QString> posted;
-
-private:
-    QObject m_observer;
+    // What the pages tell the rest of the application.
+    const int& unitChanges = countPosts(notifications::kUnitChange);
+    const int& memoryKeyChanges = countPosts(notifications::kMemoryKeyChange);
+    const int& sensitivityChanges = countPosts(notifications::kSensitivityChange);
 };
 
 } // namespace ostrel::test
