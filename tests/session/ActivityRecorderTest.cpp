@@ -35,14 +35,9 @@ Step Present(bool present) {
     return [present](ManualScheduler&, ActivityRecorder& r) { r.setPresent(present); };
 }
 
-// Whole minutes on the day `offset` days after the first.
-struct Expected {
-    int offset;
-    int sitting;
-    int standing;
-    int away;
-    int transitions;
-};
+// The day `offset` days after the first: whole minutes sitting, standing and away, and the
+// transitions.
+using Expected = std::array<int, 5>; // offset, sitting, standing, away, transitions
 
 struct Scenario {
     const char* name;
@@ -130,14 +125,13 @@ TEST_F(ActivityRecorderTest, IntervalsCountFromTheCrossingOnTheSteadyClock) {
                 recorded += ms;
         EXPECT_EQ(recorded, scheduler->now().count()) << "every moment counted exactly once";
         for (const Expected& want : scenario.days) {
-            const DayTotals* day = nullptr;
+            Expected got{want[0], -1};
+            const auto minutes = [](const DayTotals& d, Posture p) { return int(d.of(p) / 60000); };
             for (const DayTotals& d : report.days)
-                day = d.date == kFirstDay.addDays(want.offset) ? &d : day;
-            ASSERT_NE(day, nullptr);
-            EXPECT_EQ(day->of(Posture::Sitting) / 60000, want.sitting);
-            EXPECT_EQ(day->of(Posture::Standing) / 60000, want.standing);
-            EXPECT_EQ(day->of(Posture::Away) / 60000, want.away);
-            EXPECT_EQ(day->transitions, want.transitions);
+                if (d.date == kFirstDay.addDays(want[0]))
+                    got = {want[0], minutes(d, Posture::Sitting), minutes(d, Posture::Standing),
+                           minutes(d, Posture::Away), d.transitions};
+            EXPECT_EQ(got, want);
         }
         TearDown();
     }
@@ -177,6 +171,12 @@ TEST_F(ActivityRecorderTest, TheThresholdFollowsThePresetsUnlessSetAndTheGoalMov
     const ActivityReport saved = ActivityReport::fromStore(*store, kFirstDay, 1);
     EXPECT_EQ(saved.goalMs, 16 * 3600000LL);
     EXPECT_EQ(saved.thresholdCm, 100.5);
+    // Reopened, the file still holds the chosen threshold, which outranks the presets.
+    store.reset();
+    store = std::make_unique<ActivityStore>(folder.filePath(QStringLiteral("1.sqlite")));
+    recorder = std::make_unique<ActivityRecorder>(*store);
+    recorder->setPresets(70, 110);
+    EXPECT_EQ(recorder->thresholdCm(), 100.5);
 }
 
 // The session of a control screen on a virtual desk feeds the recorder; the control screen

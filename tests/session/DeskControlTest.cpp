@@ -17,10 +17,6 @@
 namespace ostrel::test {
 namespace {
 
-QString shown(int tenths) {
-    return QString::asprintf("%.1fcm", tenths / 10.0);
-}
-
 class DeskControlTest : public SessionTest {
 protected:
     // Long-presses the preset button and answers the save sheet.
@@ -51,7 +47,7 @@ TEST_F(DeskControlTest, HoldingUpRaisesTheDeskAndReleasingStopsItWithinOnePoll) 
     advance(desk.config().pollPeriod + 1ms);
     EXPECT_FALSE(desk.isMoving());
     advance(200ms);
-    EXPECT_EQ(control->heightText(), shown(desk.heightTenths()));
+    EXPECT_EQ(control->heightText(), QString::asprintf("%.1fcm", desk.heightTenths() / 10.0));
     // Lower on screen means the picture's stages slide together less.
     EXPECT_LT(control->deskPicture()->topOffset(), DeskHeightDisplay::legsForModel("D5").fir +
                                                        DeskHeightDisplay::legsForModel("D5").sec);
@@ -72,8 +68,7 @@ TEST_F(DeskControlTest, LongPressSavesTheHeightOnceTheDeskConfirms) {
     EXPECT_EQ(sheetTips, std::vector<QString>{"the standing height"});
     advance(1s);
     EXPECT_EQ(toast(), "Setting successful");
-    EXPECT_EQ(storedPresets(), "0,72,0,0");
-    EXPECT_EQ(boundPresets(), "0,72,0,0");
+    EXPECT_EQ(inBothStores("memoryHeight"), "0,72,0,0");
     EXPECT_EQ(control->presetButton(1)->imageName(), "control_stand_set");
     EXPECT_EQ(control->presetButton(0)->imageName(), "control_sit_unset");
     advance(2s);
@@ -119,10 +114,9 @@ TEST_F(DeskControlTest, LostLinkAsksAndGoesBackToSearchInSight) {
         desk.dropLink();
         advance(100ms);
         ASSERT_EQ(alerts.size(), 1u) << "one prompt although link and connection both report";
-        EXPECT_EQ(alerts[0].message, "Prompt");
-        EXPECT_EQ(alerts[0].informativeText,
-                  "The Bluetooth connection of the device is disconnected");
-        EXPECT_EQ(alerts[0].buttons, QStringList{"Confirm"});
+        EXPECT_EQ(QStringList({alerts[0].message, alerts[0].informativeText}) + alerts[0].buttons,
+                  QStringList({"Prompt", "The Bluetooth connection of the device is disconnected",
+                               "Confirm"}));
         EXPECT_EQ(routed, QStringList{screens::kBluetoothSearch});
         EXPECT_TRUE(home.isVisible()) << minimised;
         EXPECT_FALSE(home.isMinimized());
@@ -181,9 +175,7 @@ TEST_F(DeskControlTest, NoLinkAtStartAsksAndGoesToTheBluetoothOffScreenWhenTheRa
 
 TEST_F(DeskControlTest, ReconnectionScanRunsInRoundsUntilTheBoundDeskIsBackAndAFailureEndsIt) {
     VirtualDesk& desk = bindDesk({}, "70,0,0,0");
-    VirtualDeskConfig other;
-    other.name = "QWJ-0002";
-    addDesk(other);
+    addDesk({.name = "QWJ-0002"});
     openControl();
     alertAnswer = 0;
     desk.setInRange(false);
@@ -223,8 +215,7 @@ TEST_F(DeskControlTest, ResetFromTheDeskClearsThePresetsInBothStores) {
     desk.setResetNeeded(true);
     advance(300ms);
     EXPECT_EQ(session().presetKeys().presets(), (CurrentDeviceStore::Presets{0, 0, 0, 0}));
-    EXPECT_EQ(storedPresets(), "0,0,0,0");
-    EXPECT_EQ(boundPresets(), "0,0,0,0");
+    EXPECT_EQ(inBothStores("memoryHeight"), "0,0,0,0");
     for (int slot = 0; slot < DeskControlVC::kPresetCount; ++slot)
         EXPECT_TRUE(control->presetButton(slot)->imageName().endsWith("_unset"));
 
@@ -251,12 +242,12 @@ TEST_F(DeskControlTest, HoverShowsPresetTipsInTheChosenUnitAndTurnsTheGear) {
     OMHoverButton* gear = control->settingsButton();
     hover(gear, true);
     advance(320ms);
-    EXPECT_EQ(gear->imageName(), "control_set");
-    EXPECT_DOUBLE_EQ(gear->rotation(), -30.0);
+    EXPECT_EQ(std::pair(gear->imageName(), gear->rotation()),
+              std::pair(QString("control_set"), -30.0));
     hover(gear, false);
     advance(320ms);
-    EXPECT_DOUBLE_EQ(gear->rotation(), 0.0);
-    EXPECT_EQ(gear->imageName(), "control_set_normal");
+    EXPECT_EQ(std::pair(gear->imageName(), gear->rotation()),
+              std::pair(QString("control_set_normal"), 0.0));
 }
 
 } // namespace

@@ -77,11 +77,6 @@ protected:
         SessionTest::SetUp();
         alertAnswer = 0; // the no-link prompt stays open; the session lives on
     }
-
-    void report(int height) {
-        BluetoothResultHandle::sharedInstance().bluetoothResultHandle_HeightChange(height);
-        scheduler.runDue();
-    }
 };
 
 TEST_F(DeskSessionLogicTest, SavedPresetIsTheShownHeightRoundedToWholeCentimetres) {
@@ -106,8 +101,7 @@ TEST_F(DeskSessionLogicTest, SavedPresetIsTheShownHeightRoundedToWholeCentimetre
     for (const Case& c : cases) {
         report(c.height);
         session().presetKeys().actionMemoryKeySaveWithtype(c.type);
-        EXPECT_EQ(storedPresets(), c.stored) << c.height;
-        EXPECT_EQ(boundPresets(), c.stored) << c.height;
+        EXPECT_EQ(inBothStores("memoryHeight"), c.stored) << c.height;
     }
     EXPECT_EQ(session().presetKeys().presets(), (CurrentDeviceStore::Presets{80, 72, 73, 100}))
         << "a malformed text leaves the presets as they were";
@@ -149,19 +143,14 @@ TEST_F(DeskSessionLogicTest, ReminderOnStartsTheCounterWithTheRecordsInterval) {
     record.isCustom = "1";
     record.remindInterval = "25";
     CurrentDeviceStore::writeCurrent(record);
-    std::vector<QString> posted;
-    QObject observer;
-    for (const char* name : {notifications::kTimeManagerStart, notifications::kTimeManagerRunning})
-        NotificationCenter::defaultCenter().addObserver(
-            &observer, name, [&posted, name](const QVariant&) { posted.push_back(name); });
+    const int& starts = countPosts(notifications::kTimeManagerStart);
 
     openControl();
-    OMTimeManager& counter = OMTimeManager::sharedInstance();
-    EXPECT_EQ(counter.total(), 25);
-    counter.start(); // already running: no second announcement
+    EXPECT_EQ(counter().total(), 25);
+    counter().start(); // already running: no second announcement
     advance(2s);
-    EXPECT_EQ(std::count(posted.begin(), posted.end(), notifications::kTimeManagerStart), 1);
-    EXPECT_EQ(counter.time(), 2);
+    EXPECT_EQ(starts, 1);
+    EXPECT_EQ(counter().time(), 2);
 }
 
 TEST_F(DeskSessionLogicTest, StartUpAsksToMoveTheDeskWhileNoHeightIsKnown) {

@@ -117,25 +117,18 @@ protected:
         movement().restartWatch();
         movement().toggle(command::kUpKey);
     }
-    void report(int height) {
-        handle().bluetoothResultHandle_HeightChange(height);
-        scheduler.runDue();
-    }
 };
 
+// The same height throughout: no step 0.6 s in, although it matches the one before; the first
+// step at 1.1 s remembers it; none 0.9 s after that; 1.2 s after, the desk stands.
 TEST_F(HotKeyWatchdogTest, StepsAtMostOnceASecondAndStopsWhenTheHeightStands) {
     report(700);
-    advance(600ms);
-    report(700); // 0.6 s in: no step, although the height matches the one before
-    advance(500ms);
-    report(700); // 1.1 s in: the first step remembers 700
-    EXPECT_TRUE(movement().isMoving());
-    advance(900ms);
-    report(700); // 0.9 s after that step: none yet
-    EXPECT_TRUE(movement().isMoving());
-    advance(300ms);
-    report(700); // 1.2 s after: still 700, the desk stands
-    EXPECT_FALSE(movement().isMoving());
+    for (const auto& [wait, moving] :
+         {std::pair(600ms, true), {500ms, true}, {900ms, true}, {300ms, false}}) {
+        advance(wait);
+        report(700);
+        EXPECT_EQ(movement().isMoving(), moving) << wait.count();
+    }
     EXPECT_EQ(DeskSession::commandType(), command::kNoKey);
 }
 

@@ -44,10 +44,7 @@ protected:
 class GoToHeightPathTest : public GoToHeightTest, public ::testing::WithParamInterface<bool> {
 protected:
     DeskSession& open(bool inches = false) {
-        VirtualDeskConfig config;
-        config.inchDisplay = inches;
-        config.ignoresTargetHeight = GetParam();
-        return openOn(config);
+        return openOn({.inchDisplay = inches, .ignoresTargetHeight = GetParam()});
     }
     const char* pathName() const { return GetParam() ? "held keys" : "target command"; }
 };
@@ -89,10 +86,8 @@ TEST_P(GoToHeightPathTest, QuittingEndsTheMove) {
 }
 
 TEST_F(GoToHeightTest, TheFallbackLearnsHowFarTheDeskCoasts) {
-    VirtualDeskConfig config;
-    config.ignoresTargetHeight = true;
-    config.pollPeriod = 100ms; // coasts twice as far as the default
-    DeskSession& s = openOn(config);
+    // Polled half as often, it coasts twice as far as the default.
+    DeskSession& s = openOn({.pollPeriod = 100ms, .ignoresTargetHeight = true});
     ASSERT_EQ(s.moveTo(900), GoToHeight::Refusal::None);
     ASSERT_EQ(runMove(), Ending::Arrived);
     ASSERT_TRUE(s.goToHeight().learnedOvershoot().has_value());
@@ -103,9 +98,7 @@ TEST_F(GoToHeightTest, TheFallbackLearnsHowFarTheDeskCoasts) {
 }
 
 TEST_F(GoToHeightTest, ADeskThatDoesNotMoveEndsItAfterASecondOfKeys) {
-    VirtualDeskConfig config;
-    config.speedCmPerSecond = 0.0;
-    DeskSession& s = openOn(config);
+    DeskSession& s = openOn({.speedCmPerSecond = 0.0});
     const auto startedAt = now();
     ASSERT_EQ(s.moveTo(1000), GoToHeight::Refusal::None);
     EXPECT_EQ(runMove(5s), Ending::Stalled);
@@ -116,9 +109,8 @@ TEST_F(GoToHeightTest, ADeskThatDoesNotMoveEndsItAfterASecondOfKeys) {
 }
 
 TEST_F(GoToHeightTest, ASlowDeskIsStoppedAfterTheFullTravelTime) {
-    VirtualDeskConfig config;
-    config.speedCmPerSecond = 0.3; // still changes its tenths every third of a second
-    DeskSession& s = openOn(config);
+    // Still changes its tenths every third of a second.
+    DeskSession& s = openOn({.speedCmPerSecond = 0.3});
     const auto startedAt = now();
     ASSERT_EQ(s.moveTo(1200), GoToHeight::Refusal::None);
     EXPECT_EQ(runMove(), Ending::TimedOut);
@@ -158,10 +150,8 @@ TEST_F(GoToHeightTest, ClickingTheHeightAsksInTheShownUnitAndMovesThere) {
     answer = 100.0;
     QTest::mouseClick(control->heightLabel(), Qt::LeftButton);
     ASSERT_EQ(asked.size(), 1u);
-    EXPECT_EQ(asked[0].unit, QStringLiteral("cm"));
-    EXPECT_DOUBLE_EQ(asked[0].minimum, 60.0);
-    EXPECT_DOUBLE_EQ(asked[0].maximum, 120.0);
-    EXPECT_DOUBLE_EQ(asked[0].current, 72.0);
+    EXPECT_EQ(std::tuple(asked[0].unit, asked[0].minimum, asked[0].maximum, asked[0].current),
+              std::tuple(QString("cm"), 60.0, 120.0, 72.0));
     EXPECT_EQ(runMove(), Ending::Arrived);
 
     setUnit("1");

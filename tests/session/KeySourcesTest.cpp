@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <ostream>
 
 namespace ostrel::test {
 namespace {
@@ -38,21 +37,19 @@ public:
     void hotKey(const char* name) {
         session().globalKeys().globalKeyPush(QString::fromLatin1(name));
     }
-    void screenHold(HomeFunctionBtn* button, std::chrono::milliseconds length) {
+    void screenHold(QWidget* button, std::chrono::milliseconds length) {
         press(button);
         advance(length);
         release(button);
     }
+    void moveTo(int tenths) { ASSERT_EQ(session().moveTo(tenths), GoToHeight::Refusal::None); }
     void storeM1() {
         sequence->start(command::presetKey(2), [this] { stored = true; });
     }
     // From here on, answers() reports what the desk is told.
     void mark() { from = desk->keyFrames().size(); }
     std::vector<int> answers() const { return answersSince(*desk, from); }
-    bool answered(int type) const {
-        const std::vector<int> all = answers();
-        return std::find(all.begin(), all.end(), type) != all.end();
-    }
+    bool answered(int type) const { return std::ranges::count(answers(), type) > 0; }
     bool sourcesIdle() {
         return !session().hotKeyMovement().isMoving() && !session().goToHeight().isMoving() &&
                !sequence->isRunning() && DeskSession::commandType() == command::kNoKey;
@@ -67,16 +64,20 @@ public:
 
 using Step = std::function<void(KeySourcesTest&)>;
 
+// `act`, then `wait` of virtual time.
+Step waiting(const Step& act, std::chrono::milliseconds wait) {
+    return [act, wait](KeySourcesTest& t) {
+        act(t);
+        t.advance(wait);
+    };
+}
+
 struct Interleaving {
     const char* name;
     Step first;  // a source starts
     Step second; // another cuts in, after which the answers are watched
     Step check;
 };
-
-void PrintTo(const Interleaving& row, std::ostream* out) {
-    *out << row.name;
-}
 
 class KeySourcesTableTest : public KeySourcesTest,
                             public ::testing::WithParamInterface<Interleaving> {};
@@ -90,35 +91,16 @@ TEST_P(KeySourcesTableTest, TheLatestClaimDrivesTheDeskAndNoKeyComesUnasked) {
         EXPECT_TRUE(frame.answeredPoll) << "key " << frame.keys << " at " << frame.at.count();
 }
 
-const Step hotKeyUp = [](KeySourcesTest& t) {
-    t.hotKey("GlobalKeyUp");
-    t.advance(500ms);
-};
-const Step moveUp = [](KeySourcesTest& t) {
-    ASSERT_EQ(t.session().moveTo(1100), GoToHeight::Refusal::None);
-    t.advance(1s);
-};
-const Step storing = [](KeySourcesTest& t) {
-    t.storeM1();
-    t.advance(300ms);
-};
-const Step screenUp = [](KeySourcesTest& t) {
-    press(t.control->upButton());
-    t.advance(500ms);
-};
-const Step dropLink = [](KeySourcesTest& t) {
-    t.desk->dropLink();
-    t.advance(100ms);
-};
+const Step hotKeyUp = waiting([](KeySourcesTest& t) { t.hotKey("GlobalKeyUp"); }, 500ms);
+const Step moveUp = waiting([](KeySourcesTest& t) { t.moveTo(1100); }, 1s);
+const Step storing = waiting([](KeySourcesTest& t) { t.storeM1(); }, 300ms);
+const Step screenUp = waiting([](KeySourcesTest& t) { press(t.control->upButton()); }, 500ms);
+const Step dropLink = waiting([](KeySourcesTest& t) { t.desk->dropLink(); }, 100ms);
 const Step nothing = [](KeySourcesTest&) {};
-const Step moveDown = [](KeySourcesTest& t) {
-    ASSERT_EQ(t.session().moveTo(620), GoToHeight::Refusal::None);
-    t.advance(1s);
-};
-const Step stop = [](KeySourcesTest& t) {
-    t.session().stopMoving();
-    t.advance(1s);
-};
+const Step moveDown = waiting([](KeySourcesTest& t) { t.moveTo(620); }, 1s);
+const Step stop = waiting([](KeySourcesTest& t) { t.session().stopMoving(); }, 1s);
+const Step screenDownTap =
+    waiting([](KeySourcesTest& t) { t.screenHold(t.control->downButton(), 300ms); }, 200ms);
 
 // Stopped, the desk on its own move hears the key of its own direction once, then no key: it
 // never dips or jumps the other way.
@@ -142,11 +124,7 @@ const Step allIdle = [](KeySourcesTest& t) {
 };
 
 const Interleaving kInterleavings[] = {
-    {"ScreenPressDuringHotKeyMovement", hotKeyUp,
-     [](KeySourcesTest& t) {
-         t.screenHold(t.control->downButton(), 300ms);
-         t.advance(200ms);
-     },
+    {"ScreenPressDuringHotKeyMovement", hotKeyUp, screenDownTap,
      [](KeySourcesTest& t) {
          EXPECT_FALSE(t.session().hotKeyMovement().isMoving()) << "told that the screen took over";
          EXPECT_FALSE(t.desk->isMoving());
@@ -159,10 +137,7 @@ const Interleaving kInterleavings[] = {
          EXPECT_EQ(t.answers().front(), command::kUpKey);
      }},
     {"HotKeyDuringGoToHeight", moveUp,
-     [](KeySourcesTest& t) {
-         t.hotKey("GlobalKeyDown");
-         t.advance(300ms);
-     },
+     waiting([](KeySourcesTest& t) { t.hotKey("GlobalKeyDown"); }, 300ms),
      [](KeySourcesTest& t) {
          EXPECT_EQ(t.endings, std::vector{Ending::TookOver});
          EXPECT_FALSE(t.answered(command::kTargetHeight));
@@ -174,13 +149,14 @@ const Interleaving kInterleavings[] = {
     // A hot-key movement cut by a move to a height, itself replaced by a second one: no Up that
     // nobody asked for, and the second move arrives.
     {"MoveToTwiceAfterAHotKeyMovement",
+     waiting(
+         [](KeySourcesTest& t) {
+             hotKeyUp(t);
+             t.moveTo(700);
+         },
+         300ms),
      [](KeySourcesTest& t) {
-         hotKeyUp(t);
-         ASSERT_EQ(t.session().moveTo(700), GoToHeight::Refusal::None);
-         t.advance(300ms);
-     },
-     [](KeySourcesTest& t) {
-         ASSERT_EQ(t.session().moveTo(1000), GoToHeight::Refusal::None);
+         t.moveTo(1000);
          for (int i = 0; i < 300 && t.session().goToHeight().isMoving(); ++i)
              t.advance(100ms);
      },
@@ -192,11 +168,7 @@ const Interleaving kInterleavings[] = {
          EXPECT_LE(std::abs(t.desk->heightTenths() - 1000), GoToHeight::kToleranceTenthsCm);
      }},
     // The desk's own move stops at the key; Down held on the screen never makes it dip.
-    {"ScreenDownDuringGoToHeight", moveUp,
-     [](KeySourcesTest& t) {
-         t.screenHold(t.control->downButton(), 300ms);
-         t.advance(200ms);
-     },
+    {"ScreenDownDuringGoToHeight", moveUp, screenDownTap,
      [](KeySourcesTest& t) {
          EXPECT_EQ(t.endings, std::vector{Ending::TookOver});
          EXPECT_EQ(t.answers().front(), command::kDownKey);
@@ -234,11 +206,12 @@ const Interleaving kInterleavings[] = {
     {"StopDuringAMoveDown", moveDown, stop, heardOnceThenNoKey(command::kDownKey)},
     // The desk takes a key held on from the stop's tap for the tap: it must hear no key between.
     {"HotKeyAtOnceAfterAStop", moveUp,
-     [](KeySourcesTest& t) {
-         t.session().stopMoving();
-         t.hotKey("GlobalKeyUp");
-         t.advance(1500ms);
-     },
+     waiting(
+         [](KeySourcesTest& t) {
+             t.session().stopMoving();
+             t.hotKey("GlobalKeyUp");
+         },
+         1500ms),
      [](KeySourcesTest& t) {
          const std::vector<int> keys = t.answers();
          ASSERT_GE(keys.size(), 3u);
@@ -249,12 +222,7 @@ const Interleaving kInterleavings[] = {
      }},
     // A tap shorter than a poll period still reaches the desk, twice.
     {"PresetClickOf25ms", nothing,
-     [](KeySourcesTest& t) {
-         press(t.control->presetButton(1));
-         t.advance(25ms);
-         release(t.control->presetButton(1));
-         t.advance(1s);
-     },
+     waiting([](KeySourcesTest& t) { t.screenHold(t.control->presetButton(1), 25ms); }, 1s),
      [](KeySourcesTest& t) {
          const std::vector<int> keys = t.answers();
          EXPECT_GE(std::count(keys.begin(), keys.end(), command::kStandKey), 2);

@@ -14,9 +14,9 @@
 #include "store/FileManager.h"
 #include "support/NotificationServer.h"
 #include "widgets/OMImageButton.h"
+#include "widgets/WidgetTestSupport.h"
 
 #include <QDBusMessage>
-#include <QEnterEvent>
 #include <QPushButton>
 #include <algorithm>
 
@@ -25,39 +25,23 @@ namespace {
 
 using namespace std::chrono_literals;
 
-struct Reminder {
-    const char* interval = "0";
-    const char* custom = "0";
-    int repeat = 0;
-    const char* sound = "0";
-};
-
 class ReminderTest : public SessionTest {
 protected:
-    void TearDown() override {
-        SessionTest::TearDown();
-        counter().setType(0);
-        counter().setTotal(0);
-    }
-
     // A desk whose record has the reminder on, polling often enough to report its height
     // before the first tick.
-    VirtualDesk& bindReminderDesk(Reminder reminder, int startHeight = 720) {
-        VirtualDeskConfig config;
-        config.pollPeriod = 250ms;
-        config.startHeight = startHeight;
-        VirtualDesk& desk = bindDesk(config);
+    VirtualDesk& bindReminderDesk(const char* interval = "0", const char* custom = "0",
+                                  int repeat = 0, const char* sound = "0", int startHeight = 720) {
+        VirtualDesk& desk = bindDesk({.pollPeriod = 250ms, .startHeight = startHeight});
         OMBluetoothModel record = CurrentDeviceStore::load();
         record.sitOrStand = "1";
-        record.remindInterval = reminder.interval;
-        record.isCustom = reminder.custom;
-        record.isRepeat = reminder.repeat;
-        record.notificationsound = reminder.sound;
+        record.remindInterval = interval;
+        record.isCustom = custom;
+        record.isRepeat = repeat;
+        record.notificationsound = sound;
         CurrentDeviceStore::save(record);
         return desk;
     }
 
-    static OMTimeManager& counter() { return OMTimeManager::sharedInstance(); }
     QString label() const { return control->countdownView()->text(); }
     bool countdownShown() const { return !control->countdownView()->isHidden(); }
     static NotificationAlert* alert() { return NotificationAlert::current(); }
@@ -79,12 +63,6 @@ protected:
                                            name, QStringLiteral("GetCapabilities")),
             QDBus::BlockWithGui);
     }
-    static std::string bound(const char* key) {
-        return OMPlistManager::getDeviceInfoWithBlueToothName(kDeskName)
-            .value(QString::fromLatin1(key))
-            .toString()
-            .toStdString();
-    }
     void moveDesk() {
         session().holdKey(command::kDownKey);
         advance(2s);
@@ -101,7 +79,7 @@ protected:
 
     FreedesktopNotifications client{QDBusConnection::sessionBus()};
     PlatformOverride<DesktopNotifications> installed{client};
-    std::unique_ptr<NotificationServer> server;
+    std::unique_ptr<NotificationServer> server = std::make_unique<NotificationServer>();
 };
 
 TEST(ReminderLabel, CountsDownInMinutesThenHoursAndUnknownKindsEndAtOnce) {
@@ -121,8 +99,7 @@ TEST(NotificationHelper, NoticesReadAsPlainText) {
 }
 
 TEST_F(ReminderTest, FortyFiveMinutesEndInOneSingleReminderThatSwitchesItselfOff) {
-    server = std::make_unique<NotificationServer>();
-    bindReminderDesk({});
+    bindReminderDesk();
     openControl();
     EXPECT_EQ(label(), "45:00");
     advance(2699s);
@@ -137,9 +114,7 @@ TEST_F(ReminderTest, FortyFiveMinutesEndInOneSingleReminderThatSwitchesItselfOff
     EXPECT_EQ(alert()->text(), "Please stand/sit for a while");
     EXPECT_TRUE(alert()->confirmButton()->isHidden());
     EXPECT_EQ(alert()->cancelButton()->text(), "Now");
-    // Off in both stores before anyone answers.
-    EXPECT_EQ(CurrentDeviceStore::load().sitOrStand, "0");
-    EXPECT_EQ(bound("sitOrStand"), "0");
+    EXPECT_EQ(inBothStores("sitOrStand"), "0") << "still on before anyone answers";
 
     const NotificationServer::Shown shown = waitForShown(1);
     EXPECT_EQ(shown.summary, "Movement Reminder");
@@ -161,8 +136,7 @@ TEST_F(ReminderTest, FortyFiveMinutesEndInOneSingleReminderThatSwitchesItselfOff
 }
 
 TEST_F(ReminderTest, RepeatingRoundsAreAnsweredFromTheDesktopNotification) {
-    server = std::make_unique<NotificationServer>();
-    bindReminderDesk({"2", "1", 1, "1"});
+    bindReminderDesk("2", "1", 1, "1");
     openControl();
     advance(1s); // the first tick follows the interval the connection set
     EXPECT_EQ(label(), "01:59");
@@ -205,8 +179,7 @@ TEST_F(ReminderTest, RepeatingRoundsAreAnsweredFromTheDesktopNotification) {
 }
 
 TEST_F(ReminderTest, AlertAnswersTakeTheDesktopNotificationAwayAndLetGoOfHeldKeys) {
-    server = std::make_unique<NotificationServer>();
-    VirtualDesk& desk = bindReminderDesk({"1", "1", 1, "0"}, VirtualDeskConfig{}.maxHeight);
+    VirtualDesk& desk = bindReminderDesk("1", "1", 1, "0", VirtualDeskConfig{}.maxHeight);
     openControl();
     advance(59s);
     session().holdKey(command::kUpKey); // at the top: held, but nothing moves
@@ -239,7 +212,7 @@ TEST_F(ReminderTest, AlertAnswersTakeTheDesktopNotificationAwayAndLetGoOfHeldKey
 }
 
 TEST_F(ReminderTest, MovementRestartsTheCountdownAndAReconnectionLeavesItAlone) {
-    VirtualDesk& desk = bindReminderDesk({"2", "1", 1, "0"});
+    VirtualDesk& desk = bindReminderDesk("2", "1", 1, "0");
     openControl();
     advance(100s);
     EXPECT_EQ(label(), "00:20");
@@ -263,13 +236,12 @@ TEST_F(ReminderTest, MovementRestartsTheCountdownAndAReconnectionLeavesItAlone) 
 }
 
 TEST_F(ReminderTest, ClearingShowsOnHoverAndSwitchesTheReminderAndItsSoundOff) {
-    bindReminderDesk({"0", "0", 1, "1"});
+    bindReminderDesk("0", "0", 1, "1");
     openControl();
     advance(30s);
     CountdownView* view = control->countdownView();
     EXPECT_FALSE(view->isClearRevealed());
-    QEnterEvent enter(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
-    QCoreApplication::sendEvent(view, &enter);
+    hover(view, true);
     ASSERT_TRUE(view->isClearRevealed());
 
     view->clearButton()->click();
@@ -277,8 +249,7 @@ TEST_F(ReminderTest, ClearingShowsOnHoverAndSwitchesTheReminderAndItsSoundOff) {
     EXPECT_FALSE(counter().isRunning());
     EXPECT_EQ(counter().time(), 0);
     for (const char* key : {"sitOrStand", "notificationsound"})
-        EXPECT_EQ(bound(key), "0") << key;
-    EXPECT_EQ(CurrentDeviceStore::load().notificationsound, "0");
+        EXPECT_EQ(inBothStores(key), "0") << key;
     moveDesk(); // a repeating reminder switched off: moving starts nothing
     advance(3600s);
     EXPECT_FALSE(counter().isRunning());
@@ -286,7 +257,8 @@ TEST_F(ReminderTest, ClearingShowsOnHoverAndSwitchesTheReminderAndItsSoundOff) {
 }
 
 TEST_F(ReminderTest, WithoutAServerOrItsButtonsTheAlertAloneReminds) {
-    bindReminderDesk({"1", "1", 1, "0"});
+    server.reset();
+    bindReminderDesk("1", "1", 1, "0");
     openControl();
     endRound();
     ASSERT_NE(alert(), nullptr);
@@ -302,7 +274,7 @@ TEST_F(ReminderTest, WithoutAServerOrItsButtonsTheAlertAloneReminds) {
 }
 
 TEST_F(ReminderTest, UnreadableIntervalAndRepeatFlagEndAtOnceAsASingleReminder) {
-    bindReminderDesk({});
+    bindReminderDesk();
     QVariantMap record = toPropertyForm(CurrentDeviceStore::load());
     record.insert("remindInterval", "soon");
     record.insert("isCustom", "1");
@@ -318,8 +290,7 @@ TEST_F(ReminderTest, UnreadableIntervalAndRepeatFlagEndAtOnceAsASingleReminder) 
 // Away: the countdown holds and nothing reminds; back, the round starts over from the full
 // interval, also after a lock and unlock inside one tick.
 TEST_F(ReminderTest, AwayHoldsTheCountdownAndComingBackStartsItOver) {
-    server = std::make_unique<NotificationServer>();
-    bindReminderDesk({"0", "0", 1, "0"});
+    bindReminderDesk("0", "0", 1, "0");
     openControl();
     advance(100s);
     presence.setPresent(false);
@@ -342,12 +313,11 @@ TEST_F(ReminderTest, AwayHoldsTheCountdownAndComingBackStartsItOver) {
 // is there is dropped, not kept for the return: a single reminder stays on, and coming back
 // starts a full round.
 TEST_F(ReminderTest, WithoutThePauseARoundEndingWhileAwayIsDropped) {
-    server = std::make_unique<NotificationServer>();
     Object_SystemSetting setting =
         fromPropertyForm<Object_SystemSetting>(DQDataSessionHelper::userGetSystemSettinginfo());
     setting.pauseaway = "0";
     DQDataSessionHelper::userSaveSystemSetting(toPropertyForm(setting));
-    bindReminderDesk({"0", "0", 0, "1"});
+    bindReminderDesk("0", "0", 0, "1");
     openControl();
     presence.setPresent(false);
     endRound();
@@ -367,8 +337,7 @@ TEST_F(ReminderTest, WithoutThePauseARoundEndingWhileAwayIsDropped) {
 
 // Do not disturb: the alert still shows, the desktop gets neither notification nor sound.
 TEST_F(ReminderTest, AnInhibitedServerGetsNothingWhileTheAlertStillShows) {
-    server = std::make_unique<NotificationServer>();
-    bindReminderDesk({"1", "1", 1, "1"});
+    bindReminderDesk("1", "1", 1, "1");
     openControl();
     endRound();
     server->click(waitForShown(1).id, "action");

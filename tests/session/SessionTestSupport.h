@@ -66,10 +66,20 @@ protected:
         control.reset();
         searchFacade.reset();
         ShortcutsHeightSetVC::setPresenter(nullptr);
-        OMTimeManager::sharedInstance().stop();
-        OMTimeManager::sharedInstance().setTime(0);
-        OMTimeManager::sharedInstance().setPaused(false);
+        counter().stop();
+        counter().setTime(0);
+        counter().setPaused(false);
+        counter().setType(0);
+        counter().setTotal(0);
         ShellTest::TearDown();
+    }
+
+    static OMTimeManager& counter() { return OMTimeManager::sharedInstance(); }
+
+    // A height report from the desk, as the classifier passes it on.
+    void report(int height) {
+        BluetoothResultHandle::sharedInstance().bluetoothResultHandle_HeightChange(height);
+        scheduler.runDue();
     }
 
     static void setUnit(const char* unit) {
@@ -147,10 +157,14 @@ protected:
     static std::optional<std::string> storedPresets() {
         return CurrentDeviceStore::load().memoryHeight;
     }
-    std::optional<std::string> boundPresets() const {
-        const QVariant stored = OMPlistManager::getDeviceInfoWithBlueToothName(kDeskName).value(
-            QStringLiteral("memoryHeight"));
-        return stored.isValid() ? std::optional(stored.toString().toStdString()) : std::nullopt;
+    // A field of the desk's record as both the current-device file and the bound list hold it,
+    // or "differ".
+    static std::string inBothStores(const char* key) {
+        const QString name = QString::fromLatin1(key);
+        const QString current = toPropertyForm(CurrentDeviceStore::load()).value(name).toString();
+        const QString bound =
+            OMPlistManager::getDeviceInfoWithBlueToothName(kDeskName).value(name).toString();
+        return current == bound ? current.toStdString() : "differ";
     }
 
     PeripheralPtr peripheral;

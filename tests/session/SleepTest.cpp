@@ -17,7 +17,6 @@
 #include <QSignalSpy>
 #include <functional>
 #include <optional>
-#include <ostream>
 
 namespace ostrel::test {
 namespace {
@@ -49,10 +48,6 @@ struct SleepCase {
     std::function<void(DeskControlVC&)> moving; // what moves the desk when sleep comes
     bool granting;
 };
-
-void PrintTo(const SleepCase& row, std::ostream* out) {
-    *out << row.name;
-}
 
 class SleepTest : public SessionTest, public ::testing::WithParamInterface<SleepCase> {
 protected:

@@ -9,7 +9,6 @@
 #include <QLineEdit>
 #include <QTest>
 #include <algorithm>
-#include <ostream>
 
 namespace ostrel::test {
 namespace {
@@ -23,16 +22,12 @@ protected:
     void SetUp() override {
         SettingsTest::SetUp();
         SettingsPages::instance().registerPage(SettingsPages::Page::Device, &DevicePages::create);
-        NotificationCenter::defaultCenter().addObserver(
-            &m_observer, QString::fromLatin1(notifications::kGlobeBlueToothIsConnect),
-            [this](const QVariant&) { ++deskChanges; });
+        first = &bindDesk();
+        other = &addOther();
     }
 
     VirtualDesk& addOther() {
-        VirtualDeskConfig config;
-        config.name = kOtherName.toStdString();
-        config.startHeight = 900;
-        VirtualDesk& desk = addDesk(config);
+        VirtualDesk& desk = addDesk({.name = kOtherName.toStdString(), .startHeight = 900});
         OMPlistManager::saveBindDeviceWithDevice(toPropertyForm(
             CurrentDeviceStore::freshRecord(kOtherName, central->identifierOf(&desk))));
         return desk;
@@ -69,19 +64,14 @@ protected:
         return names;
     }
 
-    int deskChanges = 0;
-
-private:
-    QObject m_observer;
+    VirtualDesk* first = nullptr;
+    VirtualDesk* other = nullptr;
+    const int& deskChanges = countPosts(notifications::kGlobeBlueToothIsConnect);
 };
 
 TEST_F(DeviceSwitchTest, OnlineMarksFollowTheScanAndTheLinkedDeskCountsAsOnline) {
-    bindDesk();
-    VirtualDesk& other = addOther();
-    other.setPowered(false);
-    VirtualDeskConfig stranger;
-    stranger.name = "QWJ-0003";
-    addDesk(stranger);
+    other->setPowered(false);
+    addDesk({.name = "QWJ-0003"});
 
     ViewDeviceManagement* page = openDevices();
     ASSERT_NE(page, nullptr);
@@ -102,7 +92,7 @@ TEST_F(DeviceSwitchTest, OnlineMarksFollowTheScanAndTheLinkedDeskCountsAsOnline)
     EXPECT_FALSE(page->isRefreshRotating());
     EXPECT_FALSE(pairedRow(page, kOtherName)->isOnLine());
 
-    other.setPowered(true);
+    other->setPowered(true);
     page->actionRefresh();
     advance(1000ms);
     EXPECT_TRUE(pairedRow(page, kOtherName)->isOnLine());
@@ -114,8 +104,6 @@ TEST_F(DeviceSwitchTest, OnlineMarksFollowTheScanAndTheLinkedDeskCountsAsOnline)
 // The old desk stops hearing answers and the new one moves on Up. What a desk moving at the
 // switch hears is DeskLetGoTest's.
 TEST_F(DeviceSwitchTest, ChangingDeviceMovesTheSessionToTheOtherDesk) {
-    VirtualDesk& first = bindDesk();
-    VirtualDesk& other = addOther();
     ViewDeviceManagement* page = openDevices();
     ASSERT_NE(page, nullptr);
     ViewDeviceDetail* detail = openDetail(page, kOtherName);
@@ -132,23 +120,23 @@ TEST_F(DeviceSwitchTest, ChangingDeviceMovesTheSessionToTheOtherDesk) {
     EXPECT_TRUE(alerts.empty()); // the old desk's loss was expected: no break tip
     EXPECT_EQ(CurrentDeviceStore::load().bluetoothName, kOtherName.toStdString());
     EXPECT_EQ(facade().currentPeripheral()->name(), kOtherName);
-    EXPECT_FALSE(first.isSubscribed());
-    EXPECT_TRUE(other.isSubscribed());
+    EXPECT_FALSE(first->isSubscribed());
+    EXPECT_TRUE(other->isSubscribed());
     advance(1000ms);
-    EXPECT_EQ(other.heightTenths(), 900);
+    EXPECT_EQ(other->heightTenths(), 900);
     EXPECT_FALSE(detail->changeButton()->isEnabled()); // it is the current desk now
 
-    const int firstHeight = first.heightTenths();
+    const int firstHeight = first->heightTenths();
     session().holdKey(command::kUpKey);
     advance(1000ms);
     session().releaseKey();
     advance(300ms);
-    EXPECT_GT(other.heightTenths(), 920);
-    EXPECT_EQ(first.heightTenths(), firstHeight);
+    EXPECT_GT(other->heightTenths(), 920);
+    EXPECT_EQ(first->heightTenths(), firstHeight);
     EXPECT_GT(session().currentHeight(), 920.0f); // the control screen shows the new desk
 
     // The switch is over: losing the new desk is a lost link like any other.
-    other.dropLink();
+    other->dropLink();
     advance(300ms);
     EXPECT_EQ(alerts.size(), 1u);
     EXPECT_NE(toast(), "Connection failed");
@@ -156,8 +144,6 @@ TEST_F(DeviceSwitchTest, ChangingDeviceMovesTheSessionToTheOtherDesk) {
 
 // The session waits for the switch: closing the pages meanwhile must not leave it without a desk.
 TEST_F(DeviceSwitchTest, LeavingThePagesDuringASwitchStillCompletesIt) {
-    bindDesk();
-    VirtualDesk& other = addOther();
     ViewDeviceDetail* detail = openDetail(openDevices(), kOtherName);
     ASSERT_NE(detail, nullptr);
     detail->changeButton()->click();
@@ -167,7 +153,7 @@ TEST_F(DeviceSwitchTest, LeavingThePagesDuringASwitchStillCompletesIt) {
     ASSERT_EQ(control->pageCount(), 0);
     advance(500ms);
     EXPECT_EQ(deskChanges, 1);
-    EXPECT_TRUE(other.isSubscribed());
+    EXPECT_TRUE(other->isSubscribed());
     EXPECT_EQ(CurrentDeviceStore::load().bluetoothName, kOtherName.toStdString());
     EXPECT_TRUE(alerts.empty());
 }
@@ -175,11 +161,9 @@ TEST_F(DeviceSwitchTest, LeavingThePagesDuringASwitchStillCompletesIt) {
 // Switched off between the scan and the click: the attempt times out, the user is told, and the
 // session, which no longer has a desk, asks to go back to search. Nothing bound is lost.
 TEST_F(DeviceSwitchTest, ADeskSwitchedOffAfterTheScanFailsClearlyAndLosesNoRecord) {
-    bindDesk();
-    VirtualDesk& other = addOther();
     ViewDeviceDetail* detail = openDetail(openDevices(), kOtherName);
     ASSERT_NE(detail, nullptr);
-    other.setPowered(false);
+    other->setPowered(false);
     alertAnswer = OMAlert::kFirstButton + 1; // leave the break tip unanswered for now
     detail->changeButton()->click();
     advance(29s);
@@ -194,17 +178,14 @@ TEST_F(DeviceSwitchTest, ADeskSwitchedOffAfterTheScanFailsClearlyAndLosesNoRecor
 }
 
 TEST_F(DeviceSwitchTest, DeletingTheCurrentDeskEndsTheSessionAndForgetsIt) {
-    VirtualDesk& first = bindDesk();
-    addOther();
     ViewDeviceDetail* detail = openDetail(openDevices(), kDeskName);
     ASSERT_NE(detail, nullptr);
 
     alertAnswer = OMAlert::kFirstButton + 1; // "Cancel"
     detail->deleteButton()->click();
     ASSERT_EQ(alerts.size(), 1u);
-    EXPECT_EQ(alerts[0].message, "Prompt");
-    EXPECT_EQ(alerts[0].informativeText, "Delete current desk?");
-    EXPECT_EQ(alerts[0].buttons, QStringList({"Confirm", "Cancel"}));
+    EXPECT_EQ(QStringList({alerts[0].message, alerts[0].informativeText}) + alerts[0].buttons,
+              QStringList({"Prompt", "Delete current desk?", "Confirm", "Cancel"}));
     EXPECT_EQ(boundNames(), QStringList({kDeskName, kOtherName}));
 
     alertAnswer = OMAlert::kFirstButton;
@@ -217,7 +198,7 @@ TEST_F(DeviceSwitchTest, DeletingTheCurrentDeskEndsTheSessionAndForgetsIt) {
     EXPECT_EQ(routed, QStringList({QString::fromLatin1(screens::kBluetoothSearch)}));
     EXPECT_FALSE(facade().isConnect());
     advance(200ms);
-    EXPECT_FALSE(first.isSubscribed());
+    EXPECT_FALSE(first->isSubscribed());
 }
 
 // Whether the desk moves on a held key or by itself, the session lets its link go only once it
@@ -229,16 +210,10 @@ struct LetGoCase {
     bool deleteDesk; // the current desk deleted rather than another desk chosen
 };
 
-void PrintTo(const LetGoCase& letGo, std::ostream* out) {
-    *out << letGo.name;
-}
-
 class DeskLetGoTest : public DeviceSwitchTest, public ::testing::WithParamInterface<LetGoCase> {};
 
 TEST_P(DeskLetGoTest, TheDeskHearsNoKeyBeforeItsLinkGoes) {
     constexpr int kUpBit = 0x01, kDownBit = 0x02;
-    VirtualDesk& first = bindDesk();
-    addOther();
     ViewDeviceDetail* detail =
         openDetail(openDevices(), GetParam().deleteDesk ? kDeskName : kOtherName);
     ASSERT_NE(detail, nullptr);
@@ -248,15 +223,15 @@ TEST_P(DeskLetGoTest, TheDeskHearsNoKeyBeforeItsLinkGoes) {
         session().holdKey(command::kUpKey);
     }
     advance(1s);
-    ASSERT_TRUE(first.isMoving());
+    ASSERT_TRUE(first->isMoving());
 
-    const std::size_t from = first.keyFrames().size();
+    const std::size_t from = first->keyFrames().size();
     (GetParam().deleteDesk ? detail->deleteButton() : detail->changeButton())->click();
     advance(1500ms);
-    EXPECT_FALSE(first.isSubscribed());
+    EXPECT_FALSE(first->isSubscribed());
     std::vector<int> keys;
-    for (auto frame = first.keyFrames().begin() + std::ptrdiff_t(from);
-         frame != first.keyFrames().end(); ++frame) {
+    for (auto frame = first->keyFrames().begin() + std::ptrdiff_t(from);
+         frame != first->keyFrames().end(); ++frame) {
         EXPECT_TRUE(frame->answeredPoll);
         keys.push_back(frame->keys);
     }
@@ -269,9 +244,9 @@ TEST_P(DeskLetGoTest, TheDeskHearsNoKeyBeforeItsLinkGoes) {
         std::find_if(keys.begin(), keys.end(), [moving](int key) { return key != moving; });
     ASSERT_NE(after, keys.end());
     EXPECT_EQ(*after, GetParam().ownMove ? kUpBit : 0);
-    const int height = first.heightTenths();
+    const int height = first->heightTenths();
     advance(2s);
-    EXPECT_EQ(first.heightTenths(), height);
+    EXPECT_EQ(first->heightTenths(), height);
 }
 
 INSTANTIATE_TEST_SUITE_P(SwitchAndDelete, DeskLetGoTest,
@@ -282,8 +257,6 @@ INSTANTIATE_TEST_SUITE_P(SwitchAndDelete, DeskLetGoTest,
                          [](const auto& testParam) { return std::string(testParam.param.name); });
 
 TEST_F(DeviceSwitchTest, DeletingAnotherDeskKeepsTheSessionAndRescans) {
-    VirtualDesk& first = bindDesk();
-    addOther();
     ViewDeviceManagement* page = openDevices();
     advance(30s);
     ViewDeviceDetail* detail = openDetail(page, kOtherName);
@@ -299,12 +272,11 @@ TEST_F(DeviceSwitchTest, DeletingAnotherDeskKeepsTheSessionAndRescans) {
     ASSERT_EQ(page->unPairedRows().size(), 1);
     EXPECT_EQ(page->unPairedRows()[0]->title(), kOtherName);
     EXPECT_TRUE(routed.isEmpty());
-    EXPECT_TRUE(first.isSubscribed());
+    EXPECT_TRUE(first->isSubscribed());
     EXPECT_TRUE(facade().isConnect());
 }
 
 TEST_F(DeviceSwitchTest, RenamingPersistsInBothStoresAndABlankNameChangesNothing) {
-    bindDesk();
     ViewDeviceDetail* detail = openDetail(openDevices(), kDeskName);
     ASSERT_NE(detail, nullptr);
     click(detail->nameRow());
@@ -329,12 +301,7 @@ TEST_F(DeviceSwitchTest, RenamingPersistsInBothStoresAndABlankNameChangesNothing
     ASSERT_EQ(renamed.size(), std::size_t(ViewNameEdit::kMaxNameLength));
     EXPECT_EQ(control->topView(), detail);
     EXPECT_EQ(detail->values().first().toStdString(), renamed);
-    EXPECT_EQ(CurrentDeviceStore::load().deviceName, renamed);
-    EXPECT_EQ(OMPlistManager::getDeviceInfoWithBlueToothName(kDeskName)
-                  .value("deviceName")
-                  .toString()
-                  .toStdString(),
-              renamed);
+    EXPECT_EQ(inBothStores("deviceName"), renamed);
 }
 
 } // namespace

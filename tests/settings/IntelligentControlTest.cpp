@@ -39,12 +39,10 @@ protected:
     // The key answered to the desk's polls at the start of each step of the sequence, and after.
     std::vector<int> keysOverSequence() {
         std::vector<int> keys{DeskSession::commandType()};
-        for (int step = 1; step < 4; ++step) {
+        for (int step = 1; step <= 4; ++step) {
             advance(MemoryKeySequence::kStep);
             keys.push_back(DeskSession::commandType());
         }
-        advance(MemoryKeySequence::kStep);
-        keys.push_back(DeskSession::commandType());
         return keys;
     }
 
@@ -53,9 +51,7 @@ protected:
 
 TEST_F(IntelligentControlTest,
        StoringAPresetTapsTheDeskKeysAndRecordsTheRoundedHeightInBothStores) {
-    VirtualDeskConfig config;
-    config.startHeight = 805;
-    ViewIntelligentControl& page = openPage(config, "72,110,0,0");
+    ViewIntelligentControl& page = openPage({.startHeight = 805}, "72,110,0,0");
     EXPECT_EQ(page.presetLabel(kStanding)->text(), "110.0 cm");
     EXPECT_EQ(page.presetLabel(kSitting)->text(), "72.0 cm");
     EXPECT_EQ(page.presetLabel(kM1)->text(), "Not set");
@@ -71,9 +67,8 @@ TEST_F(IntelligentControlTest,
     EXPECT_GT(desk->keyFramesReceived(), framesBefore);
     EXPECT_FALSE(page.keySequence().isRunning());
     // Recorded once the desk has had every key, at the height shown at the click.
-    EXPECT_EQ(storedPresets(), "72,110,80,0"); // 80.5 rounds to even
-    EXPECT_EQ(boundPresets(), "72,110,80,0");
-    EXPECT_EQ(postedCount(notifications::kMemoryKeyChange), 1);
+    EXPECT_EQ(inBothStores("memoryHeight"), "72,110,80,0"); // 80.5 rounds to even
+    EXPECT_EQ(memoryKeyChanges, 1);
     EXPECT_EQ(page.presetLabel(kM1)->text(), "80.0 cm");
     EXPECT_EQ(session().presetKeys().memory(2), 80);
 }
@@ -118,9 +113,7 @@ TEST_F(IntelligentControlTest, AntiCollisionAndSensitivityAreStoredAndSentToTheD
     click(page.antiSwitch());
     advance(100ms);
     EXPECT_EQ(page.antiSwitch()->imageName(), "setting_switchopen");
-    EXPECT_EQ(OMPlistManager::getDeviceInfoWithBlueToothName(kDeskName).value(
-                  "encounterResistanceGoBack"),
-              "1");
+    EXPECT_EQ(inBothStores("encounterResistanceGoBack"), "1");
     EXPECT_EQ(desk->sensitivity(), 1);
 
     click(page.sensitivityRow());
@@ -132,7 +125,7 @@ TEST_F(IntelligentControlTest, AntiCollisionAndSensitivityAreStoredAndSentToTheD
     EXPECT_TRUE(levels->levelRow(1)->accessoryImage().isEmpty());
     EXPECT_EQ(CurrentDeviceStore::load().resistanceSensitivity, "3");
     EXPECT_EQ(desk->sensitivity(), 3);
-    EXPECT_EQ(postedCount(notifications::kSensitivityChange), 1);
+    EXPECT_EQ(sensitivityChanges, 1);
     EXPECT_EQ(page.sensitivityRow()->valueText(), "High");
     goBack();
 
@@ -180,7 +173,7 @@ TEST_F(IntelligentControlTest, WithoutADeskOrARecordThePageStillWorks) {
     EXPECT_EQ(CurrentDeviceStore::load().encounterResistanceGoBack, "1");
     EXPECT_EQ(CurrentDeviceStore::load().memoryHeight, "0,0,0,0");
     EXPECT_TRUE(OMPlistManager::getBindDevice().isEmpty());
-    EXPECT_EQ(postedCount(notifications::kMemoryKeyChange), 0);
+    EXPECT_EQ(memoryKeyChanges, 0);
 }
 
 } // namespace

@@ -9,27 +9,18 @@
 #include "settings/SettingsPages.h"
 #include "settings/SystemSettingRecord.h"
 #include "widgets/OMHoverButton.h"
+#include "widgets/WidgetTestSupport.h"
 
 #include <QCoreApplication>
-#include <QMouseEvent>
 #include <QPushButton>
 #include <algorithm>
 
 namespace ostrel::test {
 
 // The control screen on a bound virtual desk with its settings hung on it, the notifications
-// the pages post recorded by name.
+// the pages post counted.
 class SettingsTest : public SessionTest {
 protected:
-    void SetUp() override {
-        SessionTest::SetUp();
-        for (const char* name : {notifications::kUnitChange, notifications::kMemoryKeyChange,
-                                 notifications::kSensitivityChange})
-            NotificationCenter::defaultCenter().addObserver(
-                &m_observer, QString::fromLatin1(name),
-                [this, name](const QVariant&) { posted.push_back(QString::fromLatin1(name)); });
-    }
-
     void TearDown() override {
         SettingsPages::instance().clear();
         SessionTest::TearDown();
@@ -39,17 +30,6 @@ protected:
         DeskControlVC& screen = openControl();
         SettingsNavigation::attach(screen);
         return screen;
-    }
-
-    // Clicks the way a user does: press and release over the widget's centre.
-    static void click(QWidget* widget) {
-        const QPointF local = QRectF(widget->rect()).center();
-        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-            QMouseEvent event(type, local, widget->mapToGlobal(local), Qt::LeftButton,
-                              type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
-                              Qt::NoModifier);
-            QCoreApplication::sendEvent(widget, &event);
-        }
     }
 
     // The gear answers 0.7 s after it is pressed, as the other hover buttons do.
@@ -68,14 +48,10 @@ protected:
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
-    int postedCount(const char* name) const {
-        return int(std::count(posted.begin(), posted.end(), QString::fromLatin1(name)));
-    }
-
-    std::vector<QString> posted;
-
-private:
-    QObject m_observer;
+    // What the pages tell the rest of the application.
+    const int& unitChanges = countPosts(notifications::kUnitChange);
+    const int& memoryKeyChanges = countPosts(notifications::kMemoryKeyChange);
+    const int& sensitivityChanges = countPosts(notifications::kSensitivityChange);
 };
 
 } // namespace ostrel::test

@@ -17,12 +17,6 @@ using namespace std::chrono_literals;
 
 class SitStandPagesTest : public SettingsTest {
 protected:
-    void TearDown() override {
-        SettingsTest::TearDown();
-        counter().setType(0);
-        counter().setTotal(0);
-    }
-
     ViewSitStand& openPage(const char* interval = "0") {
         bindDesk();
         OMBluetoothModel record = CurrentDeviceStore::load();
@@ -40,17 +34,8 @@ protected:
         return *top<ViewReminderInterval>();
     }
 
-    static OMTimeManager& counter() { return OMTimeManager::sharedInstance(); }
     static bool isOn(OMSwitchButton* button) {
         return button->imageName() == OMSwitchButton::imageNameFor(true);
-    }
-    // The value in both stores, or "differ".
-    static std::string stored(const char* key) {
-        const QString name = QString::fromLatin1(key);
-        const QString current = toPropertyForm(CurrentDeviceStore::load()).value(name).toString();
-        const QString bound =
-            OMPlistManager::getDeviceInfoWithBlueToothName(kDeskName).value(name).toString();
-        return current == bound ? current.toStdString() : "differ";
     }
 
     // No notification server: the alert alone reminds.
@@ -67,8 +52,8 @@ TEST_F(SitStandPagesTest, TheSwitchTurnsTheReminderAndItsSoundOnAndOffTogether) 
     click(page.sitStandSwitch());
     EXPECT_TRUE(isOn(page.sitStandSwitch()));
     EXPECT_TRUE(isOn(page.soundSwitch()));
-    EXPECT_EQ(stored("sitOrStand"), "1");
-    EXPECT_EQ(stored("notificationsound"), "1");
+    EXPECT_EQ(inBothStores("sitOrStand"), "1");
+    EXPECT_EQ(inBothStores("notificationsound"), "1");
     EXPECT_EQ(counter().type(), 1);
     EXPECT_EQ(counter().total(), 60);
     advance(1s);
@@ -76,14 +61,14 @@ TEST_F(SitStandPagesTest, TheSwitchTurnsTheReminderAndItsSoundOnAndOffTogether) 
     EXPECT_EQ(control->countdownView()->text(), "59:59");
 
     click(page.soundSwitch());
-    EXPECT_EQ(stored("notificationsound"), "0");
+    EXPECT_EQ(inBothStores("notificationsound"), "0");
     click(page.sitStandSwitch());
     EXPECT_FALSE(counter().isRunning());
     EXPECT_EQ(counter().time(), 0);
     EXPECT_TRUE(control->countdownView()->isHidden());
-    EXPECT_EQ(stored("sitOrStand"), "0");
+    EXPECT_EQ(inBothStores("sitOrStand"), "0");
     click(page.soundSwitch()); // nothing while off
-    EXPECT_EQ(stored("notificationsound"), "0");
+    EXPECT_EQ(inBothStores("notificationsound"), "0");
 }
 
 // An application setting, on until switched off, whatever the reminder's state.
@@ -106,8 +91,8 @@ TEST_F(SitStandPagesTest, AChosenIntervalIsSavedAndReachesTheRunningCountdown) {
     click(fixed.choiceRow(2));
     click(fixed.repeatRow());
     click(fixed.confirmButton());
-    EXPECT_EQ(stored("remindInterval"), "2");
-    EXPECT_EQ(stored("isCustom"), "0");
+    EXPECT_EQ(inBothStores("remindInterval"), "2");
+    EXPECT_EQ(inBothStores("isCustom"), "0");
     EXPECT_EQ(CurrentDeviceStore::load().isRepeat, 1);
     EXPECT_EQ(counter().total(), 120);
     EXPECT_EQ(counter().time(), 100); // still within two hours: not restarted
@@ -122,8 +107,8 @@ TEST_F(SitStandPagesTest, AChosenIntervalIsSavedAndReachesTheRunningCountdown) {
     custom.minutesField()->setText("1");
     click(custom.singleRow());
     click(custom.confirmButton());
-    EXPECT_EQ(stored("remindInterval"), "1");
-    EXPECT_EQ(stored("isCustom"), "1");
+    EXPECT_EQ(inBothStores("remindInterval"), "1");
+    EXPECT_EQ(inBothStores("isCustom"), "1");
     EXPECT_EQ(counter().type(), OMTimeManager::kCustomType);
     EXPECT_EQ(counter().time(), 0); // already past one minute: starts over
     advance(0ms);
@@ -135,7 +120,7 @@ TEST_F(SitStandPagesTest, AChosenIntervalIsSavedAndReachesTheRunningCountdown) {
     EXPECT_EQ(again.minutesField()->text(), "1");
     again.minutesField()->clear();
     click(again.confirmButton());
-    EXPECT_EQ(stored("remindInterval"), "0");
+    EXPECT_EQ(inBothStores("remindInterval"), "0");
     EXPECT_EQ(NotificationAlert::current(), nullptr);
     advance(1s);
     ASSERT_NE(NotificationAlert::current(), nullptr);
@@ -156,14 +141,14 @@ TEST_F(SitStandPagesTest, AFinishedSingleReminderStaysOffWhatEverThePagesStillHo
 
     advance(61s);
     ASSERT_NE(NotificationAlert::current(), nullptr);
-    ASSERT_EQ(stored("sitOrStand"), "0");
+    ASSERT_EQ(inBothStores("sitOrStand"), "0");
     EXPECT_FALSE(isOn(page.sitStandSwitch())) << "the page follows the record";
 
     click(leftOpen.confirmButton());
-    EXPECT_EQ(stored("sitOrStand"), "0");
+    EXPECT_EQ(inBothStores("sitOrStand"), "0");
     click(page.soundSwitch());
-    EXPECT_EQ(stored("sitOrStand"), "0");
-    EXPECT_EQ(stored("notificationsound"), "1");
+    EXPECT_EQ(inBothStores("sitOrStand"), "0");
+    EXPECT_EQ(inBothStores("notificationsound"), "1");
 }
 
 } // namespace

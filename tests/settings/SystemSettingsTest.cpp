@@ -52,7 +52,7 @@ TEST_F(SystemSettingsTest, OnlyConfirmKeepsAUnitAndTellsTheControlScreenAndTheSe
     EXPECT_TRUE(unit->centimetersRow()->accessoryImage().isEmpty());
     goBack();
     EXPECT_EQ(stored().unit, "0");
-    EXPECT_TRUE(posted.empty());
+    EXPECT_EQ(unitChanges + memoryKeyChanges + sensitivityChanges, 0);
 
     unit = &openUnitPage(page);
     EXPECT_EQ(unit->centimetersRow()->accessoryImage(), "setting_select");
@@ -60,7 +60,7 @@ TEST_F(SystemSettingsTest, OnlyConfirmKeepsAUnitAndTellsTheControlScreenAndTheSe
     unit->confirmButton()->click();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(stored().unit, "1");
-    EXPECT_EQ(postedCount(notifications::kUnitChange), 1);
+    EXPECT_EQ(unitChanges, 1);
     EXPECT_EQ(control->topView(), &page);
     EXPECT_EQ(page.unitRow()->valueText(), "Inches");
     EXPECT_TRUE(control->heightText().endsWith("in"));
@@ -117,7 +117,7 @@ TEST_F(SystemSettingsTest, RestoringDefaultsLeavesTheControlScreensUnitAlone) {
     EXPECT_EQ(hotKeysRemoved, 1);
     EXPECT_EQ(page.unitRow()->valueText(), "Inches");
     EXPECT_FALSE(page.autoCleanBox()->isChecked());
-    EXPECT_TRUE(posted.empty());
+    EXPECT_EQ(unitChanges + memoryKeyChanges + sensitivityChanges, 0);
     EXPECT_EQ(control->heightText(), heightCm);
 }
 

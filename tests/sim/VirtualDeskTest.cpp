@@ -108,11 +108,9 @@ TEST_F(VirtualDeskTest, StopsWhenPollsGoUnansweredForTwoPeriods) {
 TEST_F(VirtualDeskTest, LimitsHoldAndShowWholeCentimetresFromOneMetre) {
     start();
     hold(kUp, 30s);
-    EXPECT_EQ(desk->heightTenths(), 1200);
-    EXPECT_EQ(host.result(), "120");
+    EXPECT_EQ(std::pair(desk->heightTenths(), host.result()), std::pair(1200, std::string("120")));
     hold(kDown, 30s);
-    EXPECT_EQ(desk->heightTenths(), 600);
-    EXPECT_EQ(host.result(), "60.0");
+    EXPECT_EQ(std::pair(desk->heightTenths(), host.result()), std::pair(600, std::string("60.0")));
 }
 
 TEST_F(VirtualDeskTest, MemorySetStoresAndOneTouchRecallRunsUntilArrivalOrAnotherKey) {

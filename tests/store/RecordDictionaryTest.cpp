@@ -28,10 +28,6 @@ OMBluetoothModel everyFieldSet() {
     return desk;
 }
 
-QStringList keysOf(const QVariantMap& map) {
-    return map.keys();
-}
-
 TEST(RecordDictionaryTest, PropertyFormCarriesEveryFieldUnderItsNameAndRoundTrips) {
     const OMBluetoothModel desk = everyFieldSet();
     const QVariantMap form = toPropertyForm(desk);
@@ -71,7 +67,7 @@ TEST(RecordDictionaryTest, DeskExplicitFormIsLopsidedAsStoredDictionariesExpect)
 
 TEST(RecordDictionaryTest, ExplicitKeysOfTheAccountRecords) {
     AreaCodeModel area{"+86", 12, "中国", "China"};
-    EXPECT_EQ(keysOf(toDictionary(area)), QStringList({"area_code", "id", "name", "name_en"}));
+    EXPECT_EQ(toDictionary(area).keys(), QStringList({"area_code", "id", "name", "name_en"}));
     EXPECT_EQ(initWithDictionary<AreaCodeModel>(toDictionary(area)), area);
     EXPECT_EQ(fromPropertyForm<AreaCodeModel>(toPropertyForm(area)), area);
 

@@ -88,6 +88,33 @@ TEST_F(GattOperationsTest, RssiOfALiveLinkAndOfNone) {
     EXPECT_EQ(results, (std::vector<int>{-55, 4}));
 }
 
+// A characteristic kept past its link reads nothing: its path now names the next link's, and a
+// desk that is gone has no radio to ask.
+TEST_F(GattOperationsTest, AStaleCharacteristicReadsNothing) {
+    const auto find = [this] {
+        CharacteristicPtr found;
+        tool().searchCharacteristicWithPeripheral(
+            peripheral, "FFF0", "FFF1",
+            [&found](const CharacteristicPtr& c, const OptionalError&) { found = c; });
+        advance(200ms);
+        return found;
+    };
+    const CharacteristicPtr stale = find();
+    desk->dropLink();
+    advance(1s); // linked again by itself
+    const CharacteristicPtr fresh = find();
+    ASSERT_TRUE(stale && fresh && fresh != stale);
+    int answers = 0;
+    const auto count = [&answers](const CharacteristicPtr&, const Bytes&, const OptionalError&) {
+        ++answers;
+    };
+    stale->readValueWithCallback(count);
+    std::make_shared<BluetoothCharacteristic>("FFF1", 0, nullptr)->readValueWithCallback(count);
+    advance(200ms);
+    EXPECT_EQ(answers, 0);
+    EXPECT_TRUE(fresh->readDataArray().isEmpty()) << "the next link was read for the old one";
+}
+
 TEST_F(GattOperationsTest, ConnectSubscribeAndWriteInOneCall) {
     facade().resetManager();
     advance(100ms);

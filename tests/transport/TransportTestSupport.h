@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/ManualScheduler.h"
+#include "core/NotificationCenter.h"
 #include "protocol/BluetoothResultHandle.h"
 #include "sim/VirtualCentral.h"
 #include "sim/VirtualDesk.h"
@@ -9,6 +10,7 @@
 #include "transport/BluetoothToolExtras.h"
 #include "transport/RBBluetoothManager.h"
 
+#include <deque>
 #include <gtest/gtest.h>
 #include <memory>
 #include <vector>
@@ -23,6 +25,7 @@ struct ScanEvent {
     QString name;
     int flags;
     std::optional<int> errorCode;
+    bool operator==(const ScanEvent&) const = default;
 };
 
 // A fresh process-wide transport over a virtual radio, in virtual time: the shared tool,
@@ -97,6 +100,14 @@ protected:
         return peripheral;
     }
 
+    // How often `name` is posted from this call on.
+    const int& countPosts(const char* name) {
+        int& count = m_posts.emplace_back(0);
+        NotificationCenter::defaultCenter().addObserver(&m_postObserver, QString::fromLatin1(name),
+                                                        [&count](const QVariant&) { ++count; });
+        return count;
+    }
+
     ManualScheduler scheduler;
     VirtualCentral* central = nullptr;
     std::vector<std::unique_ptr<VirtualDesk>> desks;
@@ -107,6 +118,8 @@ private:
     std::unique_ptr<BluetoothTool> m_previousTool;
     std::unique_ptr<BluetoothResultHandle> m_previousHandle;
     std::unique_ptr<RBBluetoothManager> m_previousFacade;
+    std::deque<int> m_posts;
+    QObject m_postObserver; // goes first, and its observers with it
 };
 
 } // namespace ostrel::test

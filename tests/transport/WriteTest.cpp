@@ -1,6 +1,5 @@
 #include "ProtocolTestSupport.h"
 #include "TransportTestSupport.h"
-#include "core/NotificationCenter.h"
 #include "core/NotificationNames.h"
 
 namespace ostrel::test {
@@ -11,6 +10,7 @@ protected:
     struct Sent {
         std::chrono::milliseconds at;
         std::size_t size;
+        bool operator==(const Sent&) const = default;
     };
     void SetUp() override {
         TransportTest::SetUp();
@@ -38,12 +38,7 @@ TEST_F(WriteTest, LongWriteGoesOutInTwentyBytePiecesFifthOfASecondApart) {
                                             });
     EXPECT_EQ(sent.size(), 1u); // at once: no radio round trip once the GATT is known
     advance(1s);
-    ASSERT_EQ(sent.size(), 3u);
-    EXPECT_EQ(sent[0].size, 20u);
-    EXPECT_EQ(sent[1].size, 20u);
-    EXPECT_EQ(sent[2].size, 5u);
-    EXPECT_EQ(sent[1].at - start, 200ms);
-    EXPECT_EQ(sent[2].at - start, 400ms);
+    EXPECT_EQ(sent, (std::vector<Sent>{{start, 20}, {start + 200ms, 20}, {start + 400ms, 5}}));
     EXPECT_EQ(completions, 1);
     EXPECT_EQ(writtenReports, 1); // one completion for the whole write
 }
@@ -94,9 +89,8 @@ TEST_F(WriteTest, WriteToAStaleLinkFailsWithNotConnected) {
                            EXPECT_FALSE(c);
                            error = e;
                        });
-    ASSERT_TRUE(error);
-    EXPECT_EQ(error->code, 4);
-    EXPECT_EQ(error->domain, "the device does't connected ! please operation after connected !");
+    EXPECT_EQ(error, (BluetoothError{
+                         4, "the device does't connected ! please operation after connected !"}));
 }
 
 // The link goes while the write is still looking for its characteristic: nothing to write to,
@@ -104,10 +98,7 @@ TEST_F(WriteTest, WriteToAStaleLinkFailsWithNotConnected) {
 TEST_F(WriteTest, WriteThatFindsNoCharacteristicPostsReconnect) {
     VirtualDesk& desk = addDesk();
     connect(desk); // connected, nothing discovered yet
-    int reconnectPosts = 0;
-    QObject observer;
-    NotificationCenter::defaultCenter().addObserver(&observer, notifications::kReconnect,
-                                                    [&](const QVariant&) { ++reconnectPosts; });
+    const int& reconnectPosts = countPosts(notifications::kReconnect);
     int calls = 0;
     facade().writeDataWithCurrentperipheral(
         Bytes{0x01}, [&](const CharacteristicPtr&, const OptionalError&) { ++calls; });

@@ -91,22 +91,12 @@ INSTANTIATE_TEST_SUITE_P(Events, HoldGuardTest, ::testing::ValuesIn(kInterruptio
                              return std::string(tested.param.name);
                          });
 
-class PresetButtonGuardTest : public test::VirtualTimeTest {
-protected:
-    PresetButtonGuardTest() {
-        new QVBoxLayout(&window);
-        preset = new OMHoverButton(QStringLiteral("control_sit_set"), &window);
-        window.layout()->addWidget(preset);
-        window.show();
-    }
-
-    QWidget window;
-    OMHoverButton* preset;
-};
+using PresetButtonGuardTest = HoldGuardTest;
 
 // The first click's release is reported while the second press is held: that press is still
 // guarded.
 TEST_F(PresetButtonGuardTest, APressHeldWhenTheClickBeforeItEndsStaysGuarded) {
+    auto* preset = addButton<OMHoverButton>();
     QSignalSpy longPressed(preset, &OMHoverButton::longHoverPress);
     test::sendMouse(preset, QEvent::MouseButtonPress);
     at(100);
@@ -121,6 +111,7 @@ TEST_F(PresetButtonGuardTest, APressHeldWhenTheClickBeforeItEndsStaysGuarded) {
 }
 
 TEST_F(PresetButtonGuardTest, APressNotYetReportedIsDroppedWithoutAKey) {
+    auto* preset = addButton<OMHoverButton>();
     QSignalSpy pressed(preset, &OMHoverButton::touchHoverDwon);
     QSignalSpy released(preset, &OMHoverButton::touchHoverUp);
     test::sendMouse(preset, QEvent::MouseButtonPress);

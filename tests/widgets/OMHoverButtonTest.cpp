@@ -2,7 +2,6 @@
 
 #include "WidgetTestSupport.h"
 
-#include <QEnterEvent>
 #include <memory>
 #include <string>
 #include <vector>
@@ -84,12 +83,10 @@ INSTANTIATE_TEST_SUITE_P(
     });
 
 TEST_F(OMHoverButtonTest, HoverIsReportedAtOnceAndOtherButtonsDoNothing) {
-    QEnterEvent enter(QPointF(1, 1), QPointF(1, 1), QPointF(1, 1));
-    QApplication::sendEvent(button.get(), &enter);
+    ostrel::test::hover(button.get(), true);
     sendMouse(button.get(), Press, Qt::RightButton);
     sendMouse(button.get(), Release, Qt::RightButton);
-    QEvent leave(QEvent::Leave);
-    QApplication::sendEvent(button.get(), &leave);
+    ostrel::test::hover(button.get(), false);
     sendMouse(button.get(), Press);
     button.reset(); // a screen closed mid-press: its pending reports must die with the button
     at(5000);

@@ -14,12 +14,6 @@ namespace {
 
 class BluetoothSearchVCTest : public ScreenTest {
 protected:
-    VirtualDesk& addNamedDesk(const char* name) {
-        VirtualDeskConfig config;
-        config.name = name;
-        return addDesk(std::move(config));
-    }
-
     // The screen starts scanning as soon as it exists, as it does inside the home window.
     BluetoothSearchVC& openScreen() {
         screen = std::make_unique<BluetoothSearchVC>();
@@ -79,10 +73,10 @@ protected:
 };
 
 TEST_F(BluetoothSearchVCTest, ListsEachDeskNameOnceWhileScanningForThirtySeconds) {
-    addNamedDesk("QWJ-0001");
-    addNamedDesk("QWJ-0001"); // a second desk under the same name
-    addNamedDesk("QXR-0002");
-    addNamedDesk("Speaker-7"); // not a desk
+    addDesk({.name = "QWJ-0001"});
+    addDesk({.name = "QWJ-0001"}); // a second desk under the same name
+    addDesk({.name = "QXR-0002"});
+    addDesk({.name = "Speaker-7"}); // not a desk
     openScreen();
     EXPECT_TRUE(screen->isScanning());
     EXPECT_TRUE(screen->isRefreshRotating());
@@ -100,7 +94,7 @@ TEST_F(BluetoothSearchVCTest, ListsEachDeskNameOnceWhileScanningForThirtySeconds
 }
 
 TEST_F(BluetoothSearchVCTest, ClickWhileScanningBindsTheDeskAndOpensTheControlScreen) {
-    VirtualDesk& desk = addNamedDesk("QWJ-0001");
+    VirtualDesk& desk = addDesk({.name = "QWJ-0001"});
     openScreen();
     pairFirstRowAtFiveSeconds();
 
@@ -125,7 +119,7 @@ TEST_F(BluetoothSearchVCTest, ClickWhileScanningBindsTheDeskAndOpensTheControlSc
 }
 
 TEST_F(BluetoothSearchVCTest, PairingABoundDeskKeepsItsRecordAndRefreshesTheConnectionTime) {
-    const VirtualDesk& desk = addNamedDesk("QWJ-0001");
+    const VirtualDesk& desk = addDesk({.name = "QWJ-0001"});
     OMBluetoothModel known = pairedRecord(desk);
     known.deviceName = "Standing desk";
     known.memoryHeight = "72,110,0,0";
@@ -143,7 +137,7 @@ TEST_F(BluetoothSearchVCTest, PairingABoundDeskKeepsItsRecordAndRefreshesTheConn
 }
 
 TEST_F(BluetoothSearchVCTest, ClickAfterTheScanEndedScansAgainWithoutConnecting) {
-    const VirtualDesk& desk = addNamedDesk("QWJ-0001");
+    const VirtualDesk& desk = addDesk({.name = "QWJ-0001"});
     openScreen();
     advance(31s);
     ASSERT_FALSE(screen->isScanning());
@@ -161,7 +155,7 @@ TEST_F(BluetoothSearchVCTest, ClickAfterTheScanEndedScansAgainWithoutConnecting)
 }
 
 TEST_F(BluetoothSearchVCTest, FailedConnectionShowsTheTipWithTheDeskNameAndPairScansAgain) {
-    const VirtualDesk& desk = addNamedDesk("QWJ-0001");
+    const VirtualDesk& desk = addDesk({.name = "QWJ-0001"});
     central->setConnectFailure(&desk, QStringLiteral("Peer refused"));
     openScreen();
     pairFirstRowAtFiveSeconds();
@@ -190,7 +184,7 @@ TEST_F(BluetoothSearchVCTest, FailedConnectionShowsTheTipWithTheDeskNameAndPairS
     // elsewhere once the scan has ended, whose link report starts this screen's next scan).
     advance(31s);
     ASSERT_FALSE(screen->isScanning());
-    const VirtualDesk& other = addNamedDesk("QWJ-0002");
+    const VirtualDesk& other = addDesk({.name = "QWJ-0002"});
     const PeripheralPtr leftover =
         tool().centerManager().peripheralFor(central->identifierOf(&other));
     tool().connectDeviceWithPeripheral(leftover, [](const PeripheralPtr&, const OptionalError&) {});
@@ -202,7 +196,7 @@ TEST_F(BluetoothSearchVCTest, FailedConnectionShowsTheTipWithTheDeskNameAndPairS
 // The click comes just before the 30 s scan ends and the desk answers just after: the scan the
 // link report restarts must not take the link with it.
 TEST_F(BluetoothSearchVCTest, ConnectFinishingAfterTheScanEndedKeepsItsLink) {
-    addNamedDesk("QWJ-0001");
+    addDesk({.name = "QWJ-0001"});
     openScreen();
     advance(30s - VirtualCentral::kDefaultLatency / 2);
     ASSERT_TRUE(screen->isScanning());
@@ -219,7 +213,7 @@ TEST_F(BluetoothSearchVCTest, ConnectFinishingAfterTheScanEndedKeepsItsLink) {
 }
 
 TEST_F(BluetoothSearchVCTest, FollowsTheRadio) {
-    addNamedDesk("QWJ-0001");
+    addDesk({.name = "QWJ-0001"});
     central->setPowered(false);
     openScreen();
     advance(1s);
@@ -245,7 +239,7 @@ TEST_F(BluetoothSearchVCTest, FollowsTheRadio) {
 }
 
 TEST_F(BluetoothSearchVCTest, LeavingStopsItsOwnScanButNotTheNextScreens) {
-    addNamedDesk("QWJ-0001");
+    addDesk({.name = "QWJ-0001"});
     openScreen();
     advance(1s);
     screen->show();

@@ -16,20 +16,12 @@ namespace {
 
 class DeskTypeAndNoBluetoothTest : public ScreenTest {
 protected:
-    void SetUp() override {
-        ScreenTest::SetUp();
-        NotificationCenter::defaultCenter().addObserver(
-            &observer, QString::fromLatin1(notifications::kDeleteCurrentDevice),
-            [this](const QVariant&) { ++deleteCurrentDevicePosts; });
-    }
-
     void setRadio(bool on) {
         central->setPowered(on);
         advance(100ms);
     }
 
-    QObject observer;
-    int deleteCurrentDevicePosts = 0;
+    const int& deleteCurrentDevicePosts = countPosts(notifications::kDeleteCurrentDevice);
 };
 
 // The rows themselves are data; what is logic is the fall-back past the end.
@@ -118,11 +110,11 @@ TEST_F(DeskTypeAndNoBluetoothTest, PairAsksTheRadioAgain) {
     screen.pairButton()->click();
     scheduler.runDue();
     ASSERT_EQ(alerts.size(), 1u);
-    EXPECT_EQ(alerts[0].message, "Tip");
-    EXPECT_EQ(alerts[0].informativeText,
-              "No Bluetooth connection, please turn on your device's Bluetooth to establish a "
-              "connection");
-    EXPECT_EQ(alerts[0].buttons, QStringList{"OK"});
+    EXPECT_EQ(QStringList({alerts[0].message, alerts[0].informativeText}) + alerts[0].buttons,
+              QStringList({"Tip",
+                           "No Bluetooth connection, please turn on your device's Bluetooth to "
+                           "establish a connection",
+                           "OK"}));
     EXPECT_TRUE(routed.isEmpty()); // the screen stays
     EXPECT_EQ(deleteCurrentDevicePosts, 1);
 

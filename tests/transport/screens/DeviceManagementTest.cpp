@@ -71,8 +71,7 @@ TEST_F(DeviceManagementTest, ACorruptListAndTwinNamesStillGiveAClearList) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("<?xml garbage");
     file.close();
-    VirtualDeskConfig twin;
-    twin.name = "QWJ-0007";
+    const VirtualDeskConfig twin{.name = "QWJ-0007"};
     addDesk(twin);
     addDesk(twin);
     addDesk();
