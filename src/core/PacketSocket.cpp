@@ -9,13 +9,6 @@
 
 namespace ostrel {
 
-namespace {
-
-// Larger than any ATT payload BlueZ passes through (its MTU tops out at 517).
-constexpr int kLargestPacket = 1024;
-
-} // namespace
-
 PacketSocket::PacketSocket(int descriptor, QObject* parent)
     : QObject(parent), m_descriptor(descriptor),
       m_notifier(new QSocketNotifier(descriptor, QSocketNotifier::Read, this)) {
@@ -34,14 +27,6 @@ std::pair<int, int> PacketSocket::createPair() {
     if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0)
         return {-1, -1};
     return {ends[0], ends[1]};
-}
-
-void PacketSocket::drop(QPointer<PacketSocket>& socket, const QObject* holder) {
-    if (!socket)
-        return;
-    socket->disconnect(holder);
-    socket->deleteLater();
-    socket = nullptr;
 }
 
 int PacketSocket::send(const void* data, std::size_t size) {

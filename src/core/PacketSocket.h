@@ -23,11 +23,21 @@ public:
     explicit PacketSocket(int descriptor, QObject* parent = nullptr);
     ~PacketSocket() override;
 
+    // Larger than any ATT payload BlueZ passes through (its MTU tops out at 517).
+    static constexpr int kLargestPacket = 1024;
+
     // A connected pair of new descriptors, both close-on-exec; {-1, -1} when the system refuses.
     static std::pair<int, int> createPair();
     // Closes a socket `holder` keeps, safely even from within one of its signals: the holder
     // hears nothing more from it and the pointer is cleared.
-    static void drop(QPointer<PacketSocket>& socket, const QObject* holder);
+    // Works for a PacketReader as well.
+    template <class Socket> static void drop(QPointer<Socket>& socket, const QObject* holder) {
+        if (!socket)
+            return;
+        socket->disconnect(holder);
+        socket->deleteLater();
+        socket = nullptr;
+    }
 
     int descriptor() const { return m_descriptor; }
     // Sends one packet without blocking; 0, or the errno of the failure.

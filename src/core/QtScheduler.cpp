@@ -19,7 +19,19 @@ QDateTime QtScheduler::wallNow() const {
 }
 
 TimerHandle QtScheduler::after(Duration delay, QObject* context, Job job) {
-    return start(delay, true, context, std::move(job));
+    if (delay > Duration::zero())
+        return start(delay, true, context, std::move(job));
+    // The next pass of the event loop needs no timer: the desk's height comes this way with
+    // every display frame.
+    auto wanted = std::make_shared<bool>(true);
+    QMetaObject::invokeMethod(
+        context ? context : QCoreApplication::instance(),
+        [wanted, job = std::move(job)] {
+            if (*wanted)
+                job();
+        },
+        Qt::QueuedConnection);
+    return TimerHandle([wanted] { *wanted = false; });
 }
 
 TimerHandle QtScheduler::every(Duration interval, QObject* context, Job job) {

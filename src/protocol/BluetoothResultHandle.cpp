@@ -129,20 +129,33 @@ void BluetoothResultHandle::handleTableData(const Bytes& frame) {
     }
 }
 
+std::uint64_t BluetoothResultHandle::setCurrentCommandType(int type) {
+    std::uint64_t word = m_keyAndPolls.load();
+    while (!m_keyAndPolls.compare_exchange_weak(word, withKey(word, type))) {
+    }
+    return word >> kPollShift;
+}
+
 const Bytes* BluetoothResultHandle::answerPoll() {
-    const int type = currentCommandType();
-    const Bytes* answer = nullptr;
+    std::uint64_t word = m_keyAndPolls.load();
+    for (;;) {
+        const Bytes* answer = answerFor(keyOf(word));
+        // Counted only if the key is still the one answered.
+        if (!answer || m_keyAndPolls.compare_exchange_weak(word, word + (kKeyBits + 1)))
+            return answer;
+    }
+}
+
+const Bytes* BluetoothResultHandle::answerFor(int type) {
     if (type == command::kTargetHeight)
-        answer = &valueAnswer(m_targetHeightAnswer, targetHeight(),
-                              &BluetoothProtocol::cmdForTableTargetHeight);
-    else if (type == command::kTabletopThickness)
-        answer = &valueAnswer(m_thicknessAnswer, thicknessHeight(),
-                              &BluetoothProtocol::cmdForTableEditTabletopThickness);
-    else if (type >= 0 && type < kAnswerCount)
-        answer = &constantAnswers()[static_cast<std::size_t>(type)];
-    if (answer)
-        m_answeredPolls.fetch_add(1, std::memory_order_relaxed);
-    return answer;
+        return &valueAnswer(m_targetHeightAnswer, targetHeight(),
+                            &BluetoothProtocol::cmdForTableTargetHeight);
+    if (type == command::kTabletopThickness)
+        return &valueAnswer(m_thicknessAnswer, thicknessHeight(),
+                            &BluetoothProtocol::cmdForTableEditTabletopThickness);
+    if (type >= 0 && type < kAnswerCount)
+        return &constantAnswers()[static_cast<std::size_t>(type)];
+    return nullptr;
 }
 
 const Bytes& BluetoothResultHandle::valueAnswer(ValueAnswer& cache, int value,
@@ -238,8 +251,10 @@ void BluetoothResultHandle::handleDeviceInfo(const Bytes& frame) {
     model.tableThickness = frame[14];
     notify(bluetoothResultHandle_DeviceInfo, model);
     // The information poll has been answered; go back to no key.
-    int expected = command::kDeviceInfoRequest;
-    m_currentCommandType.compare_exchange_strong(expected, command::kNoKey);
+    std::uint64_t word = m_keyAndPolls.load();
+    while (keyOf(word) == command::kDeviceInfoRequest &&
+           !m_keyAndPolls.compare_exchange_weak(word, withKey(word, command::kNoKey))) {
+    }
 }
 
 void BluetoothResultHandle::handleLightStrip(const Bytes& frame) const {

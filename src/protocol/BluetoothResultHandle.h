@@ -55,17 +55,21 @@ public:
     static bool isPoll(const Bytes& frame);
     // The frame that answers a keypad poll now, null when the current type has none. The
     // caller writes it at once; the poll counts as answered. Nothing is built or allocated
-    // unless a target height or thickness changed since it was last answered.
+    // unless a target height or thickness changed since it was last answered. Safe on any one
+    // thread at a time (the current link's), alongside the key's setters on another.
     const Bytes* answerPoll();
 
     // The held key answered to every poll: 0 none, 1 up, 2 down, 4 device information,
     // 5 target height, 6 tabletop thickness, 9-12 presets, 13 memory set; others per the
     // response table, 15 and above unanswered.
-    int currentCommandType() const { return m_currentCommandType.load(); }
-    void setCurrentCommandType(int type) { m_currentCommandType.store(type); }
+    // Polls may be answered on another thread: setCurrentCommandType returns how many were
+    // answered before `type` took effect, and every one counted after that had `type` (or a
+    // later key).
+    int currentCommandType() const { return keyOf(m_keyAndPolls.load()); }
+    std::uint64_t setCurrentCommandType(int type);
     // How many polls have been answered: lets the link's owner wait until the desk has heard
     // a released key before it lets the link go.
-    std::uint64_t answeredPolls() const { return m_answeredPolls.load(); }
+    std::uint64_t answeredPolls() const { return m_keyAndPolls.load() >> kPollShift; }
     int targetHeight() const { return m_targetHeight.load(); }
     void setTargetHeight(int height) { m_targetHeight.store(height); }
     int thicknessHeight() const { return m_thicknessHeight.load(); }
@@ -103,6 +107,15 @@ private:
         std::optional<int> value;
         Bytes frame;
     };
+    // The held key in the low bits of one word and the answered polls above them, so that a
+    // poll is counted together with the key it was answered with.
+    static constexpr int kPollShift = 16;
+    static constexpr std::uint64_t kKeyBits = (std::uint64_t{1} << kPollShift) - 1;
+    static int keyOf(std::uint64_t word) { return static_cast<std::int16_t>(word & kKeyBits); }
+    static std::uint64_t withKey(std::uint64_t word, int type) {
+        return (word & ~kKeyBits) | static_cast<std::uint16_t>(type);
+    }
+    const Bytes* answerFor(int type);
     static const Bytes& valueAnswer(ValueAnswer& cache, int value, Bytes (*build)(int));
     void handleDisplay(int d1, int d2, int d3);
     void classifyDisplay(int d1, int d2, int d3);
@@ -112,8 +125,7 @@ private:
     void setOrdinaryResult(std::string result);
 
     Writer m_writer;
-    std::atomic<int> m_currentCommandType{0};
-    std::atomic<std::uint64_t> m_answeredPolls{0};
+    std::atomic<std::uint64_t> m_keyAndPolls{0};
     std::atomic<int> m_targetHeight{0};
     std::atomic<int> m_thicknessHeight{0};
     ValueAnswer m_targetHeightAnswer;

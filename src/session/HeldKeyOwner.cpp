@@ -136,8 +136,7 @@ void HeldKeyOwner::write(int type, int direction) {
 // The only write of the answer to the desk's polls.
 void HeldKeyOwner::send(int type, int direction) {
     const int previous = handle().currentCommandType();
-    handle().setCurrentCommandType(type);
-    m_current.pollsAtHold = handle().answeredPolls();
+    m_current.pollsAtHold = handle().setCurrentCommandType(type);
     if (type == command::kNoKey) {
         // The desk has heard no key once a poll was answered after the last key went.
         if (previous != command::kNoKey)

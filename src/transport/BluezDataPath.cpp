@@ -1,6 +1,8 @@
 #include "BluezDataPath.h"
 
 #include "BluetoothUuid.h"
+#include "core/PacketReader.h"
+#include "core/PacketSender.h"
 #include "core/PacketSocket.h"
 
 #include <QDBusArgument>
@@ -10,6 +12,7 @@
 #include <QDBusUnixFileDescriptor>
 #include <QMetaObject>
 #include <fcntl.h>
+#include <unistd.h>
 
 namespace ostrel {
 
@@ -35,6 +38,15 @@ QDBusMessage writeValueCall(const QString& path, const QByteArray& value) {
     QDBusMessage call = bluezCall(path, kCharacteristic, "WriteValue");
     call << value << QVariantMap{{QStringLiteral("type"), QStringLiteral("command")}};
     return call;
+}
+
+// The descriptor a reply hands over, duplicated (the handed one closes with the message); -1
+// when there is none.
+int descriptorIn(const QDBusMessage& reply) {
+    if (reply.type() != QDBusMessage::ReplyMessage)
+        return -1;
+    const auto handed = qvariant_cast<QDBusUnixFileDescriptor>(reply.arguments().value(0));
+    return handed.isValid() ? ::fcntl(handed.fileDescriptor(), F_DUPFD_CLOEXEC, 0) : -1;
 }
 
 QString devicePathOf(const Objects& objects, const QString& address) {
@@ -137,48 +149,49 @@ void BluezDataPath::acquire(Route& route, bool notify) {
                    notify](const QDBusMessage& reply) { acquired(characteristic, notify, reply); });
 }
 
-PacketSocket* BluezDataPath::adopt(const QDBusMessage& reply) {
-    if (reply.type() != QDBusMessage::ReplyMessage)
-        return nullptr;
-    const auto handed = qvariant_cast<QDBusUnixFileDescriptor>(reply.arguments().value(0));
-    // The handed descriptor closes with its object; keep a duplicate.
-    const int descriptor =
-        handed.isValid() ? ::fcntl(handed.fileDescriptor(), F_DUPFD_CLOEXEC, 0) : -1;
-    if (descriptor < 0)
-        return nullptr;
-    auto* socket = new PacketSocket(descriptor, this);
-    connect(socket, &PacketSocket::hungUp, this, &BluezDataPath::linkLost);
-    return socket;
-}
-
 void BluezDataPath::acquired(const QString& characteristic, bool notify,
                              const QDBusMessage& reply) {
     Route& route = m_routes[characteristic];
-    PacketSocket* socket = adopt(reply);
+    const int descriptor = descriptorIn(reply);
     if (!notify) {
-        // Without the socket, writes fall back to WriteValue.
-        route.writeOffered = socket != nullptr;
-        route.writeSocket = socket;
+        adoptWriteSocket(route, descriptor);
         if (--m_acquiring == 0)
             finishResolving();
         return;
     }
     route.notifyAcquiring = false;
-    if (!socket) {
+    if (descriptor < 0) {
         route.notifyOffered = false;
         if (route.notifyWanted)
             emit notifyRefused(route.gatt);
         return;
     }
-    route.notifySocket = socket;
-    socket->setSink(route.sink);
     if (!route.notifyWanted) {
-        PacketSocket::drop(route.notifySocket, this); // given up while it was being acquired
+        ::close(descriptor); // given up while it was being acquired
         return;
     }
-    connect(socket, &PacketSocket::received, this,
-            [this, path = route.gatt](const QByteArray& value) { emit notified(path, value); });
+    adoptNotifySocket(route, descriptor);
     emit notifyingChanged(route.gatt, true);
+}
+
+void BluezDataPath::adoptWriteSocket(Route& route, int descriptor) {
+    // Without the socket, writes fall back to WriteValue.
+    route.writeOffered = descriptor >= 0;
+    if (descriptor < 0)
+        return;
+    route.writeSocket = new PacketSocket(descriptor, this);
+    route.writer = std::make_shared<PacketSender>(descriptor);
+    connect(route.writeSocket, &PacketSocket::hungUp, this, &BluezDataPath::linkLost);
+}
+
+void BluezDataPath::adoptNotifySocket(Route& route, int descriptor) {
+    auto* reader = new PacketReader(descriptor, this);
+    connect(reader, &PacketReader::hungUp, this, &BluezDataPath::linkLost);
+    connect(reader, &PacketReader::received, this,
+            [this, path = route.gatt](const QByteArray& value) { emit notified(path, value); });
+    reader->setSink(route.sink);
+    reader->start();
+    route.notifySocket = reader;
 }
 
 bool BluezDataPath::handlesWrite(const QString& characteristic) const {
@@ -208,9 +221,11 @@ PlatformCentral::ChannelWriter BluezDataPath::channelWriter(const QString& chara
     const auto found = m_routes.constFind(characteristic);
     if (found == m_routes.constEnd())
         return {};
-    if (found->writeSocket)
-        return [socket = found->writeSocket](const Bytes& frame) {
-            return socket && socket->send(frame.data(), frame.size()) == 0;
+    // Called on the notify socket's thread: the sender stays while a frame goes out.
+    if (found->writer)
+        return [writer = std::weak_ptr(found->writer)](const Bytes& frame) {
+            const std::shared_ptr<const PacketSender> held = writer.lock();
+            return held && held->send(frame.data(), frame.size());
         };
     // A refused answer is as good as a lost one: the desk polls again.
     return [bus = m_bus, path = found->objectPath](const Bytes& frame) {

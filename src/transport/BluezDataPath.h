@@ -14,13 +14,16 @@ class QDBusMessage;
 
 namespace ostrel {
 
+class PacketReader;
+class PacketSender;
 class PacketSocket;
 
 // One link's frames straight through BlueZ, past QtBluetooth's per-write property look-ups and
 // reply waits. The characteristics are found in BlueZ's object tree under the device; where
 // BlueZ offers them as sockets (NotifyAcquired, WriteAcquired), frames travel over those with
 // no bus message at all, else writes are WriteValue calls on the known object path that never
-// wait for each other. A hang-up on an acquired socket means the link is gone.
+// wait for each other. Notifications over a socket are read on a thread of their own, where a
+// channel's sink answers polls; a hang-up on an acquired socket means the link is gone.
 class BluezDataPath : public QObject {
     Q_OBJECT
 public:
@@ -35,11 +38,12 @@ public:
     bool handlesWrite(const QString& characteristic) const;
     // An error when the bytes did not go out; a later refusal arrives as writeRefused.
     OptionalError write(const QString& characteristic, const QByteArray& value);
-    // A link channel's writer: the acquired socket, else WriteValue on the known object path
-    // without waiting for the reply. Empty when `characteristic` does not go through here.
+    // A link channel's writer, for any thread: the acquired socket while the link lasts, else
+    // WriteValue on the known object path without waiting for the reply. Empty when
+    // `characteristic` does not go through here.
     PlatformCentral::ChannelWriter channelWriter(const QString& characteristic) const;
-    // A link channel's sink: what `characteristic` notifies over its socket goes there rather
-    // than to `notified`.
+    // A link channel's sink: what `characteristic` notifies over its socket goes there, on the
+    // socket's reading thread, rather than to `notified`.
     void setNotifySink(const QString& characteristic, std::shared_ptr<PacketSink> sink);
     // False when BlueZ offers no socket for these notifications: the caller's own path takes
     // them. Otherwise the outcome arrives as notifyingChanged, or notifyRefused when BlueZ
@@ -61,8 +65,9 @@ private:
         bool writeOffered = false;
         bool notifyWanted = false;
         bool notifyAcquiring = false;
-        QPointer<PacketSocket> notifySocket;
+        QPointer<PacketReader> notifySocket;
         QPointer<PacketSocket> writeSocket;
+        std::shared_ptr<PacketSender> writer; // the write socket's, for channel writers
         std::shared_ptr<PacketSink> sink;
     };
     enum class Resolution { Pending, Running, Done };
@@ -70,7 +75,8 @@ private:
     void objectsArrived(const QDBusMessage& reply);
     void acquire(Route& route, bool notify);
     void acquired(const QString& characteristic, bool notify, const QDBusMessage& reply);
-    PacketSocket* adopt(const QDBusMessage& reply);
+    void adoptWriteSocket(Route& route, int descriptor);
+    void adoptNotifySocket(Route& route, int descriptor);
     void finishResolving();
     void callWithReply(const QDBusMessage& call, std::function<void(const QDBusMessage&)> reply);
 

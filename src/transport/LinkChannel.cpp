@@ -2,6 +2,9 @@
 
 #include "protocol/BluetoothResultHandle.h"
 
+#include <QCoreApplication>
+#include <QThread>
+
 namespace ostrel {
 
 LinkChannel::LinkChannel(PlatformCentral::ChannelWriter writer, FrameCallback callback)
@@ -20,13 +23,28 @@ void LinkChannel::failed(const BluetoothError& error) {
 
 void LinkChannel::handleFrame(const std::optional<Bytes>& frame, const OptionalError& error) {
     if (!frame || !BluetoothResultHandle::isPoll(*frame)) {
-        m_callback(frame, error);
+        passOn(frame, error);
         return;
     }
     // Written while the poll is handled: a late answer reads as a released key.
     BluetoothResultHandle& handle = BluetoothResultHandle::sharedInstance();
     if (const Bytes* answer = m_writer ? handle.answerPoll() : nullptr)
         m_writer(*answer);
+}
+
+void LinkChannel::passOn(const std::optional<Bytes>& frame, const OptionalError& error) {
+    QCoreApplication* application = QCoreApplication::instance();
+    if (!application || QThread::currentThread() == application->thread()) {
+        m_callback(frame, error);
+        return;
+    }
+    QMetaObject::invokeMethod(
+        application,
+        [channel = weak_from_this(), frame, error] {
+            if (const std::shared_ptr<LinkChannel> alive = channel.lock())
+                alive->m_callback(frame, error);
+        },
+        Qt::QueuedConnection);
 }
 
 } // namespace ostrel

@@ -1,5 +1,6 @@
 #include "BluezTestSupport.h"
 
+#include <QDeadlineTimer>
 #include <algorithm>
 #include <vector>
 
@@ -184,6 +185,22 @@ TEST_F(BluezTest, SocketHangUpIsALostLinkAndTheNextLinkAcquiresAgain) {
     const int start = deskHeight(name);
     handle().setCurrentCommandType(kUpKey);
     ASSERT_TRUE(waitFor([&] { return deskHeight(name) > start; }));
+}
+
+// Polls over BlueZ's sockets are answered on a thread of their own: a GUI thread that takes no
+// events (here, one making blocking calls) delays no answer, and the held key moves the desk.
+TEST_F(BluezTest, PollsAreAnsweredWhileTheMainThreadTakesNoEvents) {
+    const QString name = QStringLiteral("QWJ-2501");
+    addDesk(name, 2, {{QStringLiteral("startHeight"), 900}});
+    connectDesk(discover(name));
+    ASSERT_TRUE(waitFor([&] { return frames > 0; }));
+
+    handle().setCurrentCommandType(kUpKey);
+    const QDeadlineTimer deadline(kWaitMs);
+    while (deskHeight(name) < 920 && !deadline.hasExpired()) {
+    }
+    EXPECT_GE(deskHeight(name), 920);
+    handle().setCurrentCommandType(kNoKey);
 }
 
 } // namespace
