@@ -17,11 +17,14 @@
     </message>
 </context>
 <context>
-    <name>ostrel::DeskControlVC</name>
+    <name>ostrel::DeskControlHeader</name>
     <message>
         <source>How to Save Height Presets</source>
         <translation>How to Save Height Presets</translation>
     </message>
+</context>
+<context>
+    <name>ostrel::DeskControlVC</name>
     <message>
         <source>Prompt</source>
         <translation>Prompt</translation>

@@ -17,11 +17,14 @@
     </message>
 </context>
 <context>
-    <name>ostrel::DeskControlVC</name>
+    <name>ostrel::DeskControlHeader</name>
     <message>
         <source>How to Save Height Presets</source>
         <translation>如何保存高度预设</translation>
     </message>
+</context>
+<context>
+    <name>ostrel::DeskControlVC</name>
     <message>
         <source>Prompt</source>
         <translation>提示</translation>

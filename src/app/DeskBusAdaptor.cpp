@@ -35,6 +35,7 @@ const QString kInvalidArgs = QStringLiteral("org.freedesktop.DBus.Error.InvalidA
 
 DeskBusAdaptor::DeskBusAdaptor(QDBusConnection connection, QObject* host)
     : QDBusAbstractAdaptor(host), m_connection(std::move(connection)),
+      m_movement(this, [this] { refresh(); }),
       m_changes(kChangeInterval, this, [this](const QVariantMap& changed) { announce(changed); }) {
     qDBusRegisterMetaType<PresetHeights>();
     qDBusRegisterMetaType<ActivityDays>();
@@ -72,7 +73,7 @@ QString DeskBusAdaptor::unit() const {
 }
 
 bool DeskBusAdaptor::moving() const {
-    return connected() && (m_heightChanging || m_session->goToHeight().isMoving() ||
+    return connected() && (m_movement.isMoving() || m_session->goToHeight().isMoving() ||
                            m_session->hotKeyMovement().isMoving());
 }
 
@@ -244,7 +245,7 @@ void DeskBusAdaptor::follow(DeskSession* session) {
         disconnect(connection);
     m_followed.clear();
     m_session = session;
-    m_lastHeight = 0.0;
+    m_movement.reset();
     if (session) {
         const auto refreshing = [this] { refresh(); };
         m_followed = {
@@ -263,16 +264,7 @@ void DeskBusAdaptor::follow(DeskSession* session) {
 
 // The first height of a session and a change of unit are news, not movement.
 void DeskBusAdaptor::heightChanged() {
-    const double shown = height();
-    if (m_lastHeight > 0 && shown != m_lastHeight) {
-        m_heightChanging = true;
-        m_still.cancel();
-        m_still = Scheduler::instance().after(kStillAfter, this, [this] {
-            m_heightChanging = false;
-            refresh();
-        });
-    }
-    m_lastHeight = shown;
+    m_movement.observe(height());
     refresh();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/HeightMovement.h"
 #include "core/Scheduler.h"
 #include "core/ThrottledChanges.h"
 
@@ -46,8 +47,6 @@ class DeskBusAdaptor : public QDBusAbstractAdaptor {
 public:
     // Property changes go out at most this often; a moving desk changes height every poll.
     static constexpr Scheduler::Duration kChangeInterval{250};
-    // A height unchanged this long means the desk stands still.
-    static constexpr Scheduler::Duration kStillAfter{500};
     static constexpr std::array kPresetNames{"sit", "stand", "m1", "m2"};
 
     DeskBusAdaptor(QDBusConnection connection, QObject* host);
@@ -98,9 +97,7 @@ private:
     QDBusConnection m_connection;
     QPointer<DeskSession> m_session;
     QList<QMetaObject::Connection> m_followed;
-    double m_lastHeight = 0.0;
-    bool m_heightChanging = false;
-    TimerHandle m_still;
+    HeightMovement m_movement;
     ThrottledChanges m_changes;
 };
 

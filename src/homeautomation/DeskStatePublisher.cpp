@@ -39,10 +39,12 @@ DeskEntities::Desk deskFrom(const QVariantMap& record) {
 
 DeskStatePublisher::DeskStatePublisher(MqttClient& client, QString availability, QObject* parent)
     : QObject(parent), m_client(client), m_availability(std::move(availability)),
-      m_changes(kStateInterval, this, [this](const QVariantMap& changed) {
-          for (auto it = changed.begin(); it != changed.end(); ++it)
-              m_client.publish(it.key(), it.value().toByteArray(), true);
-      }) {
+      m_changes(kStateInterval, this,
+                [this](const QVariantMap& changed) {
+                    for (auto it = changed.begin(); it != changed.end(); ++it)
+                        m_client.publish(it.key(), it.value().toByteArray(), true);
+                }),
+      m_movement(this, [this] { refresh(); }) {
     LiveSession& live = LiveSession::instance();
     connect(&live, &LiveSession::currentChanged, this, &DeskStatePublisher::follow);
     follow(live.current());
@@ -127,7 +129,7 @@ void DeskStatePublisher::follow(DeskSession* session) {
         disconnect(connection);
     m_followed.clear();
     m_session = session;
-    m_lastHeight = 0.0;
+    m_movement.reset();
     reloadDesks();
     if (session) {
         const auto refreshing = [this] { refresh(); };
@@ -156,22 +158,11 @@ double DeskStatePublisher::heightTenths() const {
 }
 
 bool DeskStatePublisher::moving() const {
-    return connected() && (m_heightChanging || m_session->goToHeight().isMoving());
+    return connected() && (m_movement.isMoving() || m_session->goToHeight().isMoving());
 }
 
-// A change of height is movement, until it has stood still for a while; the first height of a
-// session is news, not movement.
 void DeskStatePublisher::heightChanged() {
-    const double height = heightTenths();
-    if (m_lastHeight > 0 && height != m_lastHeight) {
-        m_heightChanging = true;
-        m_still.cancel();
-        m_still = Scheduler::instance().after(kStillAfter, this, [this] {
-            m_heightChanging = false;
-            refresh();
-        });
-    }
-    m_lastHeight = height;
+    m_movement.observe(heightTenths());
     refresh();
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "core/HeightMovement.h"
 #include "core/Scheduler.h"
 #include "core/ThrottledChanges.h"
-#include "core/TimerHandle.h"
 #include "homeautomation/DeskEntities.h"
 #include "session/DeskSession.h"
 
@@ -23,8 +23,6 @@ class DeskStatePublisher : public QObject {
     Q_OBJECT
 public:
     static constexpr Scheduler::Duration kStateInterval{250};
-    // A height unchanged this long means the desk stands still.
-    static constexpr Scheduler::Duration kStillAfter{500};
 
     DeskStatePublisher(MqttClient& client, QString availability, QObject* parent = nullptr);
 
@@ -65,9 +63,7 @@ private:
     QPointer<ActivityRecorder> m_recorder;
     QMetaObject::Connection m_recorderChanged;
     QVariantMap m_activity; // topic to payload
-    double m_lastHeight = 0.0;
-    bool m_heightChanging = false;
-    TimerHandle m_still;
+    HeightMovement m_movement;
 };
 
 } // namespace ostrel

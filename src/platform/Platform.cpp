@@ -4,6 +4,7 @@
 #include "platform/AutostartEntry.h"
 #include "platform/BluezAccess.h"
 #include "platform/DesktopPresence.h"
+#include "platform/DesktopSecretStore.h"
 #include "platform/FreedesktopNotifications.h"
 #include "platform/LogindLockedHint.h"
 #include "platform/LogindSleep.h"
@@ -11,8 +12,6 @@
 #include "platform/NoGlobalKeys.h"
 #include "platform/PortalGlobalKeys.h"
 #include "platform/ScreenSaverLock.h"
-#include "platform/SecretFileStore.h"
-#include "platform/SecretServiceStore.h"
 #include "platform/UnixTerminationSignals.h"
 #include "platform/X11GlobalKeys.h"
 #include "platform/X11IdleTime.h"
@@ -78,12 +77,8 @@ std::unique_ptr<Presence> Presence::forDesktop() {
     return presence;
 }
 
-// Chosen once, at the first password asked for: a secret service that starts later is not used
-// until the next start, and the password stays where it was put.
 std::unique_ptr<SecretStore> SecretStore::forDesktop() {
-    if (SecretServiceStore::isRunning())
-        return std::make_unique<SecretServiceStore>();
-    return std::make_unique<SecretFileStore>(
+    return std::make_unique<DesktopSecretStore>(
         QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
 }
 

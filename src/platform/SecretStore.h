@@ -23,7 +23,7 @@ public:
     virtual void store(const QString& key, const QString& secret, QObject* context,
                        Stored done) = 0;
 
-    // The desktop's secret service when one runs on the session bus, else files in the
+    // The desktop's secret service whenever one runs on the session bus, else files in the
     // application's data folder that only the user may read. Asked for through Platform.
     static std::unique_ptr<SecretStore> forDesktop();
 };

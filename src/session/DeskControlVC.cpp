@@ -5,6 +5,7 @@
 #include "platform/Presence.h"
 #include "session/ActivityRecorder.h"
 #include "session/CountdownView.h"
+#include "session/DeskControlHeader.h"
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskRelease.h"
 #include "session/DeskReleaseRow.h"
@@ -13,11 +14,11 @@
 #include "session/DeskStatusLine.h"
 #include "session/GoToHeightSheet.h"
 #include "session/HeightSaveHelpVC.h"
-#include "session/HeldKeyOwner.h"
 #include "session/HotKeyMovement.h"
 #include "session/NotificationAlert.h"
+#include "session/PageStack.h"
+#include "session/PresetButtonRow.h"
 #include "session/PresetKeys.h"
-#include "session/ShortcutsHeightSetVC.h"
 #include "session/SitStandReminder.h"
 #include "session/StandingProgressView.h"
 #include "store/CurrentDeskModel.h"
@@ -35,7 +36,6 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QShortcut>
-#include <QStackedLayout>
 #include <QVBoxLayout>
 
 namespace ostrel {
@@ -43,11 +43,6 @@ namespace ostrel {
 namespace {
 
 constexpr QSize kMoveButtonSize{72, 72};
-constexpr QSize kPresetButtonSize{64, 64};
-constexpr QSize kSmallButtonSize{28, 28};
-constexpr qreal kSettingsTurnDegrees = -30.0;
-constexpr Scheduler::Duration kSettingsTurnDuration{300};
-const QColor kHoverBackground = QColor::fromRgbF(0.945f, 0.945f, 0.945f);
 constexpr int kUnitLength = 2; // "cm" / "in"
 
 DeskControlVC::ErrorScreenFactory& errorScreenFactory() {
@@ -67,11 +62,10 @@ DeskControlVC::DeskControlVC(QWidget* parent)
     : QWidget(parent), m_session(new DeskSession(this)),
       m_reminder(new SitStandReminder(Platform::get<DesktopNotifications>(),
                                       Platform::get<Presence>(), this)) {
-    m_stack = new QStackedLayout(this);
-    m_stack->addWidget(buildControlView());
+    m_pages = new PageStack(buildControlView(), this);
 
     showHeight(DeskHeightDisplay::unknownHeightText(DeskHeightDisplay::usesInches()));
-    refreshPresetImages();
+    connectHeader();
     connectSession();
     connectReminder(); // before start-up, which starts the countdown of a desk that has it on
     m_session->setLoadViewAction();
@@ -81,11 +75,16 @@ DeskControlVC::DeskControlVC(QWidget* parent)
 
 // The screen read from top to bottom, left to right.
 void DeskControlVC::setTabOrderTopToBottom() {
-    QList<QWidget*> order{
-        m_help, m_countdown->clearButton(), m_lightStrip, m_settings, m_standing, m_height, m_up,
-        m_down};
-    for (OMHoverButton* preset : m_presets)
-        order.append(preset);
+    QList<QWidget*> order{m_header->help(),
+                          m_header->countdown()->clearButton(),
+                          m_header->lightStrip(),
+                          m_header->settings(),
+                          m_standing,
+                          m_height,
+                          m_up,
+                          m_down};
+    for (int slot = 0; slot < kPresetCount; ++slot)
+        order.append(presetButton(slot));
     order.append(m_release->button());
     for (qsizetype i = 1; i < order.size(); ++i)
         setTabOrder(order[i - 1], order[i]);
@@ -105,7 +104,8 @@ QWidget* DeskControlVC::buildControlView() {
     auto* layout = new QVBoxLayout(view);
     layout->setContentsMargins(24, 16, 24, 24);
     layout->setSpacing(12);
-    layout->addWidget(buildHeader());
+    m_header = new DeskControlHeader(view);
+    layout->addWidget(m_header);
     m_standing = new StandingProgressView(view);
     m_standing->follow(ActivityRecorder::current());
     connect(m_standing, &QAbstractButton::clicked, this, &DeskControlVC::activityRequested);
@@ -117,46 +117,11 @@ QWidget* DeskControlVC::buildControlView() {
     m_picture->setMinimumSize(220, 150);
     layout->addWidget(m_picture, 1);
     layout->addWidget(buildMoveButtons());
-    layout->addWidget(buildPresetButtons());
-    m_tip = new QLabel(view);
-    m_tip->setAlignment(Qt::AlignCenter);
-    m_tip->setMinimumHeight(m_tip->fontMetrics().height());
-    layout->addWidget(m_tip);
+    m_presets = new PresetButtonRow(*m_session, view);
+    layout->addWidget(m_presets);
     m_release = new DeskReleaseRow(m_session->release(), view);
     layout->addWidget(m_release);
     return view;
-}
-
-QWidget* DeskControlVC::buildHeader() {
-    auto* header = new QWidget(this);
-    m_help = new OMImageButton(QStringLiteral("control_help"), header);
-    m_help->setToolTip(tr("How to Save Height Presets"));
-    m_lightStrip = new OMImageButton(QStringLiteral("control_light"), header);
-    m_lightStrip->hide(); // until the desk reports a light strip
-    m_settings = new OMHoverButton(QStringLiteral("control_set_normal"), header);
-    for (QWidget* button : {static_cast<QWidget*>(m_help), static_cast<QWidget*>(m_lightStrip),
-                            static_cast<QWidget*>(m_settings)})
-        button->setFixedSize(kSmallButtonSize);
-
-    auto* row = new QHBoxLayout(header);
-    row->setContentsMargins(0, 0, 0, 0);
-    m_countdown = new CountdownView(header);
-    row->addWidget(m_help);
-    row->addStretch();
-    row->addWidget(m_countdown);
-    row->addStretch();
-    row->addWidget(m_lightStrip);
-    row->addWidget(m_settings);
-
-    connect(m_help, &QAbstractButton::clicked, this, &DeskControlVC::actionShowHelp);
-    auto* helpKey = new QShortcut(QKeySequence::HelpContents, this);
-    connect(helpKey, &QShortcut::activated, this, &DeskControlVC::actionShowHelp);
-    connect(m_lightStrip, &QAbstractButton::clicked, this, &DeskControlVC::lightStripRequested);
-    connect(m_settings, &OMHoverButton::touchHoverDwon, this, &DeskControlVC::touchHoverDwon);
-    connect(m_settings, &OMHoverButton::touchHoverUp, this, &DeskControlVC::touchHoverUp);
-    connect(m_settings, &OMHoverButton::hoverStart, this, &DeskControlVC::hoverStart);
-    connect(m_settings, &OMHoverButton::hoverEnd, this, &DeskControlVC::hoverEnd);
-    return header;
 }
 
 QWidget* DeskControlVC::buildHeight() {
@@ -192,35 +157,21 @@ QWidget* DeskControlVC::buildMoveButtons() {
     return box;
 }
 
-QWidget* DeskControlVC::buildPresetButtons() {
-    auto* box = new QWidget(this);
-    auto* row = new QHBoxLayout(box);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(12);
-    row->addStretch();
-    for (int slot = 0; slot < kPresetCount; ++slot) {
-        auto* button = new OMHoverButton(PresetKeys::presetImageName(slot, false), box);
-        button->setFixedSize(kPresetButtonSize);
-        button->setRound(true);
-        m_presets[std::size_t(slot)] = button;
-        row->addWidget(button);
-        connect(button, &OMHoverButton::touchHoverDwon, this, &DeskControlVC::touchHoverDwon);
-        connect(button, &OMHoverButton::touchHoverUp, this, &DeskControlVC::touchHoverUp);
-        connect(button, &OMHoverButton::longHoverPress, this, &DeskControlVC::longHoverPress);
-        connect(button, &OMHoverButton::hoverStart, this, &DeskControlVC::hoverStart);
-        connect(button, &OMHoverButton::hoverEnd, this, &DeskControlVC::hoverEnd);
-    }
-    row->addStretch();
-    return box;
+void DeskControlVC::connectHeader() {
+    connect(m_header, &DeskControlHeader::helpRequested, this, &DeskControlVC::actionShowHelp);
+    auto* helpKey = new QShortcut(QKeySequence::HelpContents, this);
+    connect(helpKey, &QShortcut::activated, this, &DeskControlVC::actionShowHelp);
+    connect(m_header, &DeskControlHeader::lightStripRequested, this,
+            &DeskControlVC::lightStripRequested);
+    connect(m_header, &DeskControlHeader::settingsRequested, this,
+            &DeskControlVC::settingsRequested);
 }
 
 void DeskControlVC::connectSession() {
     DeskSession* s = m_session;
     connect(s, &DeskSession::heightShown, this, &DeskControlVC::showHeight);
     connect(s, &DeskSession::deskOffsetsChanged, m_picture, &OMDeskPicture::setLayerOffsets);
-    connect(&s->presetKeys(), &PresetKeys::presetsChanged, this,
-            &DeskControlVC::refreshPresetImages);
-    connect(s, &DeskSession::lightStripAvailable, m_lightStrip, &QWidget::setVisible);
+    connect(s, &DeskSession::lightStripAvailable, m_header->lightStrip(), &QWidget::setVisible);
     connect(s, &DeskSession::toastRequested, this,
             [this](const QString& text) { SJHUD::showMessage(text, this); });
     connect(&s->presetKeys(), &PresetKeys::toastRequested, this,
@@ -233,17 +184,13 @@ void DeskControlVC::connectSession() {
     connect(&s->status(), &DeskStatus::faultAppeared, this, [this] {
         Scheduler::instance().after(Scheduler::Duration::zero(), this, [this] { jumpErrorVC(); });
     });
-    // A preset looks pressed for as long as its key goes out, whoever ends it.
-    connect(&HeldKeyOwner::instance(), &HeldKeyOwner::keyChanged, this, [this](int type) {
-        if (command::presetSlot(type) < 0)
-            showPresetsReleased();
-    });
 }
 
 void DeskControlVC::connectReminder() {
     SitStandReminder* r = m_reminder;
-    connect(r, &SitStandReminder::countdownChanged, m_countdown, &CountdownView::setCountdown);
-    connect(m_countdown, &CountdownView::clearClicked, r, &SitStandReminder::actionClearClock);
+    CountdownView* countdown = m_header->countdown();
+    connect(r, &SitStandReminder::countdownChanged, countdown, &CountdownView::setCountdown);
+    connect(countdown, &CountdownView::clearClicked, r, &SitStandReminder::actionClearClock);
     connect(r, &SitStandReminder::alertRequested, this,
             &DeskControlVC::actionAlarmNotificationAlert);
     connect(r, &SitStandReminder::alertDismissed, this, &NotificationAlert::dismiss);
@@ -267,7 +214,27 @@ QString DeskControlVC::heightText() const {
 }
 
 QString DeskControlVC::tipText() const {
-    return m_tip->text();
+    return m_presets->tipText();
+}
+
+CountdownView* DeskControlVC::countdownView() const {
+    return m_header->countdown();
+}
+
+OMHoverButton* DeskControlVC::presetButton(int slot) const {
+    return m_presets->button(slot);
+}
+
+OMHoverButton* DeskControlVC::settingsButton() const {
+    return m_header->settings();
+}
+
+OMImageButton* DeskControlVC::lightStripButton() const {
+    return m_header->lightStrip();
+}
+
+OMImageButton* DeskControlVC::helpButton() const {
+    return m_header->help();
 }
 
 // One rich-text line, so the small unit sits on the big number's baseline.
@@ -279,20 +246,6 @@ void DeskControlVC::showHeight(const QString& text) {
                           .arg(text.chopped(kUnitLength).toHtmlEscaped())
                           .arg(kUnitPointSize)
                           .arg(text.right(kUnitLength).toHtmlEscaped()));
-}
-
-void DeskControlVC::refreshPresetImages() {
-    for (int slot = 0; slot < kPresetCount; ++slot)
-        m_presets[std::size_t(slot)]->setImageName(
-            PresetKeys::presetImageName(slot, m_session->presetKeys().memory(slot) >= 1));
-}
-
-int DeskControlVC::slotOf(const QObject* button) const {
-    for (int slot = 0; slot < kPresetCount; ++slot) {
-        if (m_presets[std::size_t(slot)] == button)
-            return slot;
-    }
-    return -1;
 }
 
 // ---- Gestures ----
@@ -308,108 +261,16 @@ void DeskControlVC::touchUp(HomeFunctionBtn*) {
     m_session->releaseKey();
 }
 
-void DeskControlVC::touchHoverDwon(OMHoverButton* button) {
-    if (const int slot = slotOf(button); slot >= 0) {
-        m_session->presetKeys().holdPresetKey(slot);
-        // Pressed for as long as its key goes out; an unset preset sends none.
-        button->setActive(m_session->presetKeys().memory(slot) >= 1);
-    } else if (button == m_settings) {
-        emit settingsRequested();
-    }
-}
-
-void DeskControlVC::touchHoverUp(OMHoverButton*) {
-    m_session->presetKeys().releasePresetKey();
-}
-
-void DeskControlVC::showPresetsReleased() {
-    for (OMHoverButton* preset : m_presets)
-        preset->setActive(false);
-}
-
 void DeskControlVC::showDeskReleased(bool released) {
     for (QWidget* control : {static_cast<QWidget*>(m_up), static_cast<QWidget*>(m_down),
-                             static_cast<QWidget*>(m_height)})
+                             static_cast<QWidget*>(m_height), static_cast<QWidget*>(m_presets)})
         control->setEnabled(!released);
-    for (OMHoverButton* preset : m_presets)
-        preset->setEnabled(!released);
-}
-
-void DeskControlVC::longHoverPress(OMHoverButton* button) {
-    const int slot = slotOf(button);
-    if (slot < 0 || !m_session->canSavePreset())
-        return;
-    QPointer<PresetKeys> presets(&m_session->presetKeys());
-    ShortcutsHeightSetVC::present(this, PresetKeys::presetImageName(slot, true),
-                                  PresetKeys::presetSaveTip(slot), [presets, slot] {
-                                      if (presets)
-                                          presets->actionSetMemoryKeyWithtype(
-                                              command::presetKey(slot));
-                                  });
-}
-
-void DeskControlVC::hoverStart(OMHoverButton* button) {
-    if (button == m_settings) {
-        m_settings->setImageName(QStringLiteral("control_set"));
-        m_settings->turnTo(kSettingsTurnDegrees, kSettingsTurnDuration);
-        return;
-    }
-    button->setBackgroundColor(kHoverBackground);
-    showTipLabelInView(button);
-}
-
-void DeskControlVC::hoverEnd(OMHoverButton* button) {
-    if (button == m_settings) {
-        QPointer<OMHoverButton> settings(m_settings);
-        m_settings->turnTo(0.0, kSettingsTurnDuration, [settings] {
-            if (settings)
-                settings->setImageName(QStringLiteral("control_set_normal"));
-        });
-        return;
-    }
-    button->setBackgroundColor(QColor());
-    hideTipLabel();
-}
-
-void DeskControlVC::showTipLabelInView(OMHoverButton* button) {
-    const int slot = slotOf(button);
-    m_tip->setText(slot >= 0 ? m_session->presetKeys().presetTipText(slot) : QString());
-}
-
-void DeskControlVC::hideTipLabel() {
-    m_tip->clear();
 }
 
 void DeskControlVC::actionShowHelp() {
     HeightSaveHelpVC* sheet = HeightSaveHelpVC::present(this);
     connect(sheet, &HeightSaveHelpVC::customizeRequested, this,
             &DeskControlVC::intelligentControlRequested, Qt::UniqueConnection);
-}
-
-// ---- Pages ----
-
-void DeskControlVC::pushViewControlWithView(QWidget* view) {
-    m_stack->addWidget(view);
-    m_stack->setCurrentWidget(view);
-}
-
-void DeskControlVC::popViewControl() {
-    QWidget* top = topView();
-    if (!top)
-        return;
-    m_stack->removeWidget(top);
-    m_stack->setCurrentIndex(m_stack->count() - 1);
-    // The page may be closing itself from one of its own handlers.
-    top->hide();
-    top->deleteLater();
-}
-
-QWidget* DeskControlVC::topView() const {
-    return pageCount() > 0 ? m_stack->widget(m_stack->count() - 1) : nullptr;
-}
-
-int DeskControlVC::pageCount() const {
-    return m_stack->count() - 1;
 }
 
 bool DeskControlVC::eventFilter(QObject* watched, QEvent* event) {

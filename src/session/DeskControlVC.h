@@ -1,18 +1,18 @@
 #pragma once
 
 #include "protocol/CommandType.h"
+#include "session/PageStack.h"
 
 #include <QPointer>
 #include <QWidget>
-#include <array>
 #include <functional>
 
 class QLabel;
-class QStackedLayout;
 
 namespace ostrel {
 
 class CountdownView;
+class DeskControlHeader;
 class DeskReleaseRow;
 class DeskSession;
 class DeskStatusLine;
@@ -20,6 +20,7 @@ class HomeFunctionBtn;
 class OMDeskPicture;
 class OMHoverButton;
 class OMImageButton;
+class PresetButtonRow;
 class SitStandReminder;
 class StandingProgressView;
 
@@ -44,14 +45,16 @@ public:
 
     DeskSession& session() const { return *m_session; }
     SitStandReminder& reminder() const { return *m_reminder; }
-    CountdownView* countdownView() const { return m_countdown; }
+    CountdownView* countdownView() const;
     StandingProgressView* standingProgress() const { return m_standing; }
     HomeFunctionBtn* upButton() const { return m_up; }
     HomeFunctionBtn* downButton() const { return m_down; }
-    OMHoverButton* presetButton(int slot) const { return m_presets[std::size_t(slot)]; }
-    OMHoverButton* settingsButton() const { return m_settings; }
-    OMImageButton* lightStripButton() const { return m_lightStrip; }
-    OMImageButton* helpButton() const { return m_help; }
+    OMHoverButton* presetButton(int slot) const;
+    // Presses, long presses and hovers of the presets.
+    PresetButtonRow* presetRow() const { return m_presets; }
+    OMHoverButton* settingsButton() const;
+    OMImageButton* lightStripButton() const;
+    OMImageButton* helpButton() const;
     OMDeskPicture* deskPicture() const { return m_picture; }
     // Clicked, it asks for a height to go to.
     QLabel* heightLabel() const { return m_height; }
@@ -69,11 +72,6 @@ public:
 
     void touchDwon(HomeFunctionBtn* button);
     void touchUp(HomeFunctionBtn* button);
-    void touchHoverDwon(OMHoverButton* button);
-    void touchHoverUp(OMHoverButton* button);
-    void longHoverPress(OMHoverButton* button);
-    void hoverStart(OMHoverButton* button);
-    void hoverEnd(OMHoverButton* button);
     void actionShowHelp();
     void bluetoothBreakTip();
     // Shows the error screen: made once, for the first fault's code, and afterwards only
@@ -84,12 +82,12 @@ public:
 
     // Pages opened from this screen replace its content until they close; the session keeps
     // running underneath. The screen takes ownership of a pushed view.
-    void pushViewControlWithView(QWidget* view);
+    void pushViewControlWithView(QWidget* view) { m_pages->push(view); }
     // Closes the topmost page; the control content itself never goes.
-    void popViewControl();
+    void popViewControl() { m_pages->pop(); }
     // The page on top, or nullptr while the control content shows.
-    QWidget* topView() const;
-    int pageCount() const;
+    QWidget* topView() const { return m_pages->top(); }
+    int pageCount() const { return m_pages->pageCount(); }
 
 signals:
     // The settings screens live elsewhere; whoever hosts this screen opens them.
@@ -106,42 +104,32 @@ protected:
 
 private:
     QWidget* buildControlView();
-    QWidget* buildHeader();
     QWidget* buildHeight();
     QWidget* buildMoveButtons();
-    QWidget* buildPresetButtons();
+    void connectHeader();
     void connectSession();
     void connectReminder();
     void setTabOrderTopToBottom();
-    void showPresetsReleased();
     // A released desk takes no keys: the controls that send them rest.
     void showDeskReleased(bool released);
     // The reminder's alert; a key held from the screen cannot outlast it opening.
     void actionAlarmNotificationAlert(bool isRepeat);
     void showHeight(const QString& text);
-    void refreshPresetImages();
-    int slotOf(const QObject* button) const;
-    void showTipLabelInView(OMHoverButton* button);
-    void hideTipLabel();
 
     DeskSession* m_session;
     SitStandReminder* m_reminder;
-    CountdownView* m_countdown = nullptr;
+    DeskControlHeader* m_header = nullptr;
     StandingProgressView* m_standing = nullptr;
-    QStackedLayout* m_stack = nullptr;
+    PageStack* m_pages = nullptr;
     QLabel* m_height = nullptr;
     QString m_heightText;
-    QLabel* m_tip = nullptr;
     DeskStatusLine* m_status = nullptr;
     DeskReleaseRow* m_release = nullptr;
     QPointer<QWidget> m_errorWindow;
     OMDeskPicture* m_picture = nullptr;
     HomeFunctionBtn* m_up = nullptr;
     HomeFunctionBtn* m_down = nullptr;
-    std::array<OMHoverButton*, kPresetCount> m_presets{};
-    OMHoverButton* m_settings = nullptr;
-    OMImageButton* m_lightStrip = nullptr;
-    OMImageButton* m_help = nullptr;
+    PresetButtonRow* m_presets = nullptr;
     bool m_breakTipShowing = false;
 };
 

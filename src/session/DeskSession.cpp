@@ -5,11 +5,11 @@
 #include "protocol/BluetoothProtocol.h"
 #include "protocol/BluetoothResultHandle.h"
 #include "session/DQGlobalKeyHelper.h"
-#include "session/DeskHeightDisplay.h"
 #include "session/DeskLink.h"
 #include "session/DeskRelease.h"
 #include "session/DeskStatus.h"
 #include "session/GlobalKeyDispatch.h"
+#include "session/HeightReadout.h"
 #include "session/HeldKeyOwner.h"
 #include "session/HotKeyMovement.h"
 #include "session/LiveSession.h"
@@ -17,7 +17,6 @@
 #include "session/PlannedDisconnect.h"
 #include "session/PresetKeys.h"
 #include "session/SleepGuard.h"
-#include "store/CurrentDeskModel.h"
 #include "store/CurrentDeviceStore.h"
 #include "store/RecordDictionary.h"
 #include "transport/RBBluetoothManager.h"
@@ -56,7 +55,8 @@ DeskSession::DeskSession(QObject* parent)
       m_globalKeys(new GlobalKeyDispatch(*m_hotKeyMovement, *m_presetKeys, this)),
       m_goToHeight(new GoToHeight(this)), m_plannedDisconnect(new PlannedDisconnect(this)),
       m_release(new DeskRelease(*m_link, *m_plannedDisconnect, this)),
-      m_sleepGuard(new SleepGuard(*this, *m_plannedDisconnect)), m_status(new DeskStatus(this)) {
+      m_sleepGuard(new SleepGuard(*this, *m_plannedDisconnect)), m_status(new DeskStatus(this)),
+      m_readout(new HeightReadout(this)) {
     wireParts();
 }
 
@@ -74,6 +74,8 @@ void DeskSession::wireParts() {
             emit breakTipRequested();
     });
     connect(m_presetKeys, &PresetKeys::saved, this, &DeskSession::refreshDeviceInfo);
+    connect(m_readout, &HeightReadout::heightShown, this, &DeskSession::heightShown);
+    connect(m_readout, &HeightReadout::deskOffsetsChanged, this, &DeskSession::deskOffsetsChanged);
     connect(m_release, &DeskRelease::releasedChanged, this, [this](bool released) {
         if (released)
             emit deskLinkChanged({});
@@ -116,7 +118,7 @@ void DeskSession::setLoadViewAction() {
 
 void DeskSession::initData() {
     m_currentHeight = 0.0f;
-    m_previousHeight.clear();
+    m_readout->forget();
     m_maxHeight = kDefaultMaxHeight;
     m_minHeight = kDefaultMinHeight;
     m_presetKeys->setPresets({});
@@ -314,34 +316,19 @@ void DeskSession::showHeight(int height) {
         return;
     // A desk at rest repeats its height with every poll: only a change is drawn again.
     const QString reported = QString::number(height);
-    if (DeskHeightDisplay::normalisedHeight(reported) != m_previousHeight)
+    if (!m_readout->isShown(reported))
         setTableViewHeight(reported);
     m_currentHeight = static_cast<float>(height);
     keyOwner().heightReported(height);
-    emit heightReported(m_previousHeight.toDouble());
+    emit heightReported(m_readout->shownTenths());
     m_hotKeyMovement->globalKeyMoving(m_currentHeight);
     m_goToHeight->heightReported(height);
 }
 
+// Any movement of the desk restarts the sit-stand countdown; the reminder hears of the new height
+// after that.
 void DeskSession::setTableViewHeight(const QString& height) {
-    const QString normalised = DeskHeightDisplay::normalisedHeight(height);
-    const double tenths = normalised.toDouble();
-    // Any movement of the desk restarts the sit-stand countdown; the reminder hears of the new
-    // height after that.
-    if (m_previousHeight != normalised && timeManager().time() > 0)
-        timeManager().setTime(0);
-    m_previousHeight = normalised;
-
-    const QString shown = DeskHeightDisplay::heightText(tenths, DeskHeightDisplay::usesInches());
-    if (shown != m_shownText) {
-        m_shownText = shown;
-        emit heightShown(shown);
-    }
-
-    const auto offsets = DeskHeightDisplay::pictureOffsets(
-        static_cast<float>(tenths), m_minHeight, m_maxHeight,
-        DeskHeightDisplay::legsForModel(CurrentDeskModel::name()));
-    emit deskOffsetsChanged(offsets.top, offsets.middle);
+    m_readout->show(height, m_minHeight, m_maxHeight);
 }
 
 void DeskSession::actionHeightUnitChange() {

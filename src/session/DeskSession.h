@@ -17,6 +17,7 @@ class DeskLink;
 class DeskRelease;
 class DeskStatus;
 class GlobalKeyDispatch;
+class HeightReadout;
 class HotKeyMovement;
 class OMTimeManager;
 class PlannedDisconnect;
@@ -139,9 +140,8 @@ private:
     DeskRelease* m_release;
     SleepGuard* m_sleepGuard;
     DeskStatus* m_status;
+    HeightReadout* m_readout;
     float m_currentHeight = 0.0f;
-    QString m_previousHeight;
-    QString m_shownText;
     int m_maxHeight = kDefaultMaxHeight;
     int m_minHeight = kDefaultMinHeight;
     QString m_sitOrStand = QStringLiteral("0");

@@ -2,19 +2,12 @@
 
 #include "VirtualDesk.h"
 #include "core/Scheduler.h"
+#include "sim/VirtualGattLayout.h"
 #include "transport/BluetoothUuid.h"
-
-#include <QUuid>
 
 namespace ostrel {
 
 namespace {
-
-constexpr int kRead = 0x02;
-constexpr int kWriteWithoutResponse = 0x04;
-constexpr int kWrite = 0x08;
-constexpr int kNotify = 0x10;
-const QString kClientConfiguration = QStringLiteral("2902");
 
 BluetoothError radioError(const char* text) {
     return BluetoothError{0, QString::fromLatin1(text)};
@@ -22,21 +15,20 @@ BluetoothError radioError(const char* text) {
 
 } // namespace
 
-VirtualCentral::VirtualCentral(QObject* parent) : PlatformCentral(parent) {}
+VirtualCentral::VirtualCentral(QObject* parent)
+    : PlatformCentral(parent),
+      m_scan(m_links, kDefaultAdvertisingInterval, this,
+             [this](const QString& identifier, const QVariantMap& data, int rssi) {
+                 if (delegate())
+                     delegate()->centralDidDiscoverPeripheral(identifier, data, rssi);
+             }) {}
 
 VirtualCentral::~VirtualCentral() {
-    m_advertising.cancel();
+    m_scan.stop();
 }
 
 void VirtualCentral::addDesk(VirtualDesk* desk) {
-    // Stable per name and position, so a demo desk keeps its identity across runs.
-    static const QUuid kNamespace =
-        QUuid::fromString(QStringLiteral("6f1c5f0e-3a57-4b52-9d0e-8a1f00c0ffee"));
-    const QString identifier =
-        QUuid::createUuidV5(kNamespace, desk->name() + u'#' + QString::number(m_links.size()))
-            .toString(QUuid::WithoutBraces)
-            .toUpper();
-    m_links[identifier].desk = desk;
+    const QString identifier = m_links.add(desk);
     connect(desk, &VirtualDesk::notified, this,
             [this, identifier](const Bytes& value) { deskNotified(identifier, value); });
     connect(desk, &VirtualDesk::linkDropped, this, [this, identifier] {
@@ -49,26 +41,7 @@ void VirtualCentral::addDesk(VirtualDesk* desk) {
 }
 
 QString VirtualCentral::identifierOf(const VirtualDesk* desk) const {
-    for (const auto& [identifier, link] : m_links) {
-        if (link.desk == desk)
-            return identifier;
-    }
-    return {};
-}
-
-VirtualCentral::Link* VirtualCentral::linkFor(const QString& identifier) {
-    const auto found = m_links.find(identifier);
-    return found == m_links.end() || !found->second.desk ? nullptr : &found->second;
-}
-
-const VirtualCentral::Link* VirtualCentral::linkFor(const QString& identifier) const {
-    const auto found = m_links.find(identifier);
-    return found == m_links.end() || !found->second.desk ? nullptr : &found->second;
-}
-
-const VirtualCentral::Link* VirtualCentral::connectedLink(const QString& identifier) const {
-    const Link* link = linkFor(identifier);
-    return link && link->state == PeripheralConnected ? link : nullptr;
+    return m_links.identifierOf(desk);
 }
 
 void VirtualCentral::later(std::function<void(PlatformCentralDelegate&)> report) {
@@ -89,80 +62,40 @@ void VirtualCentral::setPowered(bool powered) {
         return;
     m_powered = powered;
     if (!powered) {
-        for (auto& [identifier, link] : m_links) {
-            if (link.state == PeripheralConnected)
-                endLink(identifier, radioError("Bluetooth is powered off."));
-        }
+        for (const QString& identifier : m_links.identifiers())
+            endLink(identifier, radioError("Bluetooth is powered off."));
     }
     if (delegate())
         delegate()->centralDidUpdateState(state());
-    updateAdvertising();
+    m_scan.setPowered(powered);
     if (powered) {
-        for (const auto& [identifier, link] : m_links)
+        for (const QString& identifier : m_links.identifiers())
             tryConnect(identifier);
     }
 }
 
 void VirtualCentral::scanForPeripherals(const QStringList& services, const QVariantMap&) {
-    m_scanRequested = true;
-    m_scanServices.clear();
-    for (const QString& service : services)
-        m_scanServices.append(BluetoothUuid::normalized(service));
-    updateAdvertising();
+    m_scan.start(services);
 }
 
 void VirtualCentral::stopScan() {
-    m_scanRequested = false;
-    updateAdvertising();
-}
-
-void VirtualCentral::updateAdvertising() {
-    const bool wanted = m_scanRequested && m_powered;
-    if (wanted && m_advertising.isNull()) {
-        m_advertising = Scheduler::instance().every(m_interval, this, [this] { advertise(); });
-    } else if (!wanted && !m_advertising.isNull()) {
-        m_advertising.cancel();
-        m_advertising = {};
-    }
-}
-
-void VirtualCentral::advertise() {
-    // Sightings may lead to connects and new desks; walk a snapshot of the identifiers.
-    QStringList identifiers;
-    for (const auto& [identifier, link] : m_links)
-        identifiers.append(identifier);
-    for (const QString& identifier : identifiers) {
-        const Link* link = linkFor(identifier);
-        // A connected desk stops advertising, as BLE peripherals do.
-        if (!link || !link->desk->isAdvertising() || link->state == PeripheralConnected)
-            continue;
-        const QString service = BluetoothUuid::normalized(link->desk->serviceUuid());
-        if (!m_scanServices.isEmpty() && !m_scanServices.contains(service))
-            continue;
-        if (!m_scanRequested || !delegate())
-            return;
-        delegate()->centralDidDiscoverPeripheral(
-            identifier,
-            QVariantMap{{QString::fromLatin1(kLocalNameKey), link->desk->name()},
-                        {QString::fromLatin1(kServiceUUIDsKey), QStringList{service}}},
-            link->desk->config().rssi);
-    }
+    m_scan.stop();
 }
 
 void VirtualCentral::injectSighting(const QString& identifier, const QVariantMap& advertisementData,
                                     int rssi) {
-    if (m_scanRequested && m_powered && delegate())
-        delegate()->centralDidDiscoverPeripheral(identifier, advertisementData, rssi);
+    m_scan.inject(identifier, advertisementData, rssi);
 }
 
 QStringList VirtualCentral::retrieveConnectedPeripherals(const QStringList& services) const {
     QStringList connected;
-    for (const auto& [identifier, link] : m_links) {
-        if (!connectedLink(identifier))
+    for (const QString& identifier : m_links.identifiers()) {
+        const VirtualLink* link = m_links.connected(identifier);
+        if (!link)
             continue;
         const bool wanted = services.isEmpty() ||
                             std::any_of(services.begin(), services.end(), [&](const QString& s) {
-                                return BluetoothUuid::same(s, link.desk->serviceUuid());
+                                return BluetoothUuid::same(s, link->desk->serviceUuid());
                             });
         if (wanted)
             connected.append(identifier);
@@ -171,33 +104,33 @@ QStringList VirtualCentral::retrieveConnectedPeripherals(const QStringList& serv
 }
 
 bool VirtualCentral::isKnownPeripheral(const QString& identifier) const {
-    return linkFor(identifier) != nullptr;
+    return m_links.find(identifier) != nullptr;
 }
 
 QString VirtualCentral::peripheralName(const QString& identifier) const {
-    const Link* link = linkFor(identifier);
+    const VirtualLink* link = m_links.find(identifier);
     return link ? link->desk->name() : QString();
 }
 
 int VirtualCentral::peripheralState(const QString& identifier) const {
-    const Link* link = linkFor(identifier);
+    const VirtualLink* link = m_links.find(identifier);
     return link ? link->state : PeripheralDisconnected;
 }
 
 // ---- Links ----
 
 void VirtualCentral::setConnectFailure(const VirtualDesk* desk, const QString& text) {
-    if (Link* link = linkFor(identifierOf(desk)))
+    if (VirtualLink* link = m_links.find(identifierOf(desk)))
         link->connectFailure = text;
 }
 
 void VirtualCentral::setWriteRefusal(const VirtualDesk* desk, const QString& text) {
-    if (Link* link = linkFor(identifierOf(desk)))
+    if (VirtualLink* link = m_links.find(identifierOf(desk)))
         link->writeRefusal = text;
 }
 
 void VirtualCentral::connectPeripheral(const QString& identifier, const QVariantMap&) {
-    Link* link = linkFor(identifier);
+    VirtualLink* link = m_links.find(identifier);
     if (!link || link->state == PeripheralConnected)
         return;
     link->state = PeripheralConnecting;
@@ -206,11 +139,11 @@ void VirtualCentral::connectPeripheral(const QString& identifier, const QVariant
 
 // A pending connect completes once the desk can be reached, however long that takes.
 void VirtualCentral::tryConnect(const QString& identifier) {
-    const Link* link = linkFor(identifier);
+    const VirtualLink* link = m_links.find(identifier);
     if (!link || link->state != PeripheralConnecting || !m_powered || !link->desk->isAdvertising())
         return;
     Scheduler::instance().after(m_latency, this, [this, identifier] {
-        Link* pending = linkFor(identifier);
+        VirtualLink* pending = m_links.find(identifier);
         if (!pending || pending->state != PeripheralConnecting || !m_powered ||
             !pending->desk->isAdvertising())
             return;
@@ -228,7 +161,7 @@ void VirtualCentral::tryConnect(const QString& identifier) {
 }
 
 void VirtualCentral::cancelPeripheralConnection(const QString& identifier) {
-    Link* link = linkFor(identifier);
+    VirtualLink* link = m_links.find(identifier);
     if (!link)
         return;
     if (link->state != PeripheralConnected) {
@@ -242,7 +175,7 @@ void VirtualCentral::cancelPeripheralConnection(const QString& identifier) {
 }
 
 void VirtualCentral::endLink(const QString& identifier, const OptionalError& error) {
-    Link* link = linkFor(identifier);
+    VirtualLink* link = m_links.find(identifier);
     if (!link || link->state != PeripheralConnected)
         return;
     unlink(*link);
@@ -250,7 +183,7 @@ void VirtualCentral::endLink(const QString& identifier, const OptionalError& err
         delegate()->centralDidDisconnectPeripheral(identifier, error);
 }
 
-void VirtualCentral::unlink(Link& link) {
+void VirtualCentral::unlink(VirtualLink& link) {
     link.desk->setSubscribed(false);
     link.state = PeripheralDisconnected;
     link.notifying = false;
@@ -261,66 +194,55 @@ void VirtualCentral::unlink(Link& link) {
 
 void VirtualCentral::discoverServices(const QString& identifier, const QStringList&) {
     later([this, identifier](PlatformCentralDelegate& d) {
-        if (connectedLink(identifier))
+        if (m_links.connected(identifier))
             d.peripheralDidDiscoverServices(identifier, std::nullopt);
     });
 }
 
 QStringList VirtualCentral::services(const QString& identifier) const {
-    const Link* link = connectedLink(identifier);
-    return link ? QStringList{BluetoothUuid::normalized(link->desk->serviceUuid())} : QStringList{};
+    const VirtualLink* link = m_links.connected(identifier);
+    return link ? QStringList{VirtualGattLayout(*link->desk).service()} : QStringList{};
 }
 
 void VirtualCentral::discoverCharacteristics(const QString& identifier, const QString& service,
                                              const QStringList&) {
     later([this, identifier, service](PlatformCentralDelegate& d) {
-        if (connectedLink(identifier))
+        if (m_links.connected(identifier))
             d.peripheralDidDiscoverCharacteristics(identifier, service, std::nullopt);
     });
 }
 
 QList<PlatformCharacteristicInfo> VirtualCentral::characteristics(const QString& identifier,
                                                                   const QString& service) const {
-    const Link* link = connectedLink(identifier);
-    if (!link || !BluetoothUuid::same(service, link->desk->serviceUuid()))
-        return {};
-    const QString notify = BluetoothUuid::normalized(link->desk->notifyUuid());
-    const QString write = BluetoothUuid::normalized(link->desk->writeUuid());
-    if (notify == write)
-        return {{notify, kRead | kWriteWithoutResponse | kWrite | kNotify}};
-    return {{notify, kNotify}, {write, kWriteWithoutResponse | kWrite}};
-}
-
-bool VirtualCentral::isNotifyCharacteristic(const Link& link, const GattPath& path) const {
-    return BluetoothUuid::same(path.service, link.desk->serviceUuid()) &&
-           BluetoothUuid::same(path.characteristic, link.desk->notifyUuid());
+    const VirtualLink* link = m_links.connected(identifier);
+    return link ? VirtualGattLayout(*link->desk).characteristics(service)
+                : QList<PlatformCharacteristicInfo>{};
 }
 
 void VirtualCentral::discoverDescriptors(const GattPath& path) {
     later([this, path](PlatformCentralDelegate& d) {
-        if (connectedLink(path.peripheral))
+        if (m_links.connected(path.peripheral))
             d.peripheralDidDiscoverDescriptors(path, std::nullopt);
     });
 }
 
 QStringList VirtualCentral::descriptors(const GattPath& path) const {
-    const Link* link = connectedLink(path.peripheral);
-    return link && isNotifyCharacteristic(*link, path) ? QStringList{kClientConfiguration}
-                                                       : QStringList{};
+    const VirtualLink* link = m_links.connected(path.peripheral);
+    return link ? VirtualGattLayout(*link->desk).descriptors(path) : QStringList{};
 }
 
 void VirtualCentral::readValue(const GattPath& path) {
     later([this, path](PlatformCentralDelegate& d) {
-        if (const Link* link = connectedLink(path.peripheral))
+        if (const VirtualLink* link = m_links.connected(path.peripheral))
             d.peripheralDidReadValue(path, link->lastValue, std::nullopt);
     });
 }
 
 OptionalError VirtualCentral::writeValueWithoutResponse(const GattPath& path, const Bytes& value) {
-    const Link* link = connectedLink(path.peripheral);
+    const VirtualLink* link = m_links.connected(path.peripheral);
     if (!link)
         return radioError("The device is not connected.");
-    if (!BluetoothUuid::same(path.characteristic, link->desk->writeUuid()))
+    if (!VirtualGattLayout(*link->desk).isWritable(path))
         return radioError("Writing is not permitted.");
     if (!link->writeRefusal.isEmpty()) {
         later([path, refusal = link->writeRefusal](PlatformCentralDelegate& d) {
@@ -335,14 +257,14 @@ OptionalError VirtualCentral::writeValueWithoutResponse(const GattPath& path, co
 }
 
 void VirtualCentral::setNotifying(const QString& identifier, bool enabled) {
-    Link* link = linkFor(identifier);
+    VirtualLink* link = m_links.find(identifier);
     link->notifying = enabled;
     link->desk->setSubscribed(enabled);
 }
 
 void VirtualCentral::setNotifyValue(const GattPath& path, bool enabled) {
-    const Link* link = connectedLink(path.peripheral);
-    if (!link || !isNotifyCharacteristic(*link, path)) {
+    const VirtualLink* link = m_links.connected(path.peripheral);
+    if (!link || !VirtualGattLayout(*link->desk).isNotify(path)) {
         later([path](PlatformCentralDelegate& d) {
             d.peripheralDidUpdateNotificationState(
                 path, false, radioError("The characteristic does not notify."));
@@ -356,27 +278,25 @@ void VirtualCentral::setNotifyValue(const GattPath& path, bool enabled) {
 }
 
 void VirtualCentral::deskNotified(const QString& identifier, const Bytes& value) {
-    Link* link = linkFor(identifier);
+    VirtualLink* link = m_links.find(identifier);
     if (!link || link->state != PeripheralConnected || !link->notifying)
         return;
     link->lastValue = value;
     if (const std::shared_ptr<PacketSink> sink = link->sink)
         sink->received(value);
     else if (delegate())
-        delegate()->peripheralDidNotifyValue(
-            GattPath{identifier, BluetoothUuid::normalized(link->desk->serviceUuid()),
-                     BluetoothUuid::normalized(link->desk->notifyUuid())},
-            value);
+        delegate()->peripheralDidNotifyValue(VirtualGattLayout(*link->desk).notifyPath(identifier),
+                                             value);
 }
 
 void VirtualCentral::setNotifySink(const GattPath& path, std::shared_ptr<PacketSink> sink) {
-    Link* link = linkFor(path.peripheral);
-    if (link && link->state == PeripheralConnected && isNotifyCharacteristic(*link, path))
+    VirtualLink* link = m_links.find(path.peripheral);
+    if (link && link->state == PeripheralConnected && VirtualGattLayout(*link->desk).isNotify(path))
         link->sink = std::move(sink);
 }
 
 PlatformCentral::ChannelWriter VirtualCentral::channelWriter(const GattPath& path) {
-    if (!connectedLink(path.peripheral))
+    if (!m_links.connected(path.peripheral))
         return {};
     // Through the ordinary write, so write observers and refusals see channel frames too.
     return [this, path](const Bytes& frame) { return !writeValueWithoutResponse(path, frame); };
@@ -388,7 +308,7 @@ void VirtualCentral::injectNotification(const VirtualDesk* desk, const Bytes& va
 
 void VirtualCentral::readDescriptor(const GattPath& path, const QString& descriptor) {
     later([this, path, descriptor](PlatformCentralDelegate& d) {
-        const Link* link = connectedLink(path.peripheral);
+        const VirtualLink* link = m_links.connected(path.peripheral);
         if (!link)
             return;
         d.peripheralDidReadDescriptor(
@@ -398,9 +318,9 @@ void VirtualCentral::readDescriptor(const GattPath& path, const QString& descrip
 
 void VirtualCentral::writeDescriptor(const GattPath& path, const QString& descriptor,
                                      const Bytes& value) {
-    const Link* link = connectedLink(path.peripheral);
-    if (link && isNotifyCharacteristic(*link, path) &&
-        BluetoothUuid::same(descriptor, kClientConfiguration))
+    const VirtualLink* link = m_links.connected(path.peripheral);
+    if (link && VirtualGattLayout(*link->desk).isNotify(path) &&
+        BluetoothUuid::same(descriptor, VirtualGattLayout::kClientConfiguration))
         setNotifying(path.peripheral, !value.empty() && (value.front() & 0x01) != 0);
     later([path, descriptor](PlatformCentralDelegate& d) {
         d.peripheralDidWriteDescriptor(path, descriptor, std::nullopt);
@@ -409,7 +329,7 @@ void VirtualCentral::writeDescriptor(const GattPath& path, const QString& descri
 
 void VirtualCentral::readRSSI(const QString& identifier) {
     later([this, identifier](PlatformCentralDelegate& d) {
-        if (const Link* link = connectedLink(identifier))
+        if (const VirtualLink* link = m_links.connected(identifier))
             d.peripheralDidReadRSSI(identifier, link->desk->config().rssi, std::nullopt);
     });
 }

@@ -1,12 +1,11 @@
 #pragma once
 
-#include "core/TimerHandle.h"
+#include "sim/VirtualLinkTable.h"
+#include "sim/VirtualScan.h"
 #include "transport/PlatformCentral.h"
 
-#include <QPointer>
 #include <chrono>
 #include <functional>
-#include <map>
 
 namespace ostrel {
 
@@ -32,7 +31,9 @@ public:
     QString identifierOf(const VirtualDesk* desk) const;
 
     void setPowered(bool powered);
-    void setAdvertisingInterval(std::chrono::milliseconds interval) { m_interval = interval; }
+    void setAdvertisingInterval(std::chrono::milliseconds interval) {
+        m_scan.setInterval(interval);
+    }
     void setLatency(std::chrono::milliseconds latency) { m_latency = latency; }
     // Connect attempts to `desk` fail with this text until it is cleared with an empty one.
     void setConnectFailure(const VirtualDesk* desk, const QString& text);
@@ -52,7 +53,7 @@ public:
     void setStackProblem(int problem) { m_stackProblem = problem; }
     void scanForPeripherals(const QStringList& services, const QVariantMap& options) override;
     void stopScan() override;
-    bool isScanning() const override { return m_scanRequested; }
+    bool isScanning() const override { return m_scan.isScanning(); }
     QStringList retrieveConnectedPeripherals(const QStringList& services) const override;
     bool isKnownPeripheral(const QString& identifier) const override;
     QString peripheralName(const QString& identifier) const override;
@@ -79,37 +80,19 @@ public:
 
 private:
     int m_stackProblem = StackUsable;
-    struct Link {
-        QPointer<VirtualDesk> desk;
-        int state = PeripheralDisconnected;
-        bool notifying = false;
-        QString connectFailure;
-        QString writeRefusal;
-        Bytes lastValue;
-        std::shared_ptr<PacketSink> sink;
-    };
 
-    Link* linkFor(const QString& identifier);
-    const Link* linkFor(const QString& identifier) const;
-    const Link* connectedLink(const QString& identifier) const;
-    bool isNotifyCharacteristic(const Link& link, const GattPath& path) const;
-    void advertise();
-    void updateAdvertising();
     void tryConnect(const QString& identifier);
     void endLink(const QString& identifier, const OptionalError& error);
-    static void unlink(Link& link);
+    static void unlink(VirtualLink& link);
     void deskNotified(const QString& identifier, const Bytes& value);
     void setNotifying(const QString& identifier, bool enabled);
     // Reports after the radio's latency, if the central still exists.
     void later(std::function<void(PlatformCentralDelegate&)> report);
 
     bool m_powered = true;
-    bool m_scanRequested = false;
-    QStringList m_scanServices;
-    std::chrono::milliseconds m_interval = kDefaultAdvertisingInterval;
     std::chrono::milliseconds m_latency = kDefaultLatency;
-    TimerHandle m_advertising;
-    std::map<QString, Link> m_links;
+    VirtualLinkTable m_links;
+    VirtualScan m_scan;
     WriteObserver m_writeObserver;
 };
 

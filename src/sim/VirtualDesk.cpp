@@ -5,10 +5,8 @@
 #include "protocol/FrameSplitter.h"
 #include "protocol/FrameType.h"
 #include "sim/DeskFrames.h"
-#include "sim/DeskMemory.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <utility>
 
@@ -21,34 +19,22 @@ namespace {
 using namespace frame;
 constexpr int kCustomColourMode = 9;
 
-// Key bitmap of a key frame: first byte | second byte << 8.
-constexpr int kNoKey = 0;
-constexpr int kUpKey = 0x01;
-constexpr int kDownKey = 0x02;
-constexpr int kMemorySetKey = 0x20;
-constexpr std::array<int, 4> kMemoryKeys{0x04, 0x08, 0x10, 0x100};
-
+constexpr int kNoKey = DeskDrive::kNoKey;
 constexpr auto kPowerOnShown = 1s;
-constexpr int kHighestError = 37;
-constexpr int kObstacleBackOff = 20; // tenths of a cm
 constexpr double kCmPerInch = 2.54;
 
 // Head, length, type, two CRC bytes and foot around every payload.
 constexpr std::size_t kEnvelopeSize = 6;
 
-int memorySlot(int keys) {
-    const auto* found = std::find(kMemoryKeys.begin(), kMemoryKeys.end(), keys);
-    return found == kMemoryKeys.end() ? -1 : static_cast<int>(found - kMemoryKeys.begin());
-}
-
 } // namespace
 
 VirtualDesk::VirtualDesk(VirtualDeskConfig config, QObject* parent)
     : QObject(parent), m_config(std::move(config)),
-      m_motor(m_config.speedCmPerSecond, m_config.minHeight, m_config.maxHeight,
-              m_config.startHeight),
-      m_splitter(std::make_unique<FrameSplitter>()), m_memory(new DeskMemory(this)),
-      m_sensitivity(m_config.sensitivity), m_thickness(m_config.tableThickness) {
+      m_drive(DeskMotor(m_config.speedCmPerSecond, m_config.minHeight, m_config.maxHeight,
+                        m_config.startHeight),
+              m_faults, [this] { updateTicking(); }),
+      m_splitter(std::make_unique<FrameSplitter>()), m_sensitivity(m_config.sensitivity),
+      m_thickness(m_config.tableThickness) {
     // A zero period would make the poll timer spin.
     m_config.pollPeriod = std::max(m_config.pollPeriod, std::chrono::milliseconds(1));
 }
@@ -73,7 +59,7 @@ QString VirtualDesk::writeUuid() const {
 }
 
 int VirtualDesk::heightTenths() const {
-    return static_cast<int>(std::lround(m_motor.height()));
+    return m_drive.heightTenths();
 }
 
 // ---- Link ----
@@ -85,7 +71,7 @@ void VirtualDesk::setSubscribed(bool subscribed) {
     m_subscribed = subscribed;
     m_pollOutstanding = false;
     if (!subscribed)
-        handleKeys(kNoKey);
+        m_drive.keys(kNoKey);
     updateTicking();
 }
 
@@ -98,7 +84,7 @@ void VirtualDesk::writeFromHost(const Bytes& bytes) {
 // The controller's heartbeat: it runs while someone listens or the columns move, so a one-touch
 // move finishes even with nobody connected.
 void VirtualDesk::updateTicking() {
-    const bool needed = m_powered && (m_subscribed || m_motor.isMoving());
+    const bool needed = m_powered && (m_subscribed || m_drive.motor().isMoving());
     if (needed && m_ticker.isNull()) {
         m_ticker = Scheduler::instance().every(m_config.pollPeriod, this, [this] { tick(); });
     } else if (!needed && !m_ticker.isNull()) {
@@ -108,12 +94,9 @@ void VirtualDesk::updateTicking() {
 }
 
 void VirtualDesk::tick() {
-    m_motor.update();
-    // An unanswered poll is as good as a released key: a lost or frozen host must not keep the
-    // desk moving.
-    const auto silence = Scheduler::instance().now() - m_lastKeysAt;
-    if (m_heldKeys != kNoKey && silence >= 2 * m_config.pollPeriod)
-        handleKeys(kNoKey);
+    m_drive.update();
+    // An unanswered poll is as good as a released key.
+    m_drive.releaseIfSilentFor(2 * m_config.pollPeriod);
     if (m_subscribed) {
         m_pollOutstanding = true; // the answer may come back before send returns
         send(DeskFrames::poll());
@@ -142,17 +125,11 @@ void VirtualDesk::sendDisplay() {
 }
 
 SegmentCodes VirtualDesk::currentDisplay() const {
-    if (m_error != 0)
-        return SegmentDisplay::error(m_error);
-    if (m_slideDown)
-        return SegmentDisplay::kSlideDown;
-    if (m_resetNeeded)
-        return SegmentDisplay::kReset;
-    if (m_childLock)
-        return SegmentDisplay::kChildLock;
+    if (const std::optional<SegmentCodes> fault = m_faults.display())
+        return *fault;
     if (Scheduler::instance().now() < m_powerOnShownUntil)
         return SegmentDisplay::kPowerOn;
-    if (m_memory->isSetMode())
+    if (m_drive.isMemorySetMode())
         return SegmentDisplay::kMemorySet;
     return SegmentDisplay::height(toDisplayUnit(heightTenths()));
 }
@@ -160,8 +137,8 @@ SegmentCodes VirtualDesk::currentDisplay() const {
 // Limits always go out in tenths of a cm; the unit byte tells how the display counts.
 void VirtualDesk::sendDeviceInfo() {
     sendSoon(DeskFrames::deviceInfo({.inchDisplay = m_config.inchDisplay,
-                                     .maxHeight = m_motor.maxHeight(),
-                                     .minHeight = m_motor.minHeight(),
+                                     .maxHeight = m_drive.motor().maxHeight(),
+                                     .minHeight = m_drive.motor().minHeight(),
                                      .sensitivity = m_sensitivity,
                                      .supportChildLock = m_config.supportChildLock,
                                      .tableThickness = m_thickness}));
@@ -183,7 +160,7 @@ void VirtualDesk::handleFrame(const Bytes& frame) {
     if (frame[2] == kKeyFrame && payload.size() >= 2) {
         const int keys = payload[0] | payload[1] << 8;
         recordKeyFrame(keys);
-        handleKeys(keys);
+        m_drive.keys(keys);
         emit keysReceived(keys);
     } else if (frame[2] == kCommandFrame && !payload.empty())
         handleCommand(payload);
@@ -199,7 +176,7 @@ void VirtualDesk::handleCommand(const Bytes& payload) {
     case kTargetHeightCommand:
         recordKeyFrame(kTargetCommand);
         if (arguments >= 2 && !m_config.ignoresTargetHeight)
-            moveTo(fromDisplayUnit(payload[1] | payload[2] << 8));
+            m_drive.moveTo(fromDisplayUnit(payload[1] | payload[2] << 8));
         break;
     case kThicknessCommand:
         if (arguments >= 1)
@@ -232,19 +209,7 @@ void VirtualDesk::setLight(const Bytes& payload) {
     sendLightStrip();
 }
 
-// ---- Keys ----
-
-void VirtualDesk::handleKeys(int keys) {
-    m_lastKeysAt = Scheduler::instance().now();
-    const int previous = m_heldKeys;
-    m_heldKeys = keys;
-    if (keys == kNoKey)
-        m_latched = false;
-    else if (keys != previous)
-        handleKeyPress(keys);
-    applyHeldKey();
-    finishResetAtBottom();
-}
+// ---- Key log ----
 
 void VirtualDesk::recordKeyFrame(int keys) {
     if (keys > kNoKey)
@@ -253,63 +218,6 @@ void VirtualDesk::recordKeyFrame(int keys) {
         {Scheduler::instance().now(), keys, std::exchange(m_pollOutstanding, false)});
     if (m_keyFrames.size() > kKeyFrameLog)
         m_keyFrames.pop_front();
-}
-
-// What a key does at the moment it goes down; holding it only matters for Up and Down.
-void VirtualDesk::handleKeyPress(int keys) {
-    if (keysBlocked() || m_resetNeeded)
-        return;
-    if (m_motor.isAutomatic()) {
-        // Any key ends a one-touch move, and only that.
-        m_motor.stop();
-        m_latched = true;
-        return;
-    }
-    const int slot = memorySlot(keys);
-    if (keys == kMemorySetKey) {
-        m_memory->enterSetMode();
-    } else if (slot >= 0 && m_memory->isSetMode()) {
-        m_memory->store(slot, heightTenths());
-    } else if (slot >= 0) {
-        if (m_memory->height(slot) > 0)
-            moveTo(m_memory->height(slot));
-    } else {
-        m_memory->leaveSetMode();
-    }
-}
-
-void VirtualDesk::applyHeldKey() {
-    if (!m_motor.isAutomatic()) {
-        int direction = 0;
-        if (!m_latched && !keysBlocked()) {
-            // During a reset only Down works: the desk must be driven to the bottom.
-            if (m_heldKeys == kUpKey && !m_resetNeeded)
-                direction = 1;
-            else if (m_heldKeys == kDownKey)
-                direction = -1;
-        }
-        m_motor.run(direction);
-    }
-    updateTicking();
-}
-
-void VirtualDesk::moveTo(int heightTenths) {
-    if (keysBlocked() || m_resetNeeded)
-        return;
-    m_motor.runTo(heightTenths);
-    updateTicking();
-}
-
-bool VirtualDesk::keysBlocked() const {
-    return m_error != 0 || m_childLock || m_slideDown;
-}
-
-// Holding Down at the bottom completes a reset; the controller forgets its presets with it.
-void VirtualDesk::finishResetAtBottom() {
-    if (m_resetNeeded && m_heldKeys == kDownKey && heightTenths() <= m_motor.minHeight()) {
-        m_resetNeeded = false;
-        m_memory->clear();
-    }
 }
 
 // ---- Units ----
@@ -325,34 +233,23 @@ int VirtualDesk::fromDisplayUnit(int tenths) const {
 // ---- Faults ----
 
 void VirtualDesk::injectError(int code) {
-    if (code < 0 || code > kHighestError)
-        return;
-    m_error = code;
-    applyFault(code != 0);
+    if (m_faults.setError(code))
+        m_drive.faultChanged(code != 0);
 }
 
 void VirtualDesk::setChildLock(bool locked) {
-    m_childLock = locked;
-    applyFault(locked);
+    m_faults.setChildLock(locked);
+    m_drive.faultChanged(locked);
 }
 
 void VirtualDesk::setResetNeeded(bool needed) {
-    m_resetNeeded = needed;
-    applyFault(needed);
+    m_faults.setResetNeeded(needed);
+    m_drive.faultChanged(needed);
 }
 
 void VirtualDesk::setSlideDown(bool sliding) {
-    m_slideDown = sliding;
-    applyFault(sliding);
-}
-
-// A fault stops the columns; keys held across it take effect again once it clears.
-void VirtualDesk::applyFault(bool raised) {
-    if (raised) {
-        m_motor.stop();
-        m_memory->leaveSetMode();
-    }
-    applyHeldKey();
+    m_faults.setSlideDown(sliding);
+    m_drive.faultChanged(sliding);
 }
 
 void VirtualDesk::setPowered(bool powered) {
@@ -362,8 +259,7 @@ void VirtualDesk::setPowered(bool powered) {
         m_announcePowerOn = true;
     } else {
         send(DeskFrames::display(SegmentDisplay::kPowerOff));
-        m_motor.stop();
-        m_memory->leaveSetMode();
+        m_drive.powerOff();
     }
     setReachable(powered, m_inRange);
 }
@@ -391,21 +287,12 @@ void VirtualDesk::dropLink() {
 void VirtualDesk::endLink() {
     m_subscribed = false;
     m_splitter->clear();
-    handleKeys(kNoKey);
+    m_drive.keys(kNoKey);
     emit linkDropped();
 }
 
 void VirtualDesk::placeObstacle() {
-    m_motor.update();
-    if (!m_motor.isMoving())
-        return;
-    const int direction = m_motor.direction();
-    m_motor.stop();
-    m_latched = m_heldKeys != kNoKey;
-    // With anti-collision on the controller backs off to free whatever it hit.
-    if (m_sensitivity > 0)
-        m_motor.runTo(heightTenths() - direction * kObstacleBackOff);
-    updateTicking();
+    m_drive.hitObstacle(m_sensitivity > 0);
 }
 
 } // namespace ostrel

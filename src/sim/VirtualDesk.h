@@ -2,8 +2,9 @@
 
 #include "core/TimerHandle.h"
 #include "protocol/Bytes.h"
+#include "sim/DeskDrive.h"
+#include "sim/DeskFaults.h"
 #include "sim/DeskFrames.h"
-#include "sim/DeskMotor.h"
 #include "sim/SegmentDisplay.h"
 
 #include <QObject>
@@ -15,7 +16,6 @@
 
 namespace ostrel {
 
-class DeskMemory;
 class FrameSplitter;
 
 struct VirtualDeskConfig {
@@ -72,7 +72,7 @@ public:
     // ---- Observation for tests and the demo ----
 
     int heightTenths() const; // true height, tenths of a cm
-    bool isMoving() const { return m_motor.isMoving(); }
+    bool isMoving() const { return m_drive.motor().isMoving(); }
     bool isSubscribed() const { return m_subscribed; } // (added to the carriers' interface)
     // Key frames with any key pressed that the host has sent so far.
     int keyFramesReceived() const { return m_keyFramesReceived; }
@@ -125,14 +125,7 @@ private:
     void handleFrame(const Bytes& frame);
     void handleCommand(const Bytes& payload);
     void recordKeyFrame(int keys);
-    void handleKeys(int keys);
-    void handleKeyPress(int keys);
-    void applyHeldKey();
-    void moveTo(int heightTenths);
     void setLight(const Bytes& payload);
-    bool keysBlocked() const;
-    void applyFault(bool raised);
-    void finishResetAtBottom();
     void setReachable(bool powered, bool inRange);
     void endLink();
 
@@ -140,7 +133,8 @@ private:
     int fromDisplayUnit(int tenths) const;
 
     VirtualDeskConfig m_config;
-    DeskMotor m_motor;
+    DeskFaults m_faults;
+    DeskDrive m_drive;
     std::unique_ptr<FrameSplitter> m_splitter;
     TimerHandle m_ticker;
 
@@ -148,19 +142,10 @@ private:
     bool m_inRange = true;
     bool m_subscribed = false;
 
-    int m_heldKeys = 0; // key bitmap of the last key frame
     int m_keyFramesReceived = 0;
     std::deque<KeyFrame> m_keyFrames;
     bool m_pollOutstanding = false;
-    std::chrono::milliseconds m_lastKeysAt{};
-    bool m_latched = false; // a press was consumed; held keys count again after a release
 
-    DeskMemory* m_memory;
-
-    int m_error = 0;
-    bool m_childLock = false;
-    bool m_resetNeeded = false;
-    bool m_slideDown = false;
     bool m_announcePowerOn = false;
     std::chrono::milliseconds m_powerOnShownUntil{};
 

@@ -1,10 +1,9 @@
-// Where the application keeps a password, as it picks the place at run time: the desktop's
+// Where the application keeps a password, as it picks the place at each request: the desktop's
 // secret service when one runs (here GNOME Keyring, started by the test on a session bus of its
 // own, its login keyring unlocked with a password on its standard input), else a file in the data
 // folder that only the user may read.
 #include "app/RealTimeWait.h"
-#include "platform/SecretFileStore.h"
-#include "platform/SecretServiceStore.h"
+#include "platform/DesktopSecretStore.h"
 #include "store/DQDataCatchHelper.h"
 
 #include <QDBusArgument>
@@ -102,9 +101,9 @@ protected:
 TEST_F(SecretStoreTest, WithoutASecretServiceAFileOnlyTheUserReads) {
     ASSERT_FALSE(SecretServiceStore::isRunning());
     const std::unique_ptr<SecretStore> secrets = SecretStore::forDesktop();
-    const auto* files = dynamic_cast<SecretFileStore*>(secrets.get());
-    ASSERT_NE(files, nullptr);
-    const QString path = files->pathFor(kKey);
+    const auto* desktop = dynamic_cast<DesktopSecretStore*>(secrets.get());
+    ASSERT_NE(desktop, nullptr);
+    const QString path = desktop->files().pathFor(kKey);
     EXPECT_TRUE(path.startsWith(dataFolder())) << path.toStdString();
     roundTrip(*secrets, [&] {
         struct stat file {};
@@ -114,10 +113,13 @@ TEST_F(SecretStoreTest, WithoutASecretServiceAFileOnlyTheUserReads) {
     EXPECT_FALSE(QFile::exists(path));
 }
 
-TEST_F(SecretStoreTest, TheDesktopsSecretServiceWhenOneRuns) {
-    ASSERT_TRUE(startKeyring()) << keyring.readAllStandardError().toStdString();
+// A service that starts after the first request is used from then on; the password put in a file
+// before is still found.
+TEST_F(SecretStoreTest, TheDesktopsSecretServiceOnceOneRuns) {
     const std::unique_ptr<SecretStore> secrets = SecretStore::forDesktop();
-    ASSERT_NE(dynamic_cast<SecretServiceStore*>(secrets.get()), nullptr);
+    ASSERT_TRUE(save(*secrets, QStringLiteral("kept in a file")));
+    ASSERT_TRUE(startKeyring()) << keyring.readAllStandardError().toStdString();
+    EXPECT_EQ(load(*secrets), QStringLiteral("kept in a file"));
     roundTrip(*secrets, [&] {
         EXPECT_EQ(itemsInKeyring(), 1);
         EXPECT_TRUE(QDir(dataFolder()).entryList({QStringLiteral("*.secret")}).isEmpty());

@@ -3,6 +3,7 @@
 #include "core/NotificationNames.h"
 #include "session/DeskHeightDisplay.h"
 #include "session/DeskStatusLine.h"
+#include "session/PresetButtonRow.h"
 #include "store/DQDataCatchHelper.h"
 #include "widgets/HomeFunctionBtn.h"
 #include "widgets/OMDeskPicture.h"
@@ -88,7 +89,7 @@ TEST_F(DeskControlTest, PresetClicksAndLongPressesNeedAPresetAndAKnownHeight) {
     int presented = 0;
     ShortcutsHeightSetVC::setPresenter(
         [&presented](ShortcutsHeightSetVC&) { return ++presented > 0; });
-    control->longHoverPress(control->presetButton(0));
+    control->presetRow()->longHoverPress(control->presetButton(0));
     EXPECT_EQ(presented, 0);
 
     press(control->presetButton(0));

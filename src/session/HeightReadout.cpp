@@ -1,0 +1,33 @@
+#include "session/HeightReadout.h"
+
+#include "session/DeskHeightDisplay.h"
+#include "session/OMTimeManager.h"
+#include "store/CurrentDeskModel.h"
+
+namespace ostrel {
+
+void HeightReadout::show(const QString& height, int minHeight, int maxHeight) {
+    const QString normalised = DeskHeightDisplay::normalisedHeight(height);
+    const double tenths = normalised.toDouble();
+    OMTimeManager& countdown = OMTimeManager::sharedInstance();
+    if (m_shownHeight != normalised && countdown.time() > 0)
+        countdown.setTime(0);
+    m_shownHeight = normalised;
+
+    const QString shown = DeskHeightDisplay::heightText(tenths, DeskHeightDisplay::usesInches());
+    if (shown != m_shownText) {
+        m_shownText = shown;
+        emit heightShown(shown);
+    }
+
+    const auto offsets = DeskHeightDisplay::pictureOffsets(
+        static_cast<float>(tenths), minHeight, maxHeight,
+        DeskHeightDisplay::legsForModel(CurrentDeskModel::name()));
+    emit deskOffsetsChanged(offsets.top, offsets.middle);
+}
+
+bool HeightReadout::isShown(const QString& height) const {
+    return DeskHeightDisplay::normalisedHeight(height) == m_shownHeight;
+}
+
+} // namespace ostrel

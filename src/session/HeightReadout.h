@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+namespace ostrel {
+
+// The desk's height as the session shows it: the text in the display unit, announced only when
+// it changes, and the desk picture's stage offsets within the desk's limits. Any change of
+// height restarts the sit-stand countdown before anyone hears of the new height. Apart from
+// the session, which wires the desk's parts together and only hands heights on.
+class HeightReadout : public QObject {
+    Q_OBJECT
+public:
+    using QObject::QObject;
+
+    // A height in tenths of a centimetre, as text: the desk's own report or a redraw.
+    void show(const QString& height, int minHeight, int maxHeight);
+    bool isShown(const QString& height) const;
+    // Tenths of a centimetre last shown; 0 before any.
+    double shownTenths() const { return m_shownHeight.toDouble(); }
+    // For a new desk: its first height is drawn whatever it is.
+    void forget() { m_shownHeight.clear(); }
+
+signals:
+    void heightShown(const QString& text);
+    void deskOffsetsChanged(float top, float middle);
+
+private:
+    QString m_shownHeight; // normalised
+    QString m_shownText;
+};
+
+} // namespace ostrel
