@@ -3,6 +3,7 @@
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace ostrel::test {
@@ -200,12 +201,9 @@ TEST_F(BluezTest, HeldKeyOutlivesABusyMainThreadButNotAStuckOne) {
     const QDeadlineTimer deadline(kWaitMs);
     QElapsedTimer still;
     int height = 900;
-    for (still.start(); still.elapsed() < 400 && !deadline.hasExpired();) {
-        if (const int now = deskHeight(name); now != height) {
-            height = now;
+    for (still.start(); still.elapsed() < 400 && !deadline.hasExpired();)
+        if (const int now = deskHeight(name); now != std::exchange(height, now))
             still.start();
-        }
-    }
     EXPECT_GT(height, 900);
     EXPECT_FALSE(deadline.hasExpired()) << "the desk never stopped";
     ASSERT_TRUE(waitFor([&] { return deskHeight(name) > height; }));
