@@ -203,9 +203,9 @@ OptionalError BluezDataPath::write(const QString& characteristic, const QByteArr
     if (found == m_routes.constEnd())
         return BluetoothError{0, QStringLiteral("the characteristic is not available")};
     // Pieces are never longer than the smallest MTU carries, so any fits the socket.
-    if (found->writeSocket) {
+    if (found->writer) {
         // A full socket means BlueZ is not taking writes; a closed one hangs up as well.
-        if (found->writeSocket->send(value) != 0)
+        if (!found->writer->send(value.constData(), static_cast<std::size_t>(value.size())))
             return BluetoothError{0, QStringLiteral("the characteristic write failed")};
         return std::nullopt;
     }

@@ -66,8 +66,8 @@ private:
         bool notifyWanted = false;
         bool notifyAcquiring = false;
         QPointer<PacketReader> notifySocket;
-        QPointer<PacketSocket> writeSocket;
-        std::shared_ptr<PacketSender> writer; // the write socket's, for channel writers
+        QPointer<PacketSocket> writeSocket;   // watched for a hang-up
+        std::shared_ptr<PacketSender> writer; // every write through the socket goes here
         std::shared_ptr<PacketSink> sink;
     };
     enum class Resolution { Pending, Running, Done };
