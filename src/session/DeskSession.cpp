@@ -181,9 +181,8 @@ void DeskSession::initBluetoothResultHandle() {
     h.bluetoothResultHandle_Other = stopUnattended;
     h.bluetoothResultHandle_Manage =
         weakly([](DeskSession& s, const std::string&) { s.m_presetKeys->confirmMemoryKey(); });
-    h.bluetoothResultHandle_HeightChange = weakly([](DeskSession& s, int height) {
-        s.later(Scheduler::Duration::zero(), [height](DeskSession& t) { t.showHeight(height); });
-    });
+    h.bluetoothResultHandle_HeightChange =
+        weakly([](DeskSession& s, int height) { s.showHeight(height); });
     h.bluetoothResultHandle_DeviceInfo = weakly([](DeskSession& s, const DeviceModel& model) {
         s.m_maxHeight = model.maxHeight;
         s.m_minHeight = model.minHeight;
@@ -314,10 +313,7 @@ void DeskSession::actionDeleteCurrentDevice() {
 void DeskSession::showHeight(int height) {
     if (height < 1)
         return;
-    // A desk at rest repeats its height with every poll: only a change is drawn again.
-    const QString reported = QString::number(height);
-    if (!m_readout->isShown(reported))
-        setTableViewHeight(reported);
+    m_readout->showReport(height, m_minHeight, m_maxHeight);
     m_currentHeight = static_cast<float>(height);
     keyOwner().heightReported(height);
     emit heightReported(m_readout->shownTenths());

@@ -13,6 +13,8 @@ void HeightReadout::show(const QString& height, int minHeight, int maxHeight) {
     if (m_shownHeight != normalised && countdown.time() > 0)
         countdown.setTime(0);
     m_shownHeight = normalised;
+    m_shownTenths = tenths;
+    m_shownReport = 0;
 
     const QString shown = DeskHeightDisplay::heightText(tenths, DeskHeightDisplay::usesInches());
     if (shown != m_shownText) {
@@ -26,8 +28,17 @@ void HeightReadout::show(const QString& height, int minHeight, int maxHeight) {
     emit deskOffsetsChanged(offsets.top, offsets.middle);
 }
 
-bool HeightReadout::isShown(const QString& height) const {
-    return DeskHeightDisplay::normalisedHeight(height) == m_shownHeight;
+void HeightReadout::showReport(int height, int minHeight, int maxHeight) {
+    if (height == m_shownReport)
+        return;
+    show(QString::number(height), minHeight, maxHeight);
+    m_shownReport = height;
+}
+
+void HeightReadout::forget() {
+    m_shownHeight.clear();
+    m_shownTenths = 0;
+    m_shownReport = 0;
 }
 
 } // namespace ostrel

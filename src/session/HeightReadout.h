@@ -16,11 +16,13 @@ public:
 
     // A height in tenths of a centimetre, as text: the desk's own report or a redraw.
     void show(const QString& height, int minHeight, int maxHeight);
-    bool isShown(const QString& height) const;
+    // The desk's own report. A desk at rest repeats its height with every display frame: only a
+    // change is drawn again.
+    void showReport(int height, int minHeight, int maxHeight);
     // Tenths of a centimetre last shown; 0 before any.
-    double shownTenths() const { return m_shownHeight.toDouble(); }
+    double shownTenths() const { return m_shownTenths; }
     // For a new desk: its first height is drawn whatever it is.
-    void forget() { m_shownHeight.clear(); }
+    void forget();
 
 signals:
     void heightShown(const QString& text);
@@ -28,7 +30,9 @@ signals:
 
 private:
     QString m_shownHeight; // normalised
+    double m_shownTenths = 0;
     QString m_shownText;
+    int m_shownReport = 0; // the report drawn last; 0 when anything else was drawn since
 };
 
 } // namespace ostrel
