@@ -1,9 +1,9 @@
 #include "LinkChannel.h"
 
 #include "protocol/BluetoothResultHandle.h"
+#include "protocol/CommandType.h"
 
 #include <QCoreApplication>
-#include <QThread>
 #include <chrono>
 
 namespace ostrel {
@@ -24,7 +24,8 @@ LinkChannel::LinkChannel(PlatformCentral::ChannelWriter writer, FrameCallback ca
     : m_writer(std::move(writer)), m_callback(std::move(callback)),
       m_toHandleFrame([this](const std::optional<Bytes>& frame, const OptionalError& error) {
           handleFrame(frame, error);
-      }) {}
+      }),
+      m_mainThread(std::this_thread::get_id()) {}
 
 void LinkChannel::received(std::span<const std::uint8_t> value) {
     m_frames.deliver(value, std::nullopt, m_toHandleFrame);
@@ -35,8 +36,10 @@ void LinkChannel::failed(const BluetoothError& error) {
 }
 
 void LinkChannel::handleFrame(const std::optional<Bytes>& frame, const OptionalError& error) {
+    BluetoothResultHandle& handle = BluetoothResultHandle::sharedInstance();
     if (!frame || !BluetoothResultHandle::isPoll(*frame)) {
-        passOn(frame, error);
+        if (!frame || m_repeats.passes(*frame, handle.currentCommandType() != command::kNoKey))
+            passOn(frame, error);
         return;
     }
     if (!m_writer)
@@ -44,7 +47,7 @@ void LinkChannel::handleFrame(const std::optional<Bytes>& frame, const OptionalE
     // Written while the poll is handled: a late answer reads as a released key.
     if (mainThreadStuck())
         m_writer(BluetoothResultHandle::noKeyAnswer());
-    else if (const Bytes* answer = BluetoothResultHandle::sharedInstance().answerPoll())
+    else if (const Bytes* answer = handle.answerPoll())
         m_writer(*answer);
 }
 
@@ -55,7 +58,7 @@ bool LinkChannel::mainThreadStuck() const {
 
 void LinkChannel::passOn(const std::optional<Bytes>& frame, const OptionalError& error) {
     QCoreApplication* application = QCoreApplication::instance();
-    if (!application || QThread::currentThread() == application->thread()) {
+    if (!application || std::this_thread::get_id() == m_mainThread) {
         m_callback(frame, error);
         return;
     }
