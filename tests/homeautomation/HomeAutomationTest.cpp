@@ -1,12 +1,9 @@
 // The bridge against real Mosquitto brokers, driving a virtual desk in virtual time; the
-// broker, and the other side standing in for Home Assistant, run in real time. Last, the real
-// application, provisioned by file before its first start and killed without warning.
-#include "MosquittoBroker.h"
+// broker, and the other side standing in for Home Assistant, run in real time.
+#include "HomeAssistant.h"
 #include "SessionTestSupport.h"
-#include "app/RealTimeWait.h"
 #include "homeautomation/DeskStatePublisher.h"
 #include "homeautomation/HomeAutomationBridge.h"
-#include "homeautomation/MqttClient.h"
 #include "platform/Platform.h"
 #include "platform/SecretFileStore.h"
 #include "settings/ViewHomeAutomation.h"
@@ -15,13 +12,11 @@
 #include "widgets/WidgetTestSupport.h"
 
 #include <QCheckBox>
-#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
 #include <set>
@@ -29,50 +24,7 @@
 namespace ostrel::test {
 namespace {
 
-constexpr int kNetworkWaitMs = 10000;
 constexpr int kConfigsPerDesk = 11;
-
-// Home Assistant's side: one more client of the broker, hearing everything.
-class HomeAssistant : public QObject {
-public:
-    explicit HomeAssistant(const MosquittoBroker& broker, bool tls = false) {
-        connect(&client, &MqttClient::messageReceived, this,
-                [this](const QString& topic, const QByteArray& payload, bool) {
-                    heard.insert(topic, payload);
-                    ++times[topic];
-                });
-        MqttClient::Options options;
-        options.host = QStringLiteral("localhost");
-        options.port = broker.port();
-        options.user = MosquittoBroker::kUser;
-        options.password = MosquittoBroker::kPassword;
-        options.tls = tls;
-        options.caFile = broker.caFile();
-        options.clientId = QStringLiteral("home-assistant");
-        client.start(options);
-        if (waitUntil([this] { return client.state() == MqttClient::State::Connected; },
-                      kNetworkWaitMs))
-            client.subscribe(QStringLiteral("#"));
-    }
-
-    bool hears(const QString& topic, const QByteArray& payload) {
-        return waitUntil([&] { return heard.value(topic) == payload; }, kNetworkWaitMs);
-    }
-
-    // What was heard last on the topics that start and end so.
-    QHash<QString, QByteArray> heardOn(const char* start, const char* end = "") const {
-        QHash<QString, QByteArray> found;
-        for (auto it = heard.begin(); it != heard.end(); ++it) {
-            if (it.key().startsWith(QLatin1String(start)) && it.key().endsWith(QLatin1String(end)))
-                found.insert(it.key(), it.value());
-        }
-        return found;
-    }
-
-    MqttClient client;
-    QHash<QString, QByteArray> heard;
-    QHash<QString, int> times; // how often each topic was heard
-};
 
 class HomeAutomationTest : public SessionTest {
 protected:
@@ -379,48 +331,6 @@ TEST_F(HomeAutomationTest, TlsWithATestAuthority) {
     ASSERT_TRUE(bridgeReaches(MqttClient::State::Connected)) << bridge->statusText().toStdString();
     HomeAssistant ha(broker, true);
     EXPECT_TRUE(ha.hears(bridge->availabilityTopic(), "online"));
-}
-
-// As an administrator would write it.
-QByteArray provisionedSettings(int port) {
-    return R"(<?xml version="1.0" encoding="UTF-8"?>
-<plist version="1.0"><array><dict>
-  <key>mqttEnabled</key><string>1</string> <key>mqttAllowControl</key><string>0</string>
-  <key>mqttHost</key><string>127.0.0.1</string> <key>mqttPort</key><string>)" +
-           QByteArray::number(port) + "</string>\n</dict></array></plist>\n";
-}
-
-TEST(LastWillTest, TheBrokerSaysOfflineWhenTheApplicationIsKilled) {
-    constexpr int kAppWaitMs = 20000;
-    MosquittoBroker broker(MosquittoBroker::Kind::Anonymous);
-    ASSERT_TRUE(broker.start()) << broker.log().toStdString();
-    QTemporaryDir home;
-    const QString data = home.filePath(QStringLiteral("data/ostrel/ostrel-motion"));
-    ASSERT_TRUE(QDir().mkpath(data));
-    QFile settings(data + QStringLiteral("/HomeAutomation.plist"));
-    ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
-    settings.write(provisionedSettings(broker.port()));
-    settings.close();
-    HomeAssistant ha(broker);
-
-    QProcess app;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char* folder : {"data", "config", "cache"})
-        environment.insert(QStringLiteral("XDG_%1_HOME").arg(QString(folder).toUpper()),
-                           home.filePath(folder));
-    app.setProcessEnvironment(environment);
-    app.start(QStringLiteral(OSTREL_MOTION_BINARY),
-              {QStringLiteral("--demo"), QStringLiteral("--hidden")});
-    const auto says = [&](const char* availability) {
-        return ha.heardOn("ostrel-motion/", "/availability").values() ==
-               QByteArrayList{availability};
-    };
-    ASSERT_TRUE(waitUntil([&] { return says("online"); }, kAppWaitMs))
-        << app.readAllStandardError().toStdString();
-
-    app.kill();
-    app.waitForFinished();
-    EXPECT_TRUE(waitUntil([&] { return says("offline"); }, kAppWaitMs));
 }
 
 } // namespace
