@@ -39,11 +39,12 @@ Step Present(bool present) {
 // transitions.
 using Expected = std::array<int, 5>; // offset, sitting, standing, away, transitions
 
+// Each starts at desk A, at nine unless it says otherwise.
 struct Scenario {
     const char* name;
-    QTime start;
     QList<Step> steps;
     QList<Expected> days;
+    QTime start{9, 0};
 };
 
 class ActivityRecorderTest : public ::testing::Test {
@@ -75,47 +76,37 @@ protected:
 };
 
 TEST_F(ActivityRecorderTest, IntervalsCountFromTheCrossingOnTheSteadyClock) {
-    const QTime nine(9, 0);
     const Scenario scenarios[] = {
         {"a crossing counts from the moment it happened",
-         nine,
-         {Desk("A"), Height(72), Wait(10min), Height(110), Wait(20min), Height(72), Wait(5min)},
+         {Height(72), Wait(10min), Height(110), Wait(20min), Height(72), Wait(5min)},
          {{0, 15, 20, 0, 2}}},
         {"passing the threshold for less than 30 s is no interval",
-         nine,
-         {Desk("A"), Height(72), Wait(10min), Height(110), Wait(29s), Height(72), Wait(10min)},
+         {Height(72), Wait(10min), Height(110), Wait(29s), Height(72), Wait(10min)},
          {{0, 20, 0, 0, 0}}},
         {"midnight inside an interval splits it",
-         QTime(23, 40),
-         {Desk("A"), Height(110), Wait(40min)},
-         {{0, 0, 20, 0, 0}, {1, 0, 20, 0, 0}}},
+         {Height(110), Wait(40min)},
+         {{0, 0, 20, 0, 0}, {1, 0, 20, 0, 0}},
+         QTime(23, 40)},
         {"the wall clock set back an hour doubles nothing",
-         nine,
-         {Desk("A"), Height(110), Wait(30min), ShiftWall(-1h), Wait(30min)},
+         {Height(110), Wait(30min), ShiftWall(-1h), Wait(30min)},
          {{0, 0, 60, 0, 0}}},
         {"the wall clock jumping past midnight loses nothing",
-         nine,
-         {Desk("A"), Height(110), Wait(10min), ShiftWall(15h), Wait(10min)},
+         {Height(110), Wait(10min), ShiftWall(15h), Wait(10min)},
          {{0, 0, 10, 0, 0}, {1, 0, 10, 0, 0}}},
         {"the desk switched while standing",
-         nine,
-         {Desk("A"), Height(110), Wait(10min), Desk(""), Wait(5s), Desk("B"), Height(112),
-          Wait(10min)},
+         {Height(110), Wait(10min), Desk(""), Wait(5s), Desk("B"), Height(112), Wait(10min)},
          {{0, 0, 20, 0, 0}}},
         {"two desks on one day are the user's totals",
-         nine,
-         {Desk("A"), Height(70), Wait(10min), Desk(""), Wait(2min), Desk("B"), Height(115),
-          Wait(10min)},
+         {Height(70), Wait(10min), Desk(""), Wait(2min), Desk("B"), Height(115), Wait(10min)},
          {{0, 10, 10, 0, 0}}},
         {"a locked screen while standing is away",
-         nine,
-         {Desk("A"), Height(110), Wait(10min), Present(false), Wait(20min), Present(true),
-          Wait(10min)},
+         {Height(110), Wait(10min), Present(false), Wait(20min), Present(true), Wait(10min)},
          {{0, 0, 20, 20, 0}}},
     };
     for (const Scenario& scenario : scenarios) {
         SCOPED_TRACE(scenario.name);
         start(scenario.start);
+        apply(Desk("A"));
         for (const Step& step : scenario.steps)
             apply(step);
         const ActivityReport report = recorder->report(2);

@@ -123,14 +123,10 @@ TEST_F(GoToHeightTest, ASlowDeskIsStoppedAfterTheFullTravelTime) {
 }
 
 // Targets beyond the limits are refused where they come in: DeskBusTest, the height sheet below.
-TEST_F(GoToHeightTest, ATargetBeforeAnyHeightIsRefused) {
-    const GoToHeight::Limits limits = openOn({}).limits();
-    GoToHeight fresh;
-    EXPECT_EQ(fresh.start(900, 0, limits), GoToHeight::Refusal::HeightUnknown);
-}
-
-TEST_F(GoToHeightTest, ATargetAtTheCurrentHeightArrivesWithoutMoving) {
+TEST_F(GoToHeightTest, ATargetBeforeAnyHeightIsRefusedAndOneAtTheCurrentHeightArrivesAtOnce) {
     DeskSession& s = openOn({});
+    GoToHeight fresh;
+    EXPECT_EQ(fresh.start(900, 0, s.limits()), GoToHeight::Refusal::HeightUnknown);
     ASSERT_EQ(s.moveTo(722), GoToHeight::Refusal::None);
     EXPECT_EQ(endings, std::vector{Ending::Arrived});
     advance(500ms);
