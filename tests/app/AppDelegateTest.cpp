@@ -141,7 +141,8 @@ TEST_F(LaunchTest, StartAtLoginWritesAValidAutostartEntryThatStartsHidden) {
     EXPECT_FALSE(entry->isChecked());
 }
 
-TEST_F(LaunchTest, MenuMinimisesAndHides) {
+// Quitting with nothing to save asks nothing and releases the hot key.
+TEST_F(LaunchTest, MenuMinimisesHidesAndQuits) {
     launch();
     delegate->menu()->mainMenuMinisize->trigger();
     EXPECT_TRUE(delegate->modalWindow()->isMinimized());
@@ -149,6 +150,12 @@ TEST_F(LaunchTest, MenuMinimisesAndHides) {
     EXPECT_FALSE(delegate->modalWindow()->isMinimized());
     delegate->menu()->HideOstrelMotion->trigger();
     EXPECT_FALSE(delegate->modalWindow()->isVisible());
+
+    QSignalSpy terminated(delegate.get(), &AppDelegate::terminated);
+    delegate->menu()->QuitOstrelMotion->trigger();
+    EXPECT_EQ(terminated.count(), 1);
+    EXPECT_EQ(services.hotKeyRemovals, 1);
+    EXPECT_TRUE(alerts.empty());
 }
 
 // ---- Stored settings applied at launch ----
@@ -171,15 +178,6 @@ struct FailingStore : OMPersistentContainer {
         return false;
     }
 };
-
-TEST_F(LaunchTest, QuitWithNothingToSaveTerminatesAndReleasesTheHotKey) {
-    launch();
-    QSignalSpy terminated(delegate.get(), &AppDelegate::terminated);
-    delegate->menu()->QuitOstrelMotion->trigger();
-    EXPECT_EQ(terminated.count(), 1);
-    EXPECT_EQ(services.hotKeyRemovals, 1);
-    EXPECT_TRUE(alerts.empty());
-}
 
 TEST_F(LaunchTest, FailedSaveAsksAndCancelKeepsRunning) {
     delegate->setPersistentContainer(std::make_unique<FailingStore>());

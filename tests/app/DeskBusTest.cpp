@@ -136,11 +136,7 @@ protected:
 // false = the desk follows the target command, true = it ignores it.
 class DeskBusPathTest : public DeskBusTest, public ::testing::WithParamInterface<bool> {
 protected:
-    void openOnPath() {
-        VirtualDeskConfig config;
-        config.ignoresTargetHeight = GetParam();
-        open(config);
-    }
+    void openOnPath() { open({.ignoresTargetHeight = GetParam()}); }
     // A scripted move on this path, `runFor` under way.
     void moveOnPathFor(double cm, std::chrono::milliseconds runFor) {
         openOnPath();
@@ -246,11 +242,12 @@ TEST_F(DeskBusTest, UpAndDownToggleAsTheHotKeysAndEndByTheirWatchdog) {
     EXPECT_FALSE(session().hotKeyMovement().isMoving());
 }
 
-TEST_F(DeskBusTest, PropertyChangesArriveAFewTimesASecondWhileMoving) {
+TEST_F(DeskBusTest, PropertyChangesArriveAFewTimesASecondWhileMovingAndPresenceIsAnnounced) {
     open({}, "72,110,0,0");
     ASSERT_TRUE(delivered([&] { return recorder.any("Connected", true); }));
     EXPECT_EQ(property("DeskName").toString(), kDeskName);
     EXPECT_EQ(property("Unit").toString(), QStringLiteral("cm"));
+    EXPECT_EQ(property("Present"), true);
 
     recorder.changes.clear();
     ASSERT_TRUE(answered("MoveTo", {100.0}));
@@ -264,6 +261,10 @@ TEST_F(DeskBusTest, PropertyChangesArriveAFewTimesASecondWhileMoving) {
     for (const QVariantMap& change : recorder.changes)
         lastHeight = change.value(QStringLiteral("Height"), lastHeight).toDouble();
     EXPECT_NEAR(lastHeight, 100.0, 0.5);
+
+    presence.setPresent(false);
+    EXPECT_EQ(property("Present"), false);
+    EXPECT_TRUE(delivered([&] { return recorder.last("Present", false); }));
 }
 
 TEST_F(DeskBusTest, StandingTimeIncludesTheOpenIntervalAndTheGoalIsWritable) {
@@ -291,15 +292,6 @@ TEST_F(DeskBusTest, StandingTimeIncludesTheOpenIntervalAndTheGoalIsWritable) {
     EXPECT_EQ(days.last().value(QStringLiteral("date")),
               activity.recorder.today().toString(Qt::ISODate));
     EXPECT_NEAR(days.last().value(QStringLiteral("standing_s")).toDouble(), 600, 30);
-}
-
-TEST_F(DeskBusTest, PresentFollowsTheUserAndIsAnnounced) {
-    open();
-    advance(DeskBusAdaptor::kChangeInterval);
-    EXPECT_EQ(property("Present"), true);
-    presence.setPresent(false);
-    EXPECT_EQ(property("Present"), false);
-    EXPECT_TRUE(delivered([&] { return recorder.last("Present", false); }));
 }
 
 TEST_F(DeskBusTest, IntrospectionMatchesTheInterfaceFileInTheRepository) {
