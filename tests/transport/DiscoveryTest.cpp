@@ -137,9 +137,15 @@ TEST_F(DiscoveryTest, PowerAlertOnlyWhenTheOptionsAskForIt) {
               QStringList{"Bluetooth is turned off, please turn it on to connect to your desk"});
 }
 
-TEST_F(DiscoveryTest, SingleResultScanStopsAtTheNamedDesk) {
+TEST_F(DiscoveryTest, SingleResultScanStopsAtTheNamedDeskAndFailsAtOnceWithoutACondition) {
     addDesk({.name = "QWJ-0002"});
     addDesk();
+    std::optional<BluetoothError> error;
+    tool().scanDeviceWithCondition(
+        {}, [&](const PeripheralPtr&, const OptionalError& e) { error = e; });
+    EXPECT_EQ(error, (BluetoothError{2, "the condition is nil"}));
+    EXPECT_FALSE(central->isScanning());
+
     std::vector<int> states;
     facade().bluetoothStateChanged(
         [&](const PeripheralPtr&, int state) { states.push_back(state); });
@@ -152,14 +158,6 @@ TEST_F(DiscoveryTest, SingleResultScanStopsAtTheNamedDesk) {
     ASSERT_TRUE(found);
     EXPECT_EQ(found->name(), "QWJ-0001");
     EXPECT_EQ(states, (std::vector<int>{1, 2}));
-    EXPECT_FALSE(central->isScanning());
-}
-
-TEST_F(DiscoveryTest, ScanWithoutConditionFailsAtOnce) {
-    std::optional<BluetoothError> error;
-    tool().scanDeviceWithCondition(
-        {}, [&](const PeripheralPtr&, const OptionalError& e) { error = e; });
-    EXPECT_EQ(error, (BluetoothError{2, "the condition is nil"}));
     EXPECT_FALSE(central->isScanning());
 }
 

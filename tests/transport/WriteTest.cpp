@@ -78,26 +78,12 @@ TEST_F(WriteTest, DeskWithoutIdentifiersGetsNoSubscriptionAndNoWrite) {
     EXPECT_EQ(calls, 0);
 }
 
-TEST_F(WriteTest, WriteToAStaleLinkFailsWithNotConnected) {
+// The link goes while a write is still looking for its characteristic: nothing to write to, so
+// the session is told to rebuild the link instead; a write to the stale link then fails at once.
+TEST_F(WriteTest, WritesOnALostLinkPostReconnectOrFailWithNotConnected) {
     VirtualDesk& desk = addDesk();
-    const PeripheralPtr peripheral = connect(desk);
+    const PeripheralPtr peripheral = connect(desk); // connected, nothing discovered yet
     facade().setAutoConnectAfterDisconnect(false);
-    desk.dropLink();
-    std::optional<BluetoothError> error;
-    facade().writeData(Bytes{0x01}, peripheral,
-                       [&](const CharacteristicPtr& c, const OptionalError& e) {
-                           EXPECT_FALSE(c);
-                           error = e;
-                       });
-    EXPECT_EQ(error, (BluetoothError{
-                         4, "the device does't connected ! please operation after connected !"}));
-}
-
-// The link goes while the write is still looking for its characteristic: nothing to write to,
-// so the session is told to rebuild the link instead.
-TEST_F(WriteTest, WriteThatFindsNoCharacteristicPostsReconnect) {
-    VirtualDesk& desk = addDesk();
-    connect(desk); // connected, nothing discovered yet
     const int& reconnectPosts = countPosts(notifications::kReconnect);
     int calls = 0;
     facade().writeDataWithCurrentperipheral(
@@ -107,6 +93,15 @@ TEST_F(WriteTest, WriteThatFindsNoCharacteristicPostsReconnect) {
     EXPECT_EQ(reconnectPosts, 1);
     EXPECT_EQ(calls, 0);
     EXPECT_TRUE(sent.empty());
+
+    std::optional<BluetoothError> error;
+    facade().writeData(Bytes{0x01}, peripheral,
+                       [&](const CharacteristicPtr& c, const OptionalError& e) {
+                           EXPECT_FALSE(c);
+                           error = e;
+                       });
+    EXPECT_EQ(error, (BluetoothError{
+                         4, "the device does't connected ! please operation after connected !"}));
 }
 
 // Notification bytes are cut into frames however the desk splits and pads them, and nothing a

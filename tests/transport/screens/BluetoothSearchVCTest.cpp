@@ -69,6 +69,13 @@ protected:
         advance(200ms);
     }
 
+    // The screen's scan, its refresh icon and the radio's scan go together.
+    void expectScanning(bool on) const {
+        EXPECT_EQ(screen->isScanning(), on);
+        EXPECT_EQ(screen->isRefreshRotating(), on);
+        EXPECT_EQ(central->isScanning(), on);
+    }
+
     std::unique_ptr<BluetoothSearchVC> screen;
 };
 
@@ -78,8 +85,7 @@ TEST_F(BluetoothSearchVCTest, ListsEachDeskNameOnceWhileScanningForThirtySeconds
     addDesk({.name = "QXR-0002"});
     addDesk({.name = "Speaker-7"}); // not a desk
     openScreen();
-    EXPECT_TRUE(screen->isScanning());
-    EXPECT_TRUE(screen->isRefreshRotating());
+    expectScanning(true);
 
     advance(1s);
     EXPECT_EQ(rowTitles(), (QStringList{"QWJ-0001", "QXR-0002"}));
@@ -87,9 +93,7 @@ TEST_F(BluetoothSearchVCTest, ListsEachDeskNameOnceWhileScanningForThirtySeconds
     advance(30s - now() - 1ms);
     EXPECT_TRUE(screen->isScanning());
     advance(1ms);
-    EXPECT_FALSE(screen->isScanning());
-    EXPECT_FALSE(screen->isRefreshRotating());
-    EXPECT_FALSE(central->isScanning());
+    expectScanning(false);
     EXPECT_EQ(rowTitles(), (QStringList{"QWJ-0001", "QXR-0002"})); // the list stays
 }
 
@@ -105,8 +109,7 @@ TEST_F(BluetoothSearchVCTest, ClickWhileScanningBindsTheDeskAndOpensTheControlSc
     EXPECT_EQ(currentDevice(), pairedRecord(desk));
     EXPECT_FALSE(screen->rows().first()->isConnectShown());
     // The control screen inherits a quiet radio and a connected desk.
-    EXPECT_FALSE(screen->isScanning());
-    EXPECT_FALSE(central->isScanning());
+    expectScanning(false);
     EXPECT_EQ(screen->blueToothManager().currentPeripheral()->name(), "QWJ-0001");
     EXPECT_TRUE(screen->blueToothManager().currentPeripheral()->isConnected());
 
@@ -144,8 +147,7 @@ TEST_F(BluetoothSearchVCTest, ClickAfterTheScanEndedScansAgainWithoutConnecting)
     ASSERT_EQ(screen->rows().size(), 1);
 
     click(screen->rows().first());
-    EXPECT_TRUE(screen->isScanning());
-    EXPECT_TRUE(screen->isRefreshRotating());
+    expectScanning(true);
     EXPECT_TRUE(screen->rows().isEmpty()); // a fresh list
     advance(1s);
     EXPECT_EQ(rowTitles(), QStringList{"QWJ-0001"});
@@ -228,9 +230,7 @@ TEST_F(BluetoothSearchVCTest, FollowsTheRadio) {
     // Off during the scan: it stops at once and the list stays (the alert is DiscoveryTest's).
     central->setPowered(false);
     advance(1s);
-    EXPECT_FALSE(screen->isScanning());
-    EXPECT_FALSE(screen->isRefreshRotating());
-    EXPECT_FALSE(central->isScanning());
+    expectScanning(false);
     EXPECT_EQ(rowTitles(), QStringList{"QWJ-0001"});
 
     central->setPowered(true);
@@ -244,16 +244,14 @@ TEST_F(BluetoothSearchVCTest, LeavingStopsItsOwnScanButNotTheNextScreens) {
     advance(1s);
     screen->show();
     screen->hide();
-    EXPECT_FALSE(screen->isScanning());
-    EXPECT_FALSE(central->isScanning());
+    expectScanning(false);
 
     screen->actionRefresh();
     // A new search screen takes over before the old one is gone.
     auto next = std::make_unique<BluetoothSearchVC>();
     std::swap(screen, next);
     next.reset();
-    EXPECT_TRUE(screen->isScanning());
-    EXPECT_TRUE(central->isScanning());
+    expectScanning(true);
     advance(1s);
     EXPECT_EQ(rowTitles(), QStringList{"QWJ-0001"});
 }
