@@ -31,18 +31,7 @@ TEST(BluetoothProtocolTest, CommandCatalogue) {
         EXPECT_EQ(P::cmdForTableResponseType(empty), hexBytes("9B FF FF 9D")) << empty;
 
     // Every other frame: the listed body, then a CRC the desk accepts.
-    const std::pair<Bytes, std::string> frames[] = {
-        {P::cmdForTableResponseType(1), "06 02 01 00"},
-        {P::cmdForTableResponseType(2), "06 02 02 00"},
-        {P::cmdForTableResponseType(3), "06 02 30 00"},
-        {P::cmdForTableResponseType(7), "06 03 83 01"},
-        {P::cmdForTableResponseType(8), "06 03 83 02"},
-        {P::cmdForTableResponseType(9), "06 02 04 00"},
-        {P::cmdForTableResponseType(10), "06 02 08 00"},
-        {P::cmdForTableResponseType(11), "06 02 10 00"},
-        {P::cmdForTableResponseType(12), "06 02 00 01"},
-        {P::cmdForTableResponseType(13), "06 02 20 00"},
-        {P::cmdForTableResponseType(14), "06 02 40 00"},
+    std::vector<std::pair<Bytes, std::string>> frames = {
         {P::cmdForTableTargetHeight(1234), "07 03 80 D2 04"},
         {P::cmdForTableEditTabletopThickness(0x1FF), "06 03 86 FF"},
         {P::cmdForResistanceGoBackWithState("0", 3), "07 03 89 00 00"},
@@ -53,6 +42,13 @@ TEST(BluetoothProtocolTest, CommandCatalogue) {
         {*P::cmdForLightStripColorWithSwitchStatus(0, 8, 1, 2, 3), "07 03 9F 00 08"},
         {*P::cmdForLightStripColorWithSwitchStatus(1, 1, 1, 2, 3), "07 03 9F 01 01"},
     };
+    const std::pair<int, const char*> responses[] = {
+        {1, "06 02 01 00"},  {2, "06 02 02 00"},  {3, "06 02 30 00"},  {7, "06 03 83 01"},
+        {8, "06 03 83 02"},  {9, "06 02 04 00"},  {10, "06 02 08 00"}, {11, "06 02 10 00"},
+        {12, "06 02 00 01"}, {13, "06 02 20 00"}, {14, "06 02 40 00"},
+    };
+    for (const auto& [type, body] : responses)
+        frames.emplace_back(P::cmdForTableResponseType(type), body);
     for (const auto& [frame, body] : frames) {
         EXPECT_TRUE(BluetoothResultHandle::crcCheck(frame)) << body;
         EXPECT_EQ(Bytes(frame.begin() + 1, frame.end() - 3), hexBytes(body));

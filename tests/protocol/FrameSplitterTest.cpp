@@ -18,17 +18,6 @@ struct Collector {
     }
 };
 
-// How a stream may be cut is the random test's; here what clear() drops.
-TEST(FrameSplitterTest, ClearDropsAFrameInProgress) {
-    FrameSplitter splitter;
-    Collector out;
-    out.feed(splitter, hexBytes("9B FF"));
-    EXPECT_EQ(splitter.bufferedSize(), 2u);
-    splitter.clear();
-    out.feed(splitter, hexBytes("03 9D"));
-    EXPECT_TRUE(out.frames.empty());
-}
-
 // Frames whose bytes after the head hold no 0x9B, so no false head can hide inside them.
 std::vector<Bytes> randomFrames(std::mt19937& random, int count) {
     std::vector<Bytes> frames;
@@ -75,9 +64,16 @@ Bytes decoyGarbage(std::size_t triples) {
     return garbage;
 }
 
-TEST(FrameSplitterTest, OverflowDropsGarbageButKeepsAFrameInProgress) {
+// clear() drops a frame in progress; a full buffer drops garbage but keeps one.
+TEST(FrameSplitterTest, ClearDropsAFrameInProgressAndOverflowOnlyGarbage) {
     FrameSplitter splitter(300);
     Collector out;
+    out.feed(splitter, hexBytes("9B FF"));
+    EXPECT_EQ(splitter.bufferedSize(), 2u);
+    splitter.clear();
+    out.feed(splitter, hexBytes("03 9D"));
+    EXPECT_TRUE(out.frames.empty());
+
     for (int i = 0; i < 50; ++i) {
         out.feed(splitter, decoyGarbage(40));
         ASSERT_LE(splitter.bufferedSize(), 300u);
