@@ -49,12 +49,16 @@ protected:
         return nullptr;
     }
 
-    ViewDeviceDetail* openDetail(ViewDeviceManagement* page, const QString& name) {
+    // A bound desk's detail page, from the device list (opened now unless given).
+    void openDetail(const QString& name, ViewDeviceManagement* page = nullptr) {
+        if (!page)
+            page = openDevices();
+        ASSERT_NE(page, nullptr);
         DeviceManagerRowView* row = pairedRow(page, name);
-        EXPECT_NE(row, nullptr) << name.toStdString();
-        if (row)
-            click(row);
-        return top<ViewDeviceDetail>();
+        ASSERT_NE(row, nullptr) << name.toStdString();
+        click(row);
+        detail = top<ViewDeviceDetail>();
+        ASSERT_NE(detail, nullptr);
     }
 
     static QStringList boundNames() {
@@ -66,6 +70,7 @@ protected:
 
     VirtualDesk* first = nullptr;
     VirtualDesk* other = nullptr;
+    ViewDeviceDetail* detail = nullptr;
     const int& deskChanges = countPosts(notifications::kGlobeBlueToothIsConnect);
 };
 
@@ -104,10 +109,7 @@ TEST_F(DeviceSwitchTest, OnlineMarksFollowTheScanAndTheLinkedDeskCountsAsOnline)
 // The old desk stops hearing answers and the new one moves on Up. What a desk moving at the
 // switch hears is DeskLetGoTest's.
 TEST_F(DeviceSwitchTest, ChangingDeviceMovesTheSessionToTheOtherDesk) {
-    ViewDeviceManagement* page = openDevices();
-    ASSERT_NE(page, nullptr);
-    ViewDeviceDetail* detail = openDetail(page, kOtherName);
-    ASSERT_NE(detail, nullptr);
+    ASSERT_NO_FATAL_FAILURE(openDetail(kOtherName));
     ASSERT_TRUE(detail->changeButton()->isEnabled());
 
     detail->changeButton()->click();
@@ -144,8 +146,7 @@ TEST_F(DeviceSwitchTest, ChangingDeviceMovesTheSessionToTheOtherDesk) {
 
 // The session waits for the switch: closing the pages meanwhile must not leave it without a desk.
 TEST_F(DeviceSwitchTest, LeavingThePagesDuringASwitchStillCompletesIt) {
-    ViewDeviceDetail* detail = openDetail(openDevices(), kOtherName);
-    ASSERT_NE(detail, nullptr);
+    ASSERT_NO_FATAL_FAILURE(openDetail(kOtherName));
     detail->changeButton()->click();
     for (int page = 0; page < 2; ++page)
         qobject_cast<DevicePage*>(control->topView())->backButton()->click();
@@ -161,8 +162,7 @@ TEST_F(DeviceSwitchTest, LeavingThePagesDuringASwitchStillCompletesIt) {
 // Switched off between the scan and the click: the attempt times out, the user is told, and the
 // session, which no longer has a desk, asks to go back to search. Nothing bound is lost.
 TEST_F(DeviceSwitchTest, ADeskSwitchedOffAfterTheScanFailsClearlyAndLosesNoRecord) {
-    ViewDeviceDetail* detail = openDetail(openDevices(), kOtherName);
-    ASSERT_NE(detail, nullptr);
+    ASSERT_NO_FATAL_FAILURE(openDetail(kOtherName));
     other->setPowered(false);
     alertAnswer = OMAlert::kFirstButton + 1; // leave the break tip unanswered for now
     detail->changeButton()->click();
@@ -178,8 +178,7 @@ TEST_F(DeviceSwitchTest, ADeskSwitchedOffAfterTheScanFailsClearlyAndLosesNoRecor
 }
 
 TEST_F(DeviceSwitchTest, DeletingTheCurrentDeskEndsTheSessionAndForgetsIt) {
-    ViewDeviceDetail* detail = openDetail(openDevices(), kDeskName);
-    ASSERT_NE(detail, nullptr);
+    ASSERT_NO_FATAL_FAILURE(openDetail(kDeskName));
 
     alertAnswer = OMAlert::kFirstButton + 1; // "Cancel"
     detail->deleteButton()->click();
@@ -214,9 +213,7 @@ class DeskLetGoTest : public DeviceSwitchTest, public ::testing::WithParamInterf
 
 TEST_P(DeskLetGoTest, TheDeskHearsNoKeyBeforeItsLinkGoes) {
     constexpr int kUpBit = 0x01, kDownBit = 0x02;
-    ViewDeviceDetail* detail =
-        openDetail(openDevices(), GetParam().deleteDesk ? kDeskName : kOtherName);
-    ASSERT_NE(detail, nullptr);
+    ASSERT_NO_FATAL_FAILURE(openDetail(GetParam().deleteDesk ? kDeskName : kOtherName));
     if (GetParam().ownMove) {
         ASSERT_EQ(session().moveTo(1100), GoToHeight::Refusal::None);
     } else {
@@ -259,8 +256,7 @@ INSTANTIATE_TEST_SUITE_P(SwitchAndDelete, DeskLetGoTest,
 TEST_F(DeviceSwitchTest, DeletingAnotherDeskKeepsTheSessionAndRescans) {
     ViewDeviceManagement* page = openDevices();
     advance(30s);
-    ViewDeviceDetail* detail = openDetail(page, kOtherName);
-    ASSERT_NE(detail, nullptr);
+    ASSERT_NO_FATAL_FAILURE(openDetail(kOtherName, page));
     detail->deleteButton()->click();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 
@@ -277,8 +273,7 @@ TEST_F(DeviceSwitchTest, DeletingAnotherDeskKeepsTheSessionAndRescans) {
 }
 
 TEST_F(DeviceSwitchTest, RenamingPersistsInBothStoresAndABlankNameChangesNothing) {
-    ViewDeviceDetail* detail = openDetail(openDevices(), kDeskName);
-    ASSERT_NE(detail, nullptr);
+    ASSERT_NO_FATAL_FAILURE(openDetail(kDeskName));
     click(detail->nameRow());
     ViewNameEdit* edit = top<ViewNameEdit>();
     ASSERT_NE(edit, nullptr);

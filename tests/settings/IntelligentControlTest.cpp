@@ -105,7 +105,7 @@ TEST_F(IntelligentControlTest, TheKeySequenceOutlivesThePage) {
     EXPECT_EQ(storedPresets(), "72,110,0,0");
 }
 
-TEST_F(IntelligentControlTest, AntiCollisionAndSensitivityAreStoredAndSentToTheDesk) {
+TEST_F(IntelligentControlTest, AntiCollisionAndSensitivityAreStoredSentToTheDeskAndExplained) {
     ViewIntelligentControl& page = openPage();
     EXPECT_EQ(page.antiSwitch()->imageName(), "setting_switchclose");
     EXPECT_EQ(page.sensitivityRow()->valueText(), "Low");
@@ -139,10 +139,8 @@ TEST_F(IntelligentControlTest, AntiCollisionAndSensitivityAreStoredAndSentToTheD
     advance(100ms);
     EXPECT_EQ(desk->sensitivity(), 0);
     EXPECT_EQ(page.sensitivityRow()->valueText(), "Middle");
-}
+    goBack();
 
-TEST_F(IntelligentControlTest, HelpPagesOpenFromTheirButtonsAndLeadBack) {
-    ViewIntelligentControl& page = openPage();
     click(page.antiHelpButton());
     ASSERT_NE(top<AntiCollisionHelpVC>(), nullptr);
     EXPECT_FALSE(top<AntiCollisionHelpVC>()->text().isEmpty());

@@ -72,9 +72,7 @@ TEST_F(LightStripTest, TheWellSendsThePixelUnderThePointerGreenRedBlueOnTheWire)
     EXPECT_EQ(page.swatchColor(), QColor(255, 0, 0));
     EXPECT_EQ(pick(QPoint(well->width() / 2, 0)), std::tuple(custom, 255, 255, 255)); // white
     EXPECT_FALSE(well->colorAt(QPoint(-1, 10)).isValid());
-}
-
-TEST_F(LightStripTest, ColourComponentsAreTruncatedNotRounded) {
+    // Components are truncated, not rounded.
     EXPECT_EQ(ColorManageView::channel(0.999f), 254);
     EXPECT_EQ(ColorManageView::channel(1.0f), 255);
     EXPECT_EQ(ColorManageView::channel(0.0f), 0);

@@ -38,27 +38,31 @@ protected:
     ViewShortcutKeys* page = nullptr;
 };
 
-TEST_F(ShortcutKeysTest, TheSwitchStoresItsStateAndTakesOrLetsGoTheKeys) {
+// Whatever the desktop could not give is named on the page while the keys are on.
+TEST_F(ShortcutKeysTest, TheSwitchStoresItsStateTakesOrLetsGoTheKeysAndSaysWhichAreTaken) {
+    fake.keys->takenByOthers = {126, 19};
     ViewShortcutKeys& view = openPage();
     EXPECT_FALSE(view.switchRow()->switchButton()->isChecked()) << "off in a fresh record";
     EXPECT_TRUE(fake.keys->calls.isEmpty());
+    EXPECT_EQ(view.notice(), QString());
 
     alertAnswer = OMAlert::kFirstButton + 1; // Shift, the default, as it is
     click(view.switchRow()->switchButton());
     EXPECT_EQ(stored().combinationopen, "1");
     EXPECT_TRUE(view.switchRow()->switchButton()->isChecked());
     EXPECT_EQ(fake.keys->calls, QStringList({"grab 0"}));
+    EXPECT_EQ(view.notice(),
+              "Another application already uses Shift + ↑, Shift + 2: these keys do nothing here.");
 
     click(view.switchRow()->switchButton());
     EXPECT_EQ(stored().combinationopen, "0");
     EXPECT_FALSE(fake.keys->held);
     EXPECT_EQ(stored().unit, "0") << "the other settings stay";
+    EXPECT_EQ(view.notice(), QString());
 }
 
 TEST_F(ShortcutKeysTest, ACombinationRetakesTheKeysAndRelabelsTheRows) {
-    Object_SystemSetting setting = stored();
-    setting.combinationopen = "1";
-    SystemSettingRecord::save(setting);
+    SystemSettingRecord::change(&Object_SystemSetting::combinationopen, "1");
     alertAnswer = 0; // no desk: the session waits at its prompt and keeps the keys
     ViewShortcutKeys& view = openPage();
     EXPECT_EQ(itemContents(), QStringList({"Shift + ↑", "Shift + ↓", "Shift + 1", "Shift + 2",
@@ -80,9 +84,7 @@ TEST_F(ShortcutKeysTest, ACombinationRetakesTheKeysAndRelabelsTheRows) {
 // The page holds the record it loaded: saving again would overwrite what changed meanwhile.
 TEST_F(ShortcutKeysTest, ChoosingTheChosenCombinationAgainChangesAndSavesNothing) {
     ViewShortcutKeys& view = openPage();
-    Object_SystemSetting elsewhere = stored();
-    elsewhere.autocatchclean = "1";
-    SystemSettingRecord::save(elsewhere);
+    SystemSettingRecord::change(&Object_SystemSetting::autocatchclean, "1"); // saved elsewhere
 
     click(view.comboRow()->button(0));
     EXPECT_EQ(stored().autocatchclean, "1");
@@ -108,10 +110,8 @@ class ShiftConfirmationTest : public ShortcutKeysTest,
 
 TEST_P(ShiftConfirmationTest, NamesTheConflictAndDoesWhatTheAnswerSays) {
     const ShiftCase& c = GetParam();
-    Object_SystemSetting setting = stored();
-    setting.combinationopen = c.storedOpen;
-    setting.combinationkey = c.storedKey;
-    SystemSettingRecord::save(setting);
+    SystemSettingRecord::change(&Object_SystemSetting::combinationopen, c.storedOpen);
+    SystemSettingRecord::change(&Object_SystemSetting::combinationkey, c.storedKey);
     alertAnswer = c.answer;
     ViewShortcutKeys& view = openPage();
     fake.keys->calls.clear();
@@ -183,18 +183,6 @@ TEST_F(ShortcutKeysTest, CmdReadsAsSuperInBothLanguages) {
         EXPECT_EQ(row.button(2)->text(), "Ctrl + Super") << language;
         QCoreApplication::removeTranslator(&translator);
     }
-}
-
-TEST_F(ShortcutKeysTest, ThePageSaysWhenKeysCannotBeHad) {
-    fake.keys->takenByOthers = {126, 19};
-    alertAnswer = OMAlert::kFirstButton + 1; // keeps Shift
-    ViewShortcutKeys& view = openPage();
-    EXPECT_EQ(view.notice(), QString());
-    click(view.switchRow()->switchButton());
-    EXPECT_EQ(view.notice(),
-              "Another application already uses Shift + ↑, Shift + 2: these keys do nothing here.");
-    click(view.switchRow()->switchButton());
-    EXPECT_EQ(view.notice(), QString());
 }
 
 } // namespace

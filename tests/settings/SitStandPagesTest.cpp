@@ -43,7 +43,7 @@ protected:
     PlatformOverride<DesktopNotifications> installed{offline};
 };
 
-TEST_F(SitStandPagesTest, TheSwitchTurnsTheReminderAndItsSoundOnAndOffTogether) {
+TEST_F(SitStandPagesTest, TheSwitchesTurnTheReminderAndItsSoundTogetherAndThePauseAlone) {
     ViewSitStand& page = openPage("1");
     EXPECT_EQ(page.intervalRow()->valueText(), "1h");
     click(page.intervalRow()); // the interval waits for the reminder to be on
@@ -69,11 +69,8 @@ TEST_F(SitStandPagesTest, TheSwitchTurnsTheReminderAndItsSoundOnAndOffTogether) 
     EXPECT_EQ(inBothStores("sitOrStand"), "0");
     click(page.soundSwitch()); // nothing while off
     EXPECT_EQ(inBothStores("notificationsound"), "0");
-}
 
-// An application setting, on until switched off, whatever the reminder's state.
-TEST_F(SitStandPagesTest, PausingWhileAwayIsOnUntilSwitchedOff) {
-    ViewSitStand& page = openPage();
+    // Pausing while away is an application setting, on until switched off.
     EXPECT_TRUE(isOn(page.pauseAwaySwitch()));
     click(page.pauseAwaySwitch());
     EXPECT_FALSE(isOn(page.pauseAwaySwitch()));
