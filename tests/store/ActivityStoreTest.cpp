@@ -31,6 +31,12 @@ protected:
         ASSERT_TRUE(store.saveDuration(open, openMs, true));
     }
 
+    // A file holding `rows`, closed again.
+    static void fillFile(const QList<std::tuple<int, Posture, int>>& rows) {
+        ActivityStore store(file());
+        fill(store, rows);
+    }
+
     static qint64 standing(const ActivityStore& store, int daysAgo) {
         const QDate day = kToday.addDays(-daysAgo);
         return store.days(day, day).first().of(Posture::Standing) / 60000;
@@ -86,10 +92,7 @@ TEST_F(ActivityStoreTest, AnUnusableFileIsMovedAsideWithItsCompanionsAndANewOneS
 }
 
 TEST_F(ActivityStoreTest, AReadOnlyFileIsReadButNeverWritten) {
-    {
-        ActivityStore store(file());
-        fill(store, {{0, Posture::Standing, 20}});
-    }
+    fillFile({{0, Posture::Standing, 20}});
     QFile::setPermissions(file(), QFileDevice::ReadOwner | QFileDevice::ReadGroup);
     const QByteArray before = readRaw(QLatin1String(ActivityStore::kFileName));
     {
@@ -151,10 +154,7 @@ TEST_F(ActivityStoreTest, StreakCountsGoalDaysAndSkipsDaysWithoutADesk) {
 }
 
 TEST_F(ActivityStoreTest, TheCommandLineReportAndTheExportsNameEveryDayAndInterval) {
-    {
-        ActivityStore store(file());
-        fill(store, {{1, Posture::Standing, 125}, {0, Posture::Sitting, 61}});
-    }
+    fillFile({{1, Posture::Standing, 125}, {0, Posture::Sitting, 61}});
     const ActivityStore store(file(), ActivityStore::Mode::ReadOnly);
     // The report's figures reach the command line's JSON in DeskCommandLineTest.
     const QJsonObject json = ActivityReport::fromStore(store, kToday, 2).toJson();

@@ -36,7 +36,9 @@ struct FolderWithOutsideLinks {
     }
 };
 
-TEST_F(DQDataCatchHelperTest, FolderSizeCountsLinksNotWhatTheyPointTo) {
+// Sizes count links, not what they point to; deleting removes files and links, never their
+// targets.
+TEST_F(DQDataCatchHelperTest, FolderSizesAndDeletionStopAtLinks) {
     EXPECT_EQ(DQDataCatchHelper::getFolderSizeWithPath(docFile("missing")), -1);
     QDir().mkpath(docFile("empty"));
     EXPECT_EQ(DQDataCatchHelper::getFolderSizeWithPath(docFile("empty")), 0);
@@ -46,10 +48,7 @@ TEST_F(DQDataCatchHelperTest, FolderSizeCountsLinksNotWhatTheyPointTo) {
     EXPECT_EQ(DQDataCatchHelper::getFolderSizeWithPath(tree.folder), 123 + tree.linkSizes());
     EXPECT_FALSE(
         DQDataCatchHelper::getFilesNameWithPath(tree.folder).contains("dir-link/inner.bin"));
-}
 
-TEST_F(DQDataCatchHelperTest, DeletingAFolderRemovesFilesAndLinksButNeverLinkTargets) {
-    FolderWithOutsideLinks tree(docFile("cache"));
     DQDataCatchHelper::deleteFolderWithPath(tree.folder);
     EXPECT_EQ(DQDataCatchHelper::getFilesNameWithPath(tree.folder), QStringList{"sub"});
     EXPECT_EQ(QFileInfo(tree.outside.filePath("big.bin")).size(), 100000);
@@ -80,7 +79,7 @@ TEST_F(DQDataCatchHelperTest, ListOfDictionariesFile) {
     EXPECT_EQ(FileManager::readArrayFileName("other"), QVariantList{});
 }
 
-TEST_F(DQDataCatchHelperTest, SessionFilesHoldOneDictionary) {
+TEST_F(DQDataCatchHelperTest, SessionFilesHoldOneDictionaryAndStringFilesText) {
     EXPECT_TRUE(DQDataSessionHelper::userGetSystemSettinginfo().isEmpty());
     EXPECT_FALSE(DQDataSessionHelper::userIsLoginSelf());
     DQDataSessionHelper::userSaveSystemSetting({{"unit", "0"}});
@@ -94,9 +93,8 @@ TEST_F(DQDataCatchHelperTest, SessionFilesHoldOneDictionary) {
     DQDataSessionHelper::userClearSystemSettingData();
     EXPECT_FALSE(exists("SystemSetting.plist"));
     EXPECT_EQ(DQDataSessionHelper::userGetLightColorInfo(), (QVariantMap{{"open", 1}}));
-}
 
-TEST_F(DQDataCatchHelperTest, StringFilesAreUtf8AndInvalidBytesReadAsAbsent) {
+    // String files are UTF-8; invalid bytes read as absent.
     FileManager::writeString("Höhe 72,5", "note");
     EXPECT_EQ(FileManager::readStringFileName("note"), "Höhe 72,5");
     writeRaw("note", "\xff\xfe broken");

@@ -18,14 +18,19 @@ QVariantMap desk(const char* bluetoothName, const char* deviceName, const char* 
 }
 
 QString userIdAt(const char* list, qsizetype index) {
-    return OMPlistManager::readPlistFileDataWithFileName(list)
-        ->at(index)
-        .toMap()
-        .value("user_id")
-        .toString();
+    const QVariantList rows = OMPlistManager::readPlistFileDataWithFileName(list).value();
+    return rows.at(index).toMap().value("user_id").toString();
 }
 
+// Operations on lists not laid down yet create nothing.
 TEST_F(OMPlistManagerTest, FreshInstallationLaysDownEmptyListsOnce) {
+    OMPlistManager::addData(QVariantMap{{"user_id", "1"}}, "device");
+    OMPlistManager::deleteDataWithUserID("1", "device");
+    OMPlistManager::setCurrentUserWithUserID("1");
+    OMPlistManager::deleteBindDeviceWithBlueToothName("QWJ-1");
+    OMPlistManager::saveDeviceInfoWithBlueToothName(std::nullopt, desk("QWJ-1", "A", "t"));
+    EXPECT_TRUE(QDir(doc()).isEmpty());
+
     OMPlistManager::initDataList();
     EXPECT_EQ(OMPlistManager::readPlistDictionaryWithFileName("user_id"),
               (QVariantMap{{"auto_id", 0}}));
@@ -39,15 +44,6 @@ TEST_F(OMPlistManagerTest, FreshInstallationLaysDownEmptyListsOnce) {
     OMPlistManager::initDataList(); // a second launch keeps what is there
     EXPECT_EQ(OMPlistManager::getUserID(), "2");
     EXPECT_EQ(OMPlistManager::readPlistFileDataWithFileName("control")->size(), 1);
-}
-
-TEST_F(OMPlistManagerTest, OperationsOnAMissingListCreateNothing) {
-    OMPlistManager::addData(QVariantMap{{"user_id", "1"}}, "device");
-    OMPlistManager::deleteDataWithUserID("1", "device");
-    OMPlistManager::setCurrentUserWithUserID("1");
-    OMPlistManager::deleteBindDeviceWithBlueToothName("QWJ-1");
-    OMPlistManager::saveDeviceInfoWithBlueToothName(std::nullopt, desk("QWJ-1", "A", "t"));
-    EXPECT_TRUE(QDir(doc()).isEmpty());
 }
 
 TEST_F(OMPlistManagerTest, UsersComeAndGoWithTheirEntries) {
