@@ -27,9 +27,9 @@ using namespace std::chrono_literals;
 
 class ReminderTest : public SessionTest {
 protected:
-    // A desk whose record has the reminder on, polling often enough to report its height
-    // before the first tick.
-    VirtualDesk& bindReminderDesk(const char* interval = "0", const char* custom = "0",
+    // The control screen on a desk whose record has the reminder on, polling often enough to
+    // report its height before the first tick.
+    VirtualDesk& openReminderDesk(const char* interval = "0", const char* custom = "0",
                                   int repeat = 0, const char* sound = "0", int startHeight = 720) {
         VirtualDesk& desk = bindDesk({.pollPeriod = 250ms, .startHeight = startHeight});
         OMBluetoothModel record = CurrentDeviceStore::load();
@@ -39,6 +39,7 @@ protected:
         record.isRepeat = repeat;
         record.notificationsound = sound;
         CurrentDeviceStore::save(record);
+        openControl();
         return desk;
     }
 
@@ -99,8 +100,7 @@ TEST(NotificationHelper, NoticesReadAsPlainText) {
 }
 
 TEST_F(ReminderTest, FortyFiveMinutesEndInOneSingleReminderThatSwitchesItselfOff) {
-    bindReminderDesk();
-    openControl();
+    openReminderDesk();
     EXPECT_EQ(label(), "45:00");
     advance(2699s);
     EXPECT_EQ(label(), "00:01");
@@ -136,8 +136,7 @@ TEST_F(ReminderTest, FortyFiveMinutesEndInOneSingleReminderThatSwitchesItselfOff
 }
 
 TEST_F(ReminderTest, RepeatingRoundsAreAnsweredFromTheDesktopNotification) {
-    bindReminderDesk("2", "1", 1, "1");
-    openControl();
+    openReminderDesk("2", "1", 1, "1");
     advance(1s); // the first tick follows the interval the connection set
     EXPECT_EQ(label(), "01:59");
 
@@ -179,8 +178,7 @@ TEST_F(ReminderTest, RepeatingRoundsAreAnsweredFromTheDesktopNotification) {
 }
 
 TEST_F(ReminderTest, AlertAnswersTakeTheDesktopNotificationAwayAndLetGoOfHeldKeys) {
-    VirtualDesk& desk = bindReminderDesk("1", "1", 1, "0", VirtualDeskConfig{}.maxHeight);
-    openControl();
+    VirtualDesk& desk = openReminderDesk("1", "1", 1, "0", VirtualDeskConfig{}.maxHeight);
     advance(59s);
     session().holdKey(command::kUpKey); // at the top: held, but nothing moves
     advance(1s);
@@ -212,8 +210,7 @@ TEST_F(ReminderTest, AlertAnswersTakeTheDesktopNotificationAwayAndLetGoOfHeldKey
 }
 
 TEST_F(ReminderTest, MovementRestartsTheCountdownAndAReconnectionLeavesItAlone) {
-    VirtualDesk& desk = bindReminderDesk("2", "1", 1, "0");
-    openControl();
+    VirtualDesk& desk = openReminderDesk("2", "1", 1, "0");
     advance(100s);
     EXPECT_EQ(label(), "00:20");
     moveDesk();
@@ -236,8 +233,7 @@ TEST_F(ReminderTest, MovementRestartsTheCountdownAndAReconnectionLeavesItAlone) 
 }
 
 TEST_F(ReminderTest, ClearingShowsOnHoverAndSwitchesTheReminderAndItsSoundOff) {
-    bindReminderDesk("0", "0", 1, "1");
-    openControl();
+    openReminderDesk("0", "0", 1, "1");
     advance(30s);
     CountdownView* view = control->countdownView();
     EXPECT_FALSE(view->isClearRevealed());
@@ -258,8 +254,7 @@ TEST_F(ReminderTest, ClearingShowsOnHoverAndSwitchesTheReminderAndItsSoundOff) {
 
 TEST_F(ReminderTest, WithoutAServerOrItsButtonsTheAlertAloneReminds) {
     server.reset();
-    bindReminderDesk("1", "1", 1, "0");
-    openControl();
+    openReminderDesk("1", "1", 1, "0");
     endRound();
     ASSERT_NE(alert(), nullptr);
     alert()->confirmButton()->click();
@@ -274,8 +269,9 @@ TEST_F(ReminderTest, WithoutAServerOrItsButtonsTheAlertAloneReminds) {
 }
 
 TEST_F(ReminderTest, UnreadableIntervalAndRepeatFlagEndAtOnceAsASingleReminder) {
-    bindReminderDesk();
+    bindDesk({.pollPeriod = 250ms});
     QVariantMap record = toPropertyForm(CurrentDeviceStore::load());
+    record.insert("sitOrStand", "1");
     record.insert("remindInterval", "soon");
     record.insert("isCustom", "1");
     record.insert("isRepeat", "often");
@@ -290,8 +286,7 @@ TEST_F(ReminderTest, UnreadableIntervalAndRepeatFlagEndAtOnceAsASingleReminder) 
 // Away: the countdown holds and nothing reminds; back, the round starts over from the full
 // interval, also after a lock and unlock inside one tick.
 TEST_F(ReminderTest, AwayHoldsTheCountdownAndComingBackStartsItOver) {
-    bindReminderDesk("0", "0", 1, "0");
-    openControl();
+    openReminderDesk("0", "0", 1, "0");
     advance(100s);
     presence.setPresent(false);
     advance(3600s);
@@ -317,8 +312,7 @@ TEST_F(ReminderTest, WithoutThePauseARoundEndingWhileAwayIsDropped) {
         fromPropertyForm<Object_SystemSetting>(DQDataSessionHelper::userGetSystemSettinginfo());
     setting.pauseaway = "0";
     DQDataSessionHelper::userSaveSystemSetting(toPropertyForm(setting));
-    bindReminderDesk("0", "0", 0, "1");
-    openControl();
+    openReminderDesk("0", "0", 0, "1");
     presence.setPresent(false);
     endRound();
     EXPECT_EQ(alert(), nullptr);
@@ -337,8 +331,7 @@ TEST_F(ReminderTest, WithoutThePauseARoundEndingWhileAwayIsDropped) {
 
 // Do not disturb: the alert still shows, the desktop gets neither notification nor sound.
 TEST_F(ReminderTest, AnInhibitedServerGetsNothingWhileTheAlertStillShows) {
-    bindReminderDesk("1", "1", 1, "1");
-    openControl();
+    openReminderDesk("1", "1", 1, "1");
     endRound();
     server->click(waitForShown(1).id, "action");
     ASSERT_TRUE(waitUntil([] { return counter().isRunning(); }, 5000));
