@@ -105,12 +105,23 @@ TEST_F(VirtualDeskTest, StopsWhenPollsGoUnansweredForTwoPeriods) {
     EXPECT_EQ(desk->heightTenths(), 720 + 42); // from the first poll to two silent ones: 1.1 s
 }
 
-TEST_F(VirtualDeskTest, LimitsHoldAndShowWholeCentimetresFromOneMetre) {
+TEST_F(VirtualDeskTest, LimitsHoldShowWholeCentimetresFromOneMetreAndResetNeedsTheBottom) {
     start();
+    hold(kMemorySet, 100ms);
+    hold(kM1, 100ms);
     hold(kUp, 30s);
     EXPECT_EQ(std::pair(desk->heightTenths(), host.result()), std::pair(1200, std::string("120")));
     hold(kDown, 30s);
     EXPECT_EQ(std::pair(desk->heightTenths(), host.result()), std::pair(600, std::string("60.0")));
+
+    // Down held at the bottom resets the desk, and the preset goes with the reset.
+    desk->setResetNeeded(true);
+    scheduler.advance(1s);
+    EXPECT_EQ(host.result(), "RST");
+    hold(kDown, 100ms);
+    EXPECT_EQ(host.result(), "60.0");
+    hold(kM1, 100ms);
+    EXPECT_FALSE(desk->isMoving());
 }
 
 TEST_F(VirtualDeskTest, MemorySetStoresAndOneTouchRecallRunsUntilArrivalOrAnotherKey) {
@@ -206,20 +217,6 @@ TEST_F(VirtualDeskTest, InjectedFaultsRaiseTheirEventsAndBlockKeysUntilCleared) 
         hold(kUp, 1s);
         EXPECT_GT(desk->heightTenths(), 720) << c.result;
     }
-}
-
-TEST_F(VirtualDeskTest, ResetNeedsDownHeldAtTheBottomAndForgetsPresets) {
-    start();
-    hold(kMemorySet, 100ms);
-    hold(kM1, 100ms);
-    hold(kDown, 5s);
-    desk->setResetNeeded(true);
-    scheduler.advance(1s);
-    EXPECT_EQ(host.result(), "RST");
-    hold(kDown, 100ms);
-    EXPECT_EQ(host.result(), "60.0");
-    hold(kM1, 100ms); // the preset went with the reset
-    EXPECT_FALSE(desk->isMoving());
 }
 
 TEST_F(VirtualDeskTest, ObstacleStopsTheDeskAndBacksOffWhenAntiCollisionIsOn) {

@@ -29,13 +29,23 @@ protected:
     PeripheralPtr peripheral;
 };
 
-TEST_F(GattOperationsTest, SearchReportsMissingServiceAndCharacteristic) {
+TEST_F(GattOperationsTest, SearchAndDescriptorOperationsNameWhatIsMissing) {
     EXPECT_EQ(searchCode("FFF0", "FFF1"), 0);
     EXPECT_EQ(searchCode("180D", "2A37"), 7);
     EXPECT_EQ(searchCode("FFF0", "2A39"), 8);
     // Long and short forms name the same characteristic.
     EXPECT_EQ(searchCode("0000fff0-0000-1000-8000-00805f9b34fb", "fff1"), 0);
     EXPECT_EQ(tool().bluetoothState(), 5);
+
+    // A descriptor operation on a characteristic without one.
+    VirtualDesk& plain = addDesk({.name = "QWJ-0009"});
+    const PeripheralPtr typeTwo = connect(plain);
+    std::optional<BluetoothError> error;
+    extras().writeDescriptorWithPeripheral(typeTwo, "180D", "2A39", {0x01},
+                                           [&](const OptionalError& e) { error = e; });
+    advance(200ms);
+    ASSERT_TRUE(error);
+    EXPECT_EQ(*error, (BluetoothError{12, "the characteristic no have descripotor"}));
 }
 
 TEST_F(GattOperationsTest, DescriptorAndValueReadsFollowTheSubscription) {
@@ -60,17 +70,6 @@ TEST_F(GattOperationsTest, DescriptorAndValueReadsFollowTheSubscription) {
     EXPECT_EQ(values[1], (Bytes{0x01, 0x00}));
     EXPECT_FALSE(values[2].empty()); // the desk's last notification
     EXPECT_EQ(tool().bluetoothState(), 7);
-}
-
-TEST_F(GattOperationsTest, DescriptorOperationOnBareCharacteristicIsCodeTwelve) {
-    VirtualDesk& plain = addDesk({.name = "QWJ-0009"});
-    const PeripheralPtr typeTwo = connect(plain);
-    std::optional<BluetoothError> error;
-    extras().writeDescriptorWithPeripheral(typeTwo, "180D", "2A39", {0x01},
-                                           [&](const OptionalError& e) { error = e; });
-    advance(200ms);
-    ASSERT_TRUE(error);
-    EXPECT_EQ(*error, (BluetoothError{12, "the characteristic no have descripotor"}));
 }
 
 TEST_F(GattOperationsTest, RssiOfALiveLinkAndOfNone) {
