@@ -68,10 +68,10 @@ Bytes decoyGarbage(std::size_t triples) {
 TEST(FrameSplitterTest, ClearDropsAFrameInProgressAndOverflowOnlyGarbage) {
     FrameSplitter splitter(300);
     Collector out;
-    out.feed(splitter, hexBytes("9B FF"));
+    out.feed(splitter, hexBytes("9B 03"));
     EXPECT_EQ(splitter.bufferedSize(), 2u);
     splitter.clear();
-    out.feed(splitter, hexBytes("03 9D"));
+    out.feed(splitter, hexBytes("11 00 9D")); // would have completed the dropped frame
     EXPECT_TRUE(out.frames.empty());
 
     for (int i = 0; i < 50; ++i) {
