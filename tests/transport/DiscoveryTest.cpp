@@ -43,20 +43,26 @@ TEST_F(DiscoveryTest, RepeatedSightingsAreReportedOneInTen) {
     EXPECT_EQ(flagsOf("QWJ-0001"), (std::vector<int>{8, 16, 16}));
 }
 
+// Five seconds after the last sighting, also when there was only one.
 TEST_F(DiscoveryTest, DeskUnseenForFiveSecondsIsDroppedAndSeenAnewLater) {
     VirtualDesk& desk = addDesk();
     scan();
-    advance(350ms); // sightings at 100, 200, 300
+    advance(150ms); // one sighting, at 100
     desk.setInRange(false);
     advance(4949ms);
     EXPECT_EQ(flagsOf("QWJ-0001"), std::vector<int>{8});
-    advance(1ms); // 5300 ms: five seconds after the last counted sighting
+    advance(1ms);
     EXPECT_EQ(flagsOf("QWJ-0001"), (std::vector<int>{8, 32}));
     EXPECT_TRUE(tool().centerManager().foundDeviceDict().isEmpty());
 
     desk.setInRange(true);
-    advance(100ms);
+    advance(350ms); // sightings at 5200, 5300, 5400
     EXPECT_EQ(flagsOf("QWJ-0001"), (std::vector<int>{8, 32, 8}));
+    desk.setInRange(false);
+    advance(4949ms);
+    EXPECT_EQ(flagsOf("QWJ-0001"), (std::vector<int>{8, 32, 8}));
+    advance(1ms); // five seconds after the last
+    EXPECT_EQ(flagsOf("QWJ-0001"), (std::vector<int>{8, 32, 8, 32}));
 }
 
 // Desks keep advertising after the end: the end is reported once, bare, and nothing follows.
