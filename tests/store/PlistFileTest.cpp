@@ -73,7 +73,7 @@ TEST_F(PlistFileTest, ReadsXmlAndBinaryWrittenByAnIndependentWriter) {
     }
 }
 
-TEST_F(PlistFileTest, DamagedOrWrongKindFilesReadAsAbsentAndAreReplacedByTheNextWrite) {
+TEST_F(PlistFileTest, DamagedFilesReadAsAbsentAndAreReplacedButABadValueWritesNothing) {
     const QByteArray dictXml = *PlistCodec::toXml(QVariantMap{{"auto_id", 4}});
     const std::vector<std::pair<const char*, QByteArray>> cases = {
         {"empty", {}},
@@ -90,6 +90,12 @@ TEST_F(PlistFileTest, DamagedOrWrongKindFilesReadAsAbsentAndAreReplacedByTheNext
         EXPECT_EQ(OMPlistManager::getUserID(), "0"); // the counter restarts and is rewritten
         EXPECT_EQ(OMPlistManager::getUserID(), "1");
     }
+    // A value no property list can hold writes nothing over what is there.
+    FileManager::writeDictionary({{"kept", 1}}, "FileName_Current_BluetoothModel");
+    FileManager::writeDictionary({{"bluetoothName", QVariant::fromValue(nullptr)}},
+                                 "FileName_Current_BluetoothModel");
+    EXPECT_EQ(FileManager::readDictionaryFileName("FileName_Current_BluetoothModel"),
+              (QVariantMap{{"kept", 1}}));
 }
 
 // Every prefix of a valid file and a batch of random buffers: the parser must neither crash nor
@@ -120,14 +126,6 @@ TEST_F(PlistFileTest, NoPrefixOrRandomBufferYieldsAPartialValue) {
                             QByteArray("</array>").repeated(50000) + "</plist>";
     EXPECT_FALSE(PlistCodec::fromData(deep).isValid())
         << "nesting is bounded, not a stack overflow";
-}
-
-TEST_F(PlistFileTest, ValuesAPropertyListCannotHoldWriteNothing) {
-    FileManager::writeDictionary({{"kept", 1}}, "FileName_Current_BluetoothModel");
-    FileManager::writeDictionary({{"bluetoothName", QVariant::fromValue(nullptr)}},
-                                 "FileName_Current_BluetoothModel");
-    EXPECT_EQ(FileManager::readDictionaryFileName("FileName_Current_BluetoothModel"),
-              (QVariantMap{{"kept", 1}}));
 }
 
 // A generation written by the writer program is whole when every item matches its number.
