@@ -38,6 +38,7 @@ TEST_F(DeskTypeAndNoBluetoothTest, ChoosingAModelWithTheRadioOffStoresItAndShows
     setRadio(false);
     DeskTypeVC screen;
     ASSERT_EQ(screen.cells().size(), DeskTypeTable::kRowCount);
+    EXPECT_TRUE(screen.cells().back()->isVisibleTo(&screen));
     click(screen.cells().at(0));
     EXPECT_EQ(CurrentDeskModel::name(), "D5Plus");
     scheduler.runDue();
