@@ -14,8 +14,8 @@ class DisplayRepeats {
 public:
     static constexpr int kPassEvery = 5; // at 20 Hz, a repeat every quarter of a second
 
-    // Whether `frame` goes on to the session.
-    bool passes(const Bytes& frame, bool keyHeld);
+    // Whether this frame of the desk's goes on to the session.
+    bool passes(const Bytes& bytes, bool keyHeld);
 
 private:
     Bytes m_last; // the last display frame passed on; assigning keeps its capacity
