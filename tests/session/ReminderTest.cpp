@@ -70,12 +70,13 @@ protected:
         session().releaseKey();
         advance(2s);
     }
-    // Ends the running round and lets the counter stop.
-    void endRound() {
+    // Ends the running round and, unless told otherwise, lets the counter stop.
+    void endRound(bool andStop = true) {
         advance(std::chrono::seconds(
             SitStandReminder::countdownLength(counter().type(), counter().total()) -
             counter().time()));
-        advance(SitStandReminder::kStopDelay);
+        if (andStop)
+            advance(SitStandReminder::kStopDelay);
     }
 
     FreedesktopNotifications client{QDBusConnection::sessionBus()};
@@ -299,6 +300,8 @@ TEST_F(ReminderTest, AwayHoldsTheCountdownAndComingBackStartsItOver) {
     presence.setPresent(false);
     presence.setPresent(true);
     EXPECT_EQ(label(), "45:00");
+    advance(60s);
+    EXPECT_EQ(label(), "44:00") << "the old round's count went on";
     endRound();
     EXPECT_EQ(waitForShown(1).summary, "Reminder");
     EXPECT_NE(alert(), nullptr);
@@ -322,6 +325,11 @@ TEST_F(ReminderTest, WithoutThePauseARoundEndingWhileAwayIsDropped) {
     presence.setPresent(true);
     EXPECT_EQ(label(), "45:00");
     EXPECT_TRUE(countdownShown());
+    // Back between the end of an unseen round and its stop: a full round all the same.
+    presence.setPresent(false);
+    endRound(false);
+    presence.setPresent(true);
+    EXPECT_EQ(label(), "45:00");
     endRound();
     EXPECT_NE(alert(), nullptr);
     EXPECT_EQ(waitForShown(1).summary, "Movement Reminder");
