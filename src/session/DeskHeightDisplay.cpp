@@ -5,8 +5,6 @@
 #include "store/RecordDictionary.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 
 namespace ostrel {
 
@@ -15,12 +13,6 @@ QString DeskHeightDisplay::normalisedHeight(const QString& reported) {
     if (value < kInchReportLimit)
         return QString::asprintf("%f", value * kCmPerInch);
     return reported;
-}
-
-QString DeskHeightDisplay::wholeNumber(double value) {
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%.0f", value);
-    return QString::fromLatin1(text.data());
 }
 
 QString DeskHeightDisplay::heightText(double tenthsCm, bool inches) {

@@ -28,9 +28,6 @@ public:
     static QString heightText(double tenthsCm, bool inches);
     // The unit text of a height that is not known yet.
     static QString unknownHeightText(bool inches) { return heightText(0.0, inches); }
-    // A height in whole units as "%.0f" prints it in C, an exact half to the even number (80.5
-    // gives "80"); Qt's formatting would round it away from zero.
-    static QString wholeNumber(double value);
     // The user's unit choice from the system settings (a fresh installation shows inches).
     static bool usesInches();
 

@@ -2,7 +2,6 @@
 
 #include "session/DeskHeightDisplay.h"
 
-#include <QStringList>
 #include <algorithm>
 
 namespace ostrel {
@@ -30,18 +29,6 @@ constexpr PresetText kPresets[PresetKeys::kPresetCount] = {
      QT_TRANSLATE_NOOP("ostrel::PresetKeys", "M2 height:%.1fcm"),
      QT_TRANSLATE_NOOP("ostrel::PresetKeys", "M2 height:%.1fin")},
 };
-
-// The memory-height text with one slot replaced by a height in whole cm, rounded as "%.0f" does.
-std::string presetsWithSlot(const CurrentDeviceStore::Presets& presets, int type, float height) {
-    const int slot = command::presetSlot(type);
-    if (slot < 0)
-        return {};
-    QStringList parts;
-    for (int i = 0; i < PresetKeys::kPresetCount; ++i)
-        parts << (i == slot ? DeskHeightDisplay::wholeNumber(double(height) / 10.0)
-                            : QString::number(presets[std::size_t(i)]));
-    return parts.join(u',').toStdString();
-}
 
 } // namespace
 
@@ -116,7 +103,8 @@ void PresetKeys::actionMemoryKeySaveWithtype(int type) {
     if (height == 0.0f)
         return;
     OMBluetoothModel record = CurrentDeviceStore::load();
-    record.memoryHeight = presetsWithSlot(m_memory, type, height);
+    record.memoryHeight =
+        CurrentDeviceStore::presetsText(m_memory, command::presetSlot(type), height);
     CurrentDeviceStore::save(record);
     emit saved();
 }

@@ -24,7 +24,6 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QStringList>
 #include <QVBoxLayout>
 
 namespace ostrel {
@@ -181,7 +180,8 @@ void ViewIntelligentControl::actionSetMemoryKeyWithtype(int key) {
         return;
     }
     QPointer<ViewIntelligentControl> self(this);
-    m_sequence->start(key, [self, text = memoryHeightText(m_memory, key, height)] {
+    m_sequence->start(key, [self, text = CurrentDeviceStore::presetsText(
+                                      m_memory, command::presetSlot(key), height)] {
         OMBluetoothModel record = CurrentDeviceRecord::load();
         record.memoryHeight = text;
         CurrentDeviceStore::save(record);
@@ -192,27 +192,12 @@ void ViewIntelligentControl::actionSetMemoryKeyWithtype(int key) {
     });
 }
 
-std::string
-ViewIntelligentControl::memoryHeightText(const std::array<float, kSectionCount>& presets, int key,
-                                         float height) {
-    const int slot = command::presetSlot(key);
-    if (slot < 0)
-        return {};
-    QStringList parts;
-    for (int i = 0; i < kSectionCount; ++i)
-        parts << DeskHeightDisplay::wholeNumber(
-            double(i == slot ? height : presets[std::size_t(i)]) / 10.0);
-    return parts.join(u',').toStdString();
-}
-
 void ViewIntelligentControl::refreshContentByDeviceInfo() {
     m_objectBluetooth = CurrentDeviceRecord::load();
-    if (const auto presets = CurrentDeviceStore::parsePresets(m_objectBluetooth.memoryHeight)) {
-        for (int i = 0; i < kSectionCount; ++i)
-            m_memory[std::size_t(i)] = float((*presets)[std::size_t(i)] * 10);
-    }
+    if (const auto presets = CurrentDeviceStore::parsePresets(m_objectBluetooth.memoryHeight))
+        m_memory = *presets;
     for (int section = 0; section < kSectionCount; ++section) {
-        const float preset = m_memory[std::size_t(sectionSlot(section))];
+        const auto preset = float(m_memory[std::size_t(sectionSlot(section))] * 10);
         m_sections[std::size_t(section)].value->setText(presetText(section, preset));
         m_sections[std::size_t(section)].bar->setFraction(barFraction(preset));
     }

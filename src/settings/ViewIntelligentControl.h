@@ -1,6 +1,7 @@
 #pragma once
 
 #include "settings/OMSettingPage.h"
+#include "store/CurrentDeviceStore.h"
 #include "store/OMBluetoothModel.h"
 #include "store/Object_SystemSetting.h"
 
@@ -50,11 +51,6 @@ public:
     void actionResetHelp();
     void refreshContentByDeviceInfo();
 
-    // "72,110,80,0": the presets in whole units with the slot of `key` (9..12) set to `height`
-    // (tenths); empty for any other key. "%.0f" rounds, an exact half to even.
-    static std::string memoryHeightText(const std::array<float, kSectionCount>& presets, int key,
-                                        float height);
-
 private:
     struct Section {
         QLabel* value = nullptr;
@@ -71,7 +67,7 @@ private:
 
     OMBluetoothModel m_objectBluetooth;
     Object_SystemSetting m_objectSystemSetting;
-    std::array<float, kSectionCount> m_memory{}; // Sit, Stand, M1, M2 in tenths
+    CurrentDeviceStore::Presets m_memory{};
     std::array<Section, kSectionCount> m_sections{};
     OMSwitchButton* m_antiSwitch = nullptr;
     OMImageButton* m_antiHelp = nullptr;

@@ -7,6 +7,8 @@
 #include "store/OMPlistManager.h"
 
 #include <QStringList>
+#include <cstdio>
+#include <string>
 
 namespace ostrel {
 
@@ -105,6 +107,20 @@ CurrentDeviceStore::parsePresets(const std::optional<std::string>& memoryHeight)
     for (std::size_t i = 0; i < presets.size(); ++i)
         presets[i] = leadingInteger(parts[qsizetype(i)]);
     return presets;
+}
+
+std::string CurrentDeviceStore::presetsText(const Presets& presets, int slot, double heightTenths) {
+    if (slot < 0 || slot >= int(presets.size()))
+        return {};
+    std::array<char, 32> height{};
+    std::snprintf(height.data(), height.size(), "%.0f", heightTenths / 10.0);
+    std::string text;
+    for (int i = 0; i < int(presets.size()); ++i) {
+        if (i > 0)
+            text += ',';
+        text += i == slot ? height.data() : std::to_string(presets[std::size_t(i)]);
+    }
+    return text;
 }
 
 } // namespace ostrel

@@ -35,6 +35,10 @@ public:
 
     // Four comma-separated whole numbers, or nothing when the text has another shape.
     static std::optional<Presets> parsePresets(const std::optional<std::string>& memoryHeight);
+    // The text of `presets` with `slot` (0-3) set to a height in tenths of a centimetre, in whole
+    // centimetres as "%.0f" prints them in C, an exact half to the even number (80.5 gives "80";
+    // Qt's formatting would round it away from zero); empty for a slot out of range.
+    static std::string presetsText(const Presets& presets, int slot, double heightTenths);
 };
 
 } // namespace ostrel

@@ -80,14 +80,6 @@ TEST_F(IntelligentControlTest, InchesShowTheSittingLineWithItsTwoSpaces) {
     EXPECT_EQ(page.presetLabel(kStanding)->text(), QString::asprintf("%.1f inches", 11.0 / 0.254));
 }
 
-TEST_F(IntelligentControlTest, MemoryTextRoundsHalvesToEvenAndAnUnknownKeyStoresNothing) {
-    const std::array<float, 4> presets{720, 1100, 0, 0};
-    EXPECT_EQ(ViewIntelligentControl::memoryHeightText(presets, 11, 805), "72,110,80,0");
-    EXPECT_EQ(ViewIntelligentControl::memoryHeightText(presets, 9, 726), "73,110,0,0");
-    EXPECT_EQ(ViewIntelligentControl::memoryHeightText(presets, 12, 815), "72,110,0,82");
-    EXPECT_EQ(ViewIntelligentControl::memoryHeightText(presets, 13, 805), "");
-}
-
 // Leaving the page does not cut the desk's keys short: the desk would store nothing while the
 // record shows the new preset.
 TEST_F(IntelligentControlTest, TheKeySequenceOutlivesThePage) {
