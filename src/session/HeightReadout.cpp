@@ -7,12 +7,11 @@
 namespace ostrel {
 
 void HeightReadout::show(const QString& height, int minHeight, int maxHeight) {
-    const QString normalised = DeskHeightDisplay::normalisedHeight(height);
-    const double tenths = normalised.toDouble();
+    // Compared by value: a redraw may spell the same height otherwise ("725", "725.000000").
+    const double tenths = DeskHeightDisplay::normalisedHeight(height).toDouble();
     OMTimeManager& countdown = OMTimeManager::sharedInstance();
-    if (m_shownHeight != normalised && countdown.time() > 0)
+    if (tenths != m_shownTenths && countdown.time() > 0)
         countdown.setTime(0);
-    m_shownHeight = normalised;
     m_shownTenths = tenths;
     m_shownReport = 0;
 
@@ -36,7 +35,6 @@ void HeightReadout::showReport(int height, int minHeight, int maxHeight) {
 }
 
 void HeightReadout::forget() {
-    m_shownHeight.clear();
     m_shownTenths = 0;
     m_shownReport = 0;
 }

@@ -29,8 +29,7 @@ signals:
     void deskOffsetsChanged(float top, float middle);
 
 private:
-    QString m_shownHeight; // normalised
-    double m_shownTenths = 0;
+    double m_shownTenths = 0; // normalised to centimetres
     QString m_shownText;
     int m_shownReport = 0; // the report drawn last; 0 when anything else was drawn since
 };

@@ -217,6 +217,10 @@ TEST_F(ReminderTest, MovementRestartsTheCountdownAndAReconnectionLeavesItAlone) 
     moveDesk();
     EXPECT_LE(counter().time(), 3); // restarted by the last height the moving desk reported
     EXPECT_EQ(label(), SitStandReminder::getMMSSFromSS(120 - counter().time()));
+    advance(10s);
+    const int counted = counter().time();
+    NotificationCenter::defaultCenter().post(notifications::kUnitChange);
+    EXPECT_EQ(counter().time(), counted) << "a unit switch is no movement";
 
     // Ended and answered "Cancel": stopped with the reminder on.
     endRound();
